@@ -1,0 +1,162 @@
+#pragma once
+// The data engine: DAO's object model over an SQLite file.
+//
+// DBEngine::OpenDatabase -> Database; Database::OpenRecordset -> Recordset;
+// Recordset::Fields -> Field. Every failure raises dao::JetError with the Jet
+// number the logic switches on. Statements are Jet SQL (see jetsql.h); text
+// values enter them only through quote()/quoteLike() (see quote.h).
+//
+// A recordset reads all its rows when it opens and then holds no lock, so a
+// reader never blocks other clients. Edit/Update writes the one row back by its
+// row id; AddNew/Update inserts. A set over a join, a snapshot, or a set opened
+// with dbReadOnly is read-only (3027 on Edit/AddNew/Delete).
+
+#include "dao/jeterror.h"
+#include "dao/quote.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <memory>
+#include <vector>
+
+struct sqlite3;
+
+namespace dao {
+
+enum RecordsetTypeEnum { dbOpenTable = 1, dbOpenDynaset = 2, dbOpenSnapshot = 4 };
+enum RecordsetOptionEnum { dbReadOnly = 4 };
+enum EditModeEnum { dbEditNone = 0, dbEditInProgress = 1, dbEditAdd = 2 };
+
+// The value kinds a field reads as; the column's declared type decides.
+enum class FieldType { Text, Long, Double, Boolean, Other };
+
+class Connection;
+class Recordset;
+
+class Field
+{
+public:
+    QString Name() const;
+    FieldType Type() const;
+    // The value of the current row; a Null is a null QVariant. 3021 with no current record.
+    QVariant Value() const;
+    bool IsNull() const;
+    // VB's Trim(field & ""): the value as trimmed text, a Null as "".
+    QString Text() const;
+    // Sets the value in the edit buffer; 3020 (no Edit/AddNew) or 3027 (read-only).
+    void setValue(const QVariant& value);
+    Field& operator=(const QVariant& value)
+    {
+        setValue(value);
+        return *this;
+    }
+
+private:
+    friend class Recordset;
+    Field(Recordset* rs, int index) : m_rs(rs), m_index(index)
+    {
+    }
+    Recordset* m_rs;
+    int m_index;
+};
+
+class Recordset
+{
+public:
+    ~Recordset();
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+
+    // Rows in the set: greater than 0 whenever any row exists.
+    long long RecordCount() const;
+    bool isBOF() const; // VB's BOF
+    bool isEOF() const; // VB's EOF
+    void MoveFirst();
+    void MoveNext();
+    void MovePrevious();
+    void MoveLast();
+
+    void AddNew();
+    void Edit();
+    // Writes the edit buffer: one UPDATE by row id, or one INSERT. 3218 when another
+    // client holds the file locked past the busy wait; 3167 when the row is gone.
+    void Update();
+    void CancelUpdate();
+    void Delete();
+    int EditMode() const;
+
+    // Fields by name (without regard to case; 3265 when absent) and by position.
+    Field Fields(const QString& name);
+    Field Fields(int index);
+    int FieldCount() const;
+
+    // Table-type recordsets only: Index = "PrimaryKey" (or an index's name), then
+    // Seek("=", value) positions on the first match or sets NoMatch.
+    void setIndex(const QString& indexName);
+    QString Index() const;
+    void Seek(const QString& comparison, const QVariant& key);
+    bool NoMatch() const;
+
+    void Close();
+    bool isOpen() const;
+
+private:
+    friend class Database;
+    friend class Field;
+    struct Impl;
+    explicit Recordset(std::unique_ptr<Impl> impl);
+    std::unique_ptr<Impl> d;
+};
+
+class Database
+{
+public:
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    // source: a table name (any type) or a Jet SELECT (dynaset or snapshot).
+    std::unique_ptr<Recordset> OpenRecordset(const QString& source, int type = dbOpenDynaset, int options = 0);
+    // Runs one action statement (INSERT, UPDATE, DELETE, CREATE, ALTER, DROP).
+    void Execute(const QString& sql, int options = 0);
+    // Rows touched by the last Execute.
+    long long RecordsAffected() const;
+    // Closes the file and drops its locks; any later use raises 3420.
+    void Close();
+    bool isOpen() const;
+    QString Name() const; // the file's path
+    bool isReadOnly() const;
+    bool isExclusive() const;
+
+    // What DAO's TableDefs collection tells: the tables, and one table's fields in order.
+    QStringList TableNames();
+    QStringList FieldNames(const QString& table); // 3078 when there is no such table
+
+private:
+    friend class DBEngine;
+    explicit Database(std::shared_ptr<Connection> connection);
+    std::shared_ptr<Connection> m_connection;
+};
+
+class DBEngine
+{
+public:
+    // Opens an existing file; a missing file is never created (3024). exclusive:
+    // other clients' opens fail with 3045 until this one closes.
+    static std::shared_ptr<Database> OpenDatabase(const QString& path, bool exclusive = false, bool readOnly = false,
+                                                  const QString& connect = QString());
+    // Makes a new, empty file; 3204 when the file is already there.
+    static std::shared_ptr<Database> CreateDatabase(const QString& path);
+
+    // How long a statement waits for another client's lock before failing (ms).
+    static int busyTimeoutMs();
+    static void setBusyTimeoutMs(int ms);
+
+    // Count of statements sent to SQLite since the last reset, for tests that
+    // prove how much work a path does.
+    static long long statementCount();
+    static void resetStatementCount();
+};
+
+} // namespace dao

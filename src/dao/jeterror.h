@@ -1,0 +1,67 @@
+#pragma once
+// The error the data engine raises: a Jet error number, which the logic switches
+// on, and a description in our own plain words.
+
+#include <QString>
+#include <stdexcept>
+
+namespace dao {
+
+// The Jet error numbers the logic relies on.
+enum JetErrorNumber : int {
+    errUpdateWithoutEdit = 3020,
+    errNoCurrentRecord = 3021,
+    errDuplicateKey = 3022,
+    errFileNotFound = 3024,
+    errCannotUpdate = 3027, // read-only database or recordset
+    errDiskOrNetwork = 3043,
+    errInvalidPath = 3044,
+    errExclusivelyLocked = 3045,
+    errCorrupt = 3049,
+    errCouldNotLockFile = 3050,
+    errNoPermission = 3051,
+    errInvalidFileName = 3055,
+    errTooFewParameters = 3061, // an unknown column in a query
+    errSyntaxMissingOperator = 3075,
+    errTableNotFound = 3078,
+    errSyntaxInsert = 3134,
+    errCharactersAfterEnd = 3142,
+    errSyntaxUpdate = 3144,
+    errRecordDeleted = 3167,
+    errDatabaseExists = 3204,
+    errRecordLocked = 3218,
+    errInvalidOperation = 3219,
+    errLockedByUser = 3260,
+    errItemNotFound = 3265,
+    errUnrecognizedFormat = 3343,
+    errFieldExists = 3380,
+    errObjectInvalid = 3420,
+    errExclusiveByAdmin = 3734,
+};
+
+class JetError : public std::runtime_error
+{
+public:
+    JetError(int number, const QString& description);
+
+    int number() const
+    {
+        return m_number;
+    }
+    const QString& description() const
+    {
+        return m_description;
+    }
+
+private:
+    int m_number;
+    QString m_description;
+};
+
+// Our own plain description of a Jet error number ("" for an unknown number).
+QString jetErrorText(int number);
+
+// Raises JetError with the number and its plain description, plus detail when given.
+[[noreturn]] void raiseJetError(int number, const QString& detail = QString());
+
+} // namespace dao

@@ -1,0 +1,35 @@
+#pragma once
+// Translation of the Jet SQL dialect into SQLite's. Pure text work: no database.
+//
+// Accepted: double- and single-quoted text literals (a doubled quote inside stands
+// for itself), [bracketed] names, SELECT TOP n, True/False, Jet's column types
+// (Bit, Long, Integer, Double, Text(n), Counter...), ALTER TABLE ... ADD COLUMN
+// with NOT NULL on a table that has rows, ALTER TABLE ... DROP COLUMN, qualified
+// columns in UPDATE ... SET, INNER JOIN ... ON, and a trailing ";" with blanks.
+// Anything after the end of the one statement is refused with 3142.
+
+#include <QString>
+
+namespace dao {
+
+enum class StatementKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, AlterTable, Drop, Other };
+
+struct Translation
+{
+    QString sql;          // the statement in SQLite's dialect
+    StatementKind kind = StatementKind::Other;
+    // For a SELECT over one table only (no join, DISTINCT, GROUP BY, UNION or
+    // aggregate): the table's name, and sql carries the row id as its first column
+    // named "__rowid", so a dynaset can write rows back. Empty otherwise: read-only.
+    QString singleTable;
+};
+
+// Translates one Jet statement. Raises JetError (3142 for text after the end,
+// 3075/3134/3144 for what cannot be a statement, such as an unclosed literal).
+Translation translateJet(const QString& jetSql);
+
+// Jet's LIKE: * any run, ? one character, # one digit, [abc] [a-z] [!abc] a set,
+// compared without regard to case over all of Unicode.
+bool jetLike(const QString& text, const QString& pattern);
+
+} // namespace dao

@@ -1,0 +1,41 @@
+#pragma once
+// The one gateway for the end of the process (VB's End). The real one closes what
+// must be closed and exits; the test one throws EndOfRun so a test can see that
+// the run would have ended, and what follows End never runs.
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+namespace platform {
+
+struct EndOfRun : std::runtime_error
+{
+    explicit EndOfRun(int code) : std::runtime_error("End of run"), exitCode(code)
+    {
+    }
+    int exitCode;
+};
+
+class ProcessControl
+{
+public:
+    virtual ~ProcessControl() = default;
+    [[noreturn]] virtual void end(int exitCode) = 0;
+};
+
+void setProcessControl(std::unique_ptr<ProcessControl> impl); // nullptr: the real one
+ProcessControl& processControl();
+
+// Work to do before the process ends (close the database, remove the tray icon).
+// Runs once, in reverse order of registration, from the real End.
+void atEnd(std::function<void()> fn);
+void clearAtEnd();
+
+// VB's End.
+[[noreturn]] void End(int exitCode = 0);
+
+// VB's DoEvents: lets pending events and timers run.
+void DoEvents();
+
+} // namespace platform

@@ -1,0 +1,34 @@
+#include "start/err.h"
+
+ErrObject Err;
+
+void ErrObject::Clear()
+{
+    Number = 0;
+    Description.clear();
+}
+
+void ErrObject::Set(const dao::JetError& e)
+{
+    Number = e.number();
+    Description = e.description();
+}
+
+void ErrObject::Raise(long long number, const QString& description)
+{
+    const QString text = description.isEmpty() ? dao::jetErrorText(int(number)) : description;
+    Number = number;
+    Description = text;
+    throw dao::JetError(int(number), text);
+}
+
+bool ResumeNext(const std::function<void()>& fn)
+{
+    try {
+        fn();
+        return true;
+    } catch (const dao::JetError& e) {
+        Err.Set(e);
+        return false;
+    }
+}

@@ -1,0 +1,15 @@
+#include "start/globals.h"
+
+#include "start/err.h"
+
+#define VESKOR_DEFINE_RUN_WIDE(type, name, start) type name = start;
+VESKOR_RUN_WIDE(VESKOR_DEFINE_RUN_WIDE)
+#undef VESKOR_DEFINE_RUN_WIDE
+
+void resetRunWide()
+{
+#define VESKOR_RESET_RUN_WIDE(type, name, start) name = start;
+    VESKOR_RUN_WIDE(VESKOR_RESET_RUN_WIDE)
+#undef VESKOR_RESET_RUN_WIDE
+    Err.Clear();
+}
