@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# The main job: builds, creates a demo site (once) and opens the client on it.
+# Usage: scripts/run.sh [SITE_DIR]   (default: ./demo-site)
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+site=${1:-$root/demo-site}
+build=$root/build
+"$root/scripts/build.sh" "$build"
+admin=$build/src/admin/veskor-admin
+if [ ! -f "$site/veskor.mdb" ]; then
+    "$admin" demo "$site"
+fi
+echo "Demo site: $site"
+"$admin" board --site "$site"
+client=$build/src/start/user
+if [ -x "$client" ]; then
+    # The client reads veskor.ini beside the program; give it a copy pointing at the site.
+    cp "$site/veskor.ini" "$(dirname "$client")/veskor.ini"
+    if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+        echo "No display: running the client under Xvfb."
+        exec xvfb-run -a "$client"
+    fi
+    exec "$client"
+fi
