@@ -1,0 +1,34 @@
+#pragma once
+// The tables of the shared file, for the site administration tool and the tests.
+// The client itself never creates tables; it only brings an older file up to
+// date. One description of the tables drives both releases this module makes:
+// the present one, and the older one that lacks what the client's upgrade adds.
+
+#include <QString>
+#include <QStringList>
+
+namespace dao {
+class Database;
+}
+
+namespace database {
+
+enum class SchemaRelease
+{
+    Present,
+    Older
+};
+
+// Every table with its keys and indexes, as the present release has them.
+void createPresentSchema(dao::Database& db);
+// The same tables without the columns the client's upgrade adds, and with the
+// old `TrackeeLastUpdate` column in EmployeeStatusTracking and MessagesTable.
+void createOlderRelease(dao::Database& db);
+void createSchema(dao::Database& db, SchemaRelease release);
+
+// The tables in the order they are created.
+QStringList schemaTables();
+// The Jet statements that make the schema of a release: CREATE TABLE, then CREATE INDEX.
+QStringList schemaStatements(SchemaRelease release);
+
+} // namespace database

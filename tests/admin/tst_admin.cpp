@@ -1,0 +1,294 @@
+// veskor-admin's commands, run in-process on real files, and once as the real program.
+#include "admin/admin.h"
+#include "dao/dao.h"
+#include "database/site.h"
+#include "tempsite.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Result
+{
+    int code = -1;
+    QString out;
+    QString err;
+};
+
+Result run(const QStringList& args)
+{
+    Result r;
+    QTextStream out(&r.out);
+    QTextStream err(&r.err);
+    r.code = admin::runAdmin(args, out, err);
+    out.flush();
+    err.flush();
+    return r;
+}
+
+QString value(const TempSite& site, const QString& sql)
+{
+    auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
+    return rs->isEOF() ? QStringLiteral("<no row>") : rs->Fields(0).Text();
+}
+
+} // namespace
+
+class TstAdmin : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initMakesASiteOnce()
+    {
+        QTemporaryDir tmp;
+        const QString dir = tmp.filePath("site");
+        const Result made = run({"init", dir});
+        QCOMPARE(made.code, 0);
+        QVERIFY(QFile::exists(dir + "/veskor.mdb"));
+        QVERIFY(QFile::exists(dir + "/veskor.ini"));
+        const Result again = run({"init", dir});
+        QCOMPARE(again.code, 1);
+        QVERIFY2(again.err.contains("already exists"), qPrintable(again.err));
+    }
+
+    void initOlderRelease()
+    {
+        QTemporaryDir tmp;
+        QCOMPARE(run({"init", tmp.path() + "/old", "--older-release"}).code, 0);
+        auto db = database::openSite(tmp.path() + "/old");
+        QVERIFY(db->FieldNames("EmployeeStatusTracking").contains("TrackeeLastUpdate"));
+    }
+
+    // Each command's effect on the file, and the counter it raises.
+    void commands_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("counter");
+        QTest::addColumn<QString>("query");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("user add") << QStringList{"user", "add", "Cara Lin", "--uid", "clin", "--phone", "2345"}
+                                  << "Counter"
+                                  << "SELECT Phone FROM EmployeeTable WHERE UID = 'clin' AND Name = 'Cara Lin'"
+                                  << "2345";
+        QTest::newRow("group add") << QStringList{"group", "add", "Help Desk*"} << "GroupCounter"
+                                   << "SELECT GroupName FROM GroupTable WHERE GroupName = 'help desk*'"
+                                   << "Help Desk*";
+        QTest::newRow("group member") << QStringList{"group", "member", "sales", "ann lee", "--manager"}
+                                      << "GroupCounter"
+                                      << "SELECT EmployeeName FROM EmployeeGroupTable WHERE GroupManager = True"
+                                      << "Ann Lee"; // as the row spells it
+        QTest::newRow("status-type add")
+            << QStringList{"status-type", "add", "Training", "12", "--button", "Train", "--protected", "--toolbar"}
+            << "StatusTypeCounter"
+            << "SELECT ButtonText FROM StatusTypesTable WHERE Status = 'Training' AND StatusCode = 12 AND "
+               "ProtectedStatus = True AND OnToolBar = True"
+            << "Train";
+        QTest::newRow("column add") << QStringList{"column", "add", "New_Mobile"} << "ExtraColumnsCounter"
+                                    << "SELECT COUNT(New_Mobile) FROM EmployeeTable"
+                                    << "0";
+        QTest::newRow("security level") << QStringList{"settings", "set", "SystemSecurityLevel", "2"}
+                                        << "SecurityCounter"
+                                        << "SELECT SystemSecurityLevel FROM GlobalSettingsTable"
+                                        << "2";
+        QTest::newRow("other setting") << QStringList{"settings", "set", "AllowMessaging", "off"} << ""
+                                       << "SELECT AllowMessaging FROM GlobalSettingsTable"
+                                       << "False";
+    }
+    void commands()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(QString, counter);
+        QFETCH(QString, query);
+        QFETCH(QString, expected);
+        TempSite site;
+        site.person("Ann Lee").group("Sales");
+        const auto counters = [&] {
+            QStringList all;
+            for (const char* name :
+                 {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter", "ExtraColumnsCounter"})
+                all << QString::number(database::readCounter(*site.openDb(), name));
+            return all;
+        };
+        QStringList before = counters();
+        const Result r = run(args + QStringList{"--site", site.path()});
+        QVERIFY2(r.code == 0, qPrintable(r.err));
+        QVERIFY(!r.out.isEmpty());
+        QCOMPARE(value(site, query), expected);
+        if (!counter.isEmpty()) {
+            const qsizetype i =
+                QStringList{"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter", "ExtraColumnsCounter"}
+                    .indexOf(counter);
+            before[i] = QString::number(before[i].toLongLong() + 1);
+        }
+        QCOMPARE(counters(), before);
+    }
+
+    void settingsGetAndShutdown()
+    {
+        TempSite site;
+        const Result got = run({"settings", "get", "DatabaseVersion", "--site", site.path()});
+        QCOMPARE(got.code, 0);
+        QCOMPARE(got.out, QStringLiteral("2005\n"));
+        const QString file = QDir(site.path()).filePath("forceshutdown.ini");
+        QCOMPARE(run({"shutdown", "on", "--site", site.path()}).code, 0);
+        QCOMPARE(database::readIniValue(file, "ForceShutDown", "ForceShutDown"), QStringLiteral("TRUE"));
+        QCOMPARE(run({"shutdown", "OFF", "--site", site.path()}).code, 0);
+        QCOMPARE(database::readIniValue(file, "ForceShutDown", "ForceShutDown"), QStringLiteral("FALSE"));
+    }
+
+    void failures_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no command") << QStringList{} << 2 << "no command";
+        QTest::newRow("unknown command") << QStringList{"user", "remove", "Ann"} << 2 << "unknown command";
+        QTest::newRow("unknown option") << QStringList{"board", "--colour"} << 2 << "colour";
+        QTest::newRow("option of another command")
+            << QStringList{"group", "add", "X", "--manager"} << 2 << "--manager does not apply to group add";
+        QTest::newRow("missing argument") << QStringList{"group", "member", "Sales"} << 2 << "usage:";
+        QTest::newRow("both formats") << QStringList{"board", "--csv", "--json"} << 2 << "not both";
+        QTest::newRow("shutdown maybe") << QStringList{"shutdown", "maybe"} << 2 << "on|off";
+        QTest::newRow("duplicate user") << QStringList{"user", "add", "ANN LEE"} << 1 << "already a user";
+        QTest::newRow("unknown group") << QStringList{"group", "member", "Nowhere", "Ann Lee"} << 1 << "no group";
+        QTest::newRow("board of unknown group") << QStringList{"board", "Nowhere"} << 1 << "no group";
+        QTest::newRow("reserved code") << QStringList{"status-type", "add", "Away", "10"} << 1 << "kept";
+        QTest::newRow("code not a number") << QStringList{"status-type", "add", "Away", "ten"} << 2 << "whole number";
+        QTest::newRow("bad column") << QStringList{"column", "add", "Mobile"} << 1 << "New_";
+        QTest::newRow("unknown setting") << QStringList{"settings", "get", "Colour"} << 1 << "no field";
+    }
+    void failures()
+    {
+        QFETCH(QStringList, args);
+        QFETCH(int, code);
+        QFETCH(QString, message);
+        TempSite site;
+        site.person("Ann Lee");
+        const Result r = run(args + QStringList{"--site", site.path()});
+        QCOMPARE(r.code, code);
+        QVERIFY2(r.err.contains(message, Qt::CaseInsensitive), qPrintable(r.err));
+        QVERIFY(r.err.startsWith("veskor-admin: "));
+    }
+
+    void failuresOfTheFile()
+    {
+        QTemporaryDir tmp;
+        const Result none = run({"board", "--site", tmp.path()});
+        QCOMPARE(none.code, 1);
+        QVERIFY2(none.err.contains("no site database"), qPrintable(none.err));
+
+        QFile junk(tmp.filePath("veskor.mdb"));
+        QVERIFY(junk.open(QIODevice::WriteOnly));
+        junk.write(QByteArray(4096, 'x'));
+        junk.close();
+        const Result bad = run({"board", "--site", tmp.path()});
+        QCOMPARE(bad.code, 1);
+        QVERIFY2(bad.err.contains("database error 3343"), qPrintable(bad.err)); // a Jet error with its number
+    }
+
+    void boardFormats()
+    {
+        TempSite site;
+        site.column("New_Mobile").person("Bob").person("Ann").status("Bob", "Out", "Tomorrow", "Trip, \"north\"");
+        const QString at = site.path();
+
+        const Result csv = run({"board", "--csv", "--site", at});
+        QCOMPARE(csv.code, 0);
+        QCOMPARE(csv.out.split('\n'), (QStringList{"Name,Status,Phone,DueBack,Comments,LastModified,New_Mobile",
+                                                   "Ann,,,,,,", "Bob,Out,,Tomorrow,\"Trip, \"\"north\"\"\",,", ""}));
+
+        const Result json = run({"board", "--json", "--site", at});
+        QCOMPARE(json.code, 0);
+        const QJsonObject doc = QJsonDocument::fromJson(json.out.toUtf8()).object();
+        QCOMPARE(doc["group"].toString(), QStringLiteral("Everyone"));
+        const QJsonArray rows = doc["rows"].toArray();
+        QCOMPARE(rows.size(), 2);
+        QCOMPARE(rows[1].toObject()["Comments"].toString(), QStringLiteral("Trip, \"north\""));
+        QCOMPARE(rows[1].toObject().keys().size(), 7);
+
+        const Result text = run({"board", "--site", at});
+        QCOMPARE(text.code, 0);
+        QVERIFY(text.out.section('\n', 0, 0).contains("Mobile"));
+        QVERIFY(!text.out.section('\n', 0, 0).contains("New_"));
+        QCOMPARE(text.out.count('\n'), 4); // heading, rule, two rows
+    }
+
+    void siteFromTheIniInTheCurrentFolder()
+    {
+        TempSite site;
+        site.person("Ann Lee");
+        QTemporaryDir elsewhere;
+        QFile::copy(site.iniPath(), elsewhere.filePath("veskor.ini"));
+        const QString was = QDir::currentPath();
+        QDir::setCurrent(elsewhere.path());
+        const Result r = run({"board", "--csv"});
+        QDir::setCurrent(was);
+        QCOMPARE(r.code, 0);
+        QVERIFY(r.out.contains("Ann Lee"));
+    }
+
+    void demoOffice()
+    {
+        QTemporaryDir tmp;
+        QCOMPARE(run({"demo", tmp.path()}).code, 0);
+        auto db = database::openSite(tmp.path());
+        const auto number = [&](const QString& sql) {
+            return db->OpenRecordset(sql, dao::dbOpenSnapshot)->Fields(0).Value().toLongLong();
+        };
+        QVERIFY(number("SELECT COUNT(*) FROM EmployeeTable") >= 40);
+        QCOMPARE(number("SELECT COUNT(*) FROM GroupTable"), 4LL);
+        QCOMPARE(number("SELECT COUNT(*) FROM GroupTable WHERE GroupName LIKE '*[*]'"), 1LL);
+        QCOMPARE(number("SELECT COUNT(*) FROM EmployeeTable WHERE Name = 'Meeting Room 1'"), 1LL);
+        QVERIFY(number("SELECT COUNT(*) FROM EmployeeTable WHERE New_Mobile <> ''") >= 40);
+        QVERIFY(number("SELECT COUNT(*) FROM EmployeeTable WHERE DueBack <> ''") > 5);
+        QVERIFY(number("SELECT COUNT(*) FROM EmployeeStatusTracking") > 0);
+        for (const char* category : {"New", "Read", "Sent"})
+            QVERIFY(number(QString("SELECT COUNT(*) FROM MessagesTable WHERE Category = '%1'").arg(category)) > 0);
+        const Result board = run({"board", "Help Desk*", "--site", tmp.path()});
+        QCOMPARE(board.code, 0);
+        QVERIFY(board.out.contains("Meeting Room 1"));
+    }
+
+    void helpListsTheCommands()
+    {
+        const Result r = run({"--help"});
+        QCOMPARE(r.code, 0);
+        for (const char* command : {"init DIR", "demo DIR", "user add", "group member", "status-type add", "column add",
+                                    "settings set", "shutdown on|off", "board [GROUP]"})
+            QVERIFY2(r.out.contains(command), command);
+    }
+
+    void realProgram()
+    {
+        QTemporaryDir tmp;
+        const auto admin = [&](const QStringList& args) {
+            QProcess p;
+            p.start(VESKOR_ADMIN_BINARY, args);
+            if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit)
+                return Result{-1, QString(), QStringLiteral("did not finish")};
+            return Result{p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+                          QString::fromUtf8(p.readAllStandardError())};
+        };
+        QCOMPARE(admin({"init", tmp.path()}).code, 0);
+        const Result added = admin({"user", "add", "Zoë Kraus", "--phone", "4711", "--site", tmp.path()});
+        QVERIFY2(added.code == 0, qPrintable(added.err));
+        const Result board = admin({"board", "--site", tmp.path()});
+        QCOMPARE(board.code, 0);
+        QVERIFY(board.out.contains(QStringLiteral("Zoë Kraus")));
+        QVERIFY(board.out.contains("4711"));
+        const Result wrong = admin({"user", "add", "zoë kraus", "--site", tmp.path()});
+        QCOMPARE(wrong.code, 1);
+        QVERIFY(!wrong.err.isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TstAdmin)
+#include "tst_admin.moc"

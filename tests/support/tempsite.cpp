@@ -1,0 +1,98 @@
+#include "tempsite.h"
+
+#include "dao/dao.h"
+
+#include <QDir>
+#include <stdexcept>
+
+TempSite::TempSite(database::SchemaRelease release)
+{
+    if (!m_dir.isValid())
+        throw std::runtime_error("cannot make a temporary folder: " + m_dir.errorString().toStdString());
+    database::createSite(m_dir.path(), {release});
+}
+
+QString TempSite::path() const
+{
+    return database::siteFolderText(m_dir.path());
+}
+
+QString TempSite::dbPath() const
+{
+    return QDir(m_dir.path()).filePath(database::kDatabaseFileName);
+}
+
+QString TempSite::iniPath() const
+{
+    return QDir(m_dir.path()).filePath(database::kSettingsFileName);
+}
+
+std::shared_ptr<dao::Database> TempSite::openDb() const
+{
+    return database::openSite(m_dir.path());
+}
+
+TempSite& TempSite::person(const QString& name, const QString& uid, const QString& phone)
+{
+    database::addPerson(*openDb(), {name, uid, phone});
+    return *this;
+}
+
+TempSite& TempSite::group(const QString& name)
+{
+    database::addGroup(*openDb(), name);
+    return *this;
+}
+
+TempSite& TempSite::member(const QString& group, const QString& name, bool manager)
+{
+    database::addMember(*openDb(), group, name, manager);
+    return *this;
+}
+
+TempSite& TempSite::status(const QString& name, const QString& status, const QString& dueBack, const QString& comments)
+{
+    return this->status(name, database::PersonStatus{status, dueBack, comments, {}, {}});
+}
+
+TempSite& TempSite::status(const QString& name, const database::PersonStatus& status)
+{
+    database::setStatus(*openDb(), name, status);
+    return *this;
+}
+
+TempSite& TempSite::statusType(const database::StatusTypeSpec& type)
+{
+    database::addStatusType(*openDb(), type);
+    return *this;
+}
+
+TempSite& TempSite::column(const QString& newColumn, bool readOnly)
+{
+    database::addExtraColumn(*openDb(), newColumn, readOnly);
+    return *this;
+}
+
+TempSite& TempSite::tracking(const QString& tracker, const QString& trackee, const QString& trackeeStatus,
+                             double lastUpdated)
+{
+    database::addTracking(*openDb(), {tracker, trackee, trackeeStatus, lastUpdated});
+    return *this;
+}
+
+TempSite& TempSite::setting(const QString& field, const QString& value)
+{
+    database::setSetting(*openDb(), field, value);
+    return *this;
+}
+
+TempSite& TempSite::execute(const QString& jetSql)
+{
+    openDb()->Execute(jetSql);
+    return *this;
+}
+
+long long TempSite::message(const database::MessageSpec& message)
+{
+    return database::addMessage(*openDb(), message);
+}
