@@ -12,7 +12,7 @@ class Clock
 {
 public:
     virtual ~Clock() = default;
-    virtual QDateTime now() = 0;  // local time
+    virtual QDateTime now() = 0;    // local time
     virtual void sleep(int ms) = 0; // the Windows Sleep: blocks the thread
 };
 
@@ -48,7 +48,11 @@ QDateTime dateFromDateTimeNum(double value);
 QString DateTimeNumText(double value);
 
 // VB's Format for the forms the system uses: "yyyy-mm-dd hh:mm:ss",
-// "mmm dd, yyyy hh:mm:ss", "Long Date", "Long Time", "Short Time", "General Date".
+// "mmm dd, yyyy hh:mm:ss", "Long Date", "Long Time", "Short Time", "General Date"
+// (and "Short Date"), in the default QLocale. Other patterns are read with VB's
+// date letters: y m d h n s, "AM/PM", "A/P", "quoted" and \-escaped literals;
+// "m"/"mm" are minutes straight after an hour or before seconds. Hours are
+// 24-hour unless the pattern has AM/PM.
 QString Format(const QDateTime& when, const QString& vbFormat);
 
 } // namespace platform

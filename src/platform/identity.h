@@ -33,6 +33,7 @@ public:
     QString login;
     QString computer;
     QString ip;
+    int osMajor = 10;
 };
 
 } // namespace platform

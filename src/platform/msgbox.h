@@ -8,14 +8,17 @@
 //   VESKOR_MSGBOX_ANSWERS=file  one answer a line ("OK", "Cancel", "Yes", "No",
 //                               "Retry", "Abort", "Ignore" or a number), used in order
 //   VESKOR_MSGBOX_LOG=file      every box appended as "title<TAB>flags<TAB>text"
-//                               (text with CR and LF written as \r and \n)
+//                               (text with CR and LF written as \r and \n); a box
+//                               past the last answer adds a line "UNANSWERED" and
+//                               takes its first button (see msgboxfile.h)
 
 #include <QString>
 #include <memory>
 
 namespace platform {
 
-enum VbMsgBoxStyle : int {
+enum VbMsgBoxStyle : int
+{
     vbOKOnly = 0,
     vbOKCancel = 1,
     vbAbortRetryIgnore = 2,
@@ -30,7 +33,16 @@ enum VbMsgBoxStyle : int {
     vbDefaultButton3 = 512,
 };
 
-enum VbMsgBoxResult : int { vbOK = 1, vbCancel = 2, vbAbort = 3, vbRetry = 4, vbIgnore = 5, vbYes = 6, vbNo = 7 };
+enum VbMsgBoxResult : int
+{
+    vbOK = 1,
+    vbCancel = 2,
+    vbAbort = 3,
+    vbRetry = 4,
+    vbIgnore = 5,
+    vbYes = 6,
+    vbNo = 7
+};
 
 class MessageBoxes
 {
@@ -48,9 +60,27 @@ MessageBoxes& messageBoxes();
 // VB's MsgBox. An empty title shows the application's title.
 int MsgBox(const QString& prompt, int flags = vbOKOnly, const QString& title = QString());
 
+// The implementation used when none is installed, chosen by the environment as
+// described above.
+std::unique_ptr<MessageBoxes> defaultMessageBoxes();
+// True when VESKOR_MSGBOX_ANSWERS names a file of answers.
+bool fileDrivenMessageBoxesRequested();
+
+// VB's App.Title: the title of a box given none. Until set, the application's name.
+void setAppTitle(const QString& title);
+QString appTitle();
+// The title a box shows: the one given, or appTitle() when it is empty.
+QString shownTitle(const QString& title);
+
 // The button set of flags (flags & 7) and the answer its first button gives.
 int firstButtonAnswer(int flags);
+// Whether the button set of flags has a button that gives this answer.
+bool buttonSetHas(int flags, int answer);
 // "OK", "Yes"... to the answer code; 0 when not a known word or number.
 int answerFromText(const QString& text);
+// The answer code as its word ("Retry"), or the number when it is no answer.
+QString answerName(int code);
+// The text on one line: CR, LF and TAB written as \r, \n and \t.
+QString escapeBoxText(const QString& text);
 
 } // namespace platform

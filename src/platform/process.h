@@ -31,6 +31,10 @@ ProcessControl& processControl();
 // Runs once, in reverse order of registration, from the real End.
 void atEnd(std::function<void()> fn);
 void clearAtEnd();
+// Runs the registered work, newest first, and forgets it, so each piece runs at
+// most once even when one of them calls End again. The real End calls it; a test
+// may call it to see what an End would have closed.
+void runAtEnd();
 
 // VB's End.
 [[noreturn]] void End(int exitCode = 0);

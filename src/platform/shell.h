@@ -25,7 +25,7 @@ public:
 void setShell(std::unique_ptr<Shell> impl); // nullptr: the real one
 Shell& shell();
 
-// Records every request and answers true; for tests.
+// Records every request and answers `result`; for tests.
 class RecordingShell : public Shell
 {
 public:
@@ -34,7 +34,8 @@ public:
     bool playSound(const QString& waveFile) override;
     bool showHelp(const QString& helpFile, int context) override;
 
-    QStringList calls; // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>"
+    QStringList calls;  // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>"
+    bool result = true; // what every request answers; false to play a failing desktop
 };
 
 } // namespace platform

@@ -1,0 +1,18 @@
+#include "platform/gui/guigateways.h"
+
+#include "platform/gui/qtmessageboxes.h"
+#include "platform/gui/qtshell.h"
+#include "platform/msgbox.h"
+#include "platform/shell.h"
+
+namespace platform {
+
+void installGuiGateways()
+{
+    if (!fileDrivenMessageBoxesRequested()) {
+        setMessageBoxes(std::make_unique<QtMessageBoxes>());
+    }
+    setShell(std::make_unique<QtShell>());
+}
+
+} // namespace platform

@@ -1,0 +1,175 @@
+#include "platform/msgbox.h"
+
+#include "platform/msgboxfile.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+#include <cstdio>
+
+namespace platform {
+
+namespace {
+
+// Shows nothing: writes the box to standard error and takes the first button, so a
+// run without a screen never waits for an answer nobody can give.
+class StderrMessageBoxes : public MessageBoxes
+{
+public:
+    int show(const QString& prompt, int flags, const QString& title) override
+    {
+        const int answer = firstButtonAnswer(flags);
+        QTextStream err(stderr);
+        err << "[" << shownTitle(title) << "] " << escapeBoxText(prompt) << " (flags " << flags << ", answered "
+            << answerName(answer) << ")\n";
+        err.flush();
+        return answer;
+    }
+};
+
+std::unique_ptr<MessageBoxes>& installed()
+{
+    static std::unique_ptr<MessageBoxes> impl;
+    return impl;
+}
+
+QString& titleOverride()
+{
+    static QString title;
+    return title;
+}
+
+} // namespace
+
+std::unique_ptr<MessageBoxes> defaultMessageBoxes()
+{
+    const QString answers = qEnvironmentVariable("VESKOR_MSGBOX_ANSWERS");
+    if (!answers.isEmpty()) {
+        return std::make_unique<FileMessageBoxes>(answers, qEnvironmentVariable("VESKOR_MSGBOX_LOG"));
+    }
+    return std::make_unique<StderrMessageBoxes>();
+}
+
+bool fileDrivenMessageBoxesRequested()
+{
+    return !qEnvironmentVariable("VESKOR_MSGBOX_ANSWERS").isEmpty();
+}
+
+void setMessageBoxes(std::unique_ptr<MessageBoxes> impl)
+{
+    installed() = std::move(impl);
+}
+
+MessageBoxes& messageBoxes()
+{
+    auto& impl = installed();
+    if (!impl) {
+        impl = defaultMessageBoxes();
+    }
+    return *impl;
+}
+
+int MsgBox(const QString& prompt, int flags, const QString& title)
+{
+    return messageBoxes().show(prompt, flags, title);
+}
+
+void setAppTitle(const QString& title)
+{
+    titleOverride() = title;
+}
+
+QString appTitle()
+{
+    if (!titleOverride().isEmpty()) {
+        return titleOverride();
+    }
+    return QCoreApplication::applicationName();
+}
+
+QString shownTitle(const QString& title)
+{
+    return title.isEmpty() ? appTitle() : title;
+}
+
+int firstButtonAnswer(int flags)
+{
+    switch (flags & 7) {
+    case vbAbortRetryIgnore:
+        return vbAbort;
+    case vbYesNoCancel:
+    case vbYesNo:
+        return vbYes;
+    case vbRetryCancel:
+        return vbRetry;
+    default:
+        return vbOK;
+    }
+}
+
+bool buttonSetHas(int flags, int answer)
+{
+    switch (flags & 7) {
+    case vbOKOnly:
+        return answer == vbOK;
+    case vbOKCancel:
+        return answer == vbOK || answer == vbCancel;
+    case vbAbortRetryIgnore:
+        return answer == vbAbort || answer == vbRetry || answer == vbIgnore;
+    case vbYesNoCancel:
+        return answer == vbYes || answer == vbNo || answer == vbCancel;
+    case vbYesNo:
+        return answer == vbYes || answer == vbNo;
+    case vbRetryCancel:
+        return answer == vbRetry || answer == vbCancel;
+    default:
+        return answer == vbOK;
+    }
+}
+
+namespace {
+
+struct AnswerWord
+{
+    const char* word;
+    int code;
+};
+
+constexpr AnswerWord answerWords[] = {{"OK", vbOK},       {"Cancel", vbCancel}, {"Abort", vbAbort},
+                                      {"Retry", vbRetry}, {"Ignore", vbIgnore}, {"Yes", vbYes},
+                                      {"No", vbNo}};
+
+} // namespace
+
+int answerFromText(const QString& text)
+{
+    const QString word = text.trimmed();
+    for (const auto& a : answerWords) {
+        if (word.compare(QLatin1String(a.word), Qt::CaseInsensitive) == 0) {
+            return a.code;
+        }
+    }
+    bool ok = false;
+    const int number = word.toInt(&ok);
+    return ok && number >= vbOK && number <= vbNo ? number : 0;
+}
+
+QString answerName(int code)
+{
+    for (const auto& a : answerWords) {
+        if (a.code == code) {
+            return QLatin1String(a.word);
+        }
+    }
+    return QString::number(code);
+}
+
+QString escapeBoxText(const QString& text)
+{
+    QString out = text;
+    out.replace(QLatin1Char('\r'), QLatin1String("\\r"));
+    out.replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    out.replace(QLatin1Char('\t'), QLatin1String("\\t"));
+    return out;
+}
+
+} // namespace platform

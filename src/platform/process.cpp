@@ -1,0 +1,92 @@
+#include "platform/process.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+// Ends the process at once after the registered work and a flush. The normal
+// exit path (static destructors while a QApplication still lives on main's
+// stack, with its platform plugin and threads) is what crashes, so it is skipped:
+// everything that must be closed is closed by the atEnd work.
+class RealProcessControl : public ProcessControl
+{
+public:
+    [[noreturn]] void end(int exitCode) override
+    {
+        runAtEnd();
+        std::fflush(nullptr);
+        std::_Exit(exitCode);
+    }
+};
+
+std::unique_ptr<ProcessControl>& installed()
+{
+    static std::unique_ptr<ProcessControl> impl;
+    return impl;
+}
+
+std::vector<std::function<void()>>& atEndWork()
+{
+    static std::vector<std::function<void()>> work;
+    return work;
+}
+
+} // namespace
+
+void setProcessControl(std::unique_ptr<ProcessControl> impl)
+{
+    installed() = std::move(impl);
+}
+
+ProcessControl& processControl()
+{
+    auto& impl = installed();
+    if (!impl) {
+        impl = std::make_unique<RealProcessControl>();
+    }
+    return *impl;
+}
+
+void atEnd(std::function<void()> fn)
+{
+    atEndWork().push_back(std::move(fn));
+}
+
+void clearAtEnd()
+{
+    atEndWork().clear();
+}
+
+void runAtEnd()
+{
+    // Taken out of the list one by one: work that calls End, or registers more
+    // work, finds only what has not run yet.
+    auto& work = atEndWork();
+    while (!work.empty()) {
+        auto fn = std::move(work.back());
+        work.pop_back();
+        if (fn) {
+            fn();
+        }
+    }
+}
+
+void End(int exitCode)
+{
+    processControl().end(exitCode);
+    std::_Exit(exitCode); // not reached: an end() that returned would break the promise of End
+}
+
+void DoEvents()
+{
+    if (QCoreApplication::instance()) {
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace platform

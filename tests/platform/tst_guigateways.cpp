@@ -1,0 +1,268 @@
+// The client's gateways driven offscreen: real QMessageBoxes looked at and
+// answered from a timer, and the Qt shell with the desktop's URL handlers
+// replaced by this test.
+
+#include "platform/gui/guigateways.h"
+#include "platform/gui/qtmessageboxes.h"
+#include "platform/gui/qtshell.h"
+#include "platform/msgboxfile.h"
+
+#include <QApplication>
+#include <QAudioDevice>
+#include <QDataStream>
+#include <QDesktopServices>
+#include <QFile>
+#include <QMediaDevices>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace platform;
+using Button = QMessageBox::StandardButton;
+
+Q_DECLARE_METATYPE(QMessageBox::Icon)
+Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+
+namespace {
+
+// The VB answers of a box's buttons, in code order.
+QList<int> answersOf(QMessageBox* box)
+{
+    static const QHash<int, int> codes = {{QMessageBox::Ok, vbOK},         {QMessageBox::Cancel, vbCancel},
+                                          {QMessageBox::Abort, vbAbort},   {QMessageBox::Retry, vbRetry},
+                                          {QMessageBox::Ignore, vbIgnore}, {QMessageBox::Yes, vbYes},
+                                          {QMessageBox::No, vbNo}};
+    QList<int> out;
+    for (QAbstractButton* b : box->buttons()) {
+        out.append(codes.value(box->standardButton(b), -1));
+    }
+    std::sort(out.begin(), out.end());
+    return out;
+}
+
+// A valid 8-bit mono wave file of a few silent samples.
+QByteArray silentWave()
+{
+    const QByteArray samples(8, char(0x80));
+    QByteArray wave;
+    QDataStream out(&wave, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    out.writeRawData("RIFF", 4);
+    out << quint32(36 + samples.size());
+    out.writeRawData("WAVEfmt ", 8);
+    out << quint32(16) << quint16(1) << quint16(1) << quint32(8000) << quint32(8000) << quint16(1) << quint16(8);
+    out.writeRawData("data", 4);
+    out << quint32(samples.size());
+    out.writeRawData(samples.constData(), int(samples.size()));
+    return wave;
+}
+
+// Runs act on the next modal message box as soon as it is on screen.
+void whenBoxShows(std::function<void(QMessageBox*)> act)
+{
+    auto* poll = new QTimer(qApp);
+    poll->setInterval(10);
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, act] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); box && box->isVisible()) {
+            poll->deleteLater();
+            poll->stop();
+            act(box);
+        }
+    });
+    poll->start();
+}
+
+} // namespace
+
+class TestGuiGateways : public QObject
+{
+    Q_OBJECT
+
+    QList<QUrl> m_opened;
+    QTemporaryDir m_dir;
+
+public slots:
+    void openedUrl(const QUrl& url)
+    {
+        m_opened.append(url);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), this, "openedUrl");
+        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "openedUrl");
+    }
+    void cleanupTestCase()
+    {
+        QDesktopServices::unsetUrlHandler(QStringLiteral("mailto"));
+        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    }
+    void init()
+    {
+        m_opened.clear();
+        setAppTitle(QString());
+    }
+
+    void messageBox_data()
+    {
+        QTest::addColumn<int>("flags");
+        QTest::addColumn<QList<int>>("buttons");
+        QTest::addColumn<QMessageBox::Icon>("icon");
+        QTest::addColumn<Button>("defaultButton");
+        QTest::addColumn<QString>("press"); // a button's name, or "Escape"
+        QTest::addColumn<int>("answer");
+        QTest::newRow("OK only") << int(vbOKOnly) << QList<int>{vbOK} << QMessageBox::NoIcon << QMessageBox::Ok << "OK"
+                                 << int(vbOK);
+        QTest::newRow("OK only, Escape") << int(vbOKOnly | vbInformation) << QList<int>{vbOK}
+                                         << QMessageBox::Information << QMessageBox::Ok << "Escape" << int(vbOK);
+        QTest::newRow("retry cancel, stop, Retry")
+            << (vbRetryCancel | vbCritical) << QList<int>{vbCancel, vbRetry} << QMessageBox::Critical
+            << QMessageBox::Retry << "Retry" << int(vbRetry);
+        QTest::newRow("retry cancel, Escape is Cancel")
+            << (vbRetryCancel | vbCritical) << QList<int>{vbCancel, vbRetry} << QMessageBox::Critical
+            << QMessageBox::Retry << "Escape" << int(vbCancel);
+        QTest::newRow("yes no, question, second default")
+            << (vbYesNo | vbQuestion | vbDefaultButton2) << QList<int>{vbYes, vbNo} << QMessageBox::Question
+            << QMessageBox::No << "Yes" << int(vbYes);
+        QTest::newRow("yes no, Escape is No") << (vbYesNo | vbExclamation) << QList<int>{vbYes, vbNo}
+                                              << QMessageBox::Warning << QMessageBox::Yes << "Escape" << int(vbNo);
+        QTest::newRow("yes no cancel, third default")
+            << (vbYesNoCancel | vbDefaultButton3) << QList<int>{vbCancel, vbYes, vbNo} << QMessageBox::NoIcon
+            << QMessageBox::Cancel << "No" << int(vbNo);
+        QTest::newRow("OK cancel, third default is the first")
+            << (vbOKCancel | vbDefaultButton3) << QList<int>{vbOK, vbCancel} << QMessageBox::NoIcon << QMessageBox::Ok
+            << "Escape" << int(vbCancel);
+        // VB's Abort/Retry/Ignore box has no Escape: the key does nothing, Ignore is pressed after it.
+        QTest::newRow("abort retry ignore, Escape does nothing")
+            << int(vbAbortRetryIgnore) << QList<int>{vbAbort, vbRetry, vbIgnore} << QMessageBox::NoIcon
+            << QMessageBox::Abort << "Escape" << int(vbIgnore);
+    }
+    void messageBox()
+    {
+        QFETCH(int, flags);
+        QFETCH(QList<int>, buttons);
+        QFETCH(QMessageBox::Icon, icon);
+        QFETCH(Button, defaultButton);
+        QFETCH(QString, press);
+        QFETCH(int, answer);
+
+        QList<int> seenButtons;
+        QMessageBox::Icon seenIcon = QMessageBox::NoIcon;
+        Button seenDefault = QMessageBox::NoButton;
+        whenBoxShows([&](QMessageBox* box) {
+            seenButtons = answersOf(box);
+            seenIcon = box->icon();
+            seenDefault = box->standardButton(box->defaultButton());
+            if (press == QLatin1String("Escape")) {
+                QTest::keyClick(box, Qt::Key_Escape);
+                QPointer<QMessageBox> still(box);
+                QTimer::singleShot(50, box, [still] {
+                    if (still && still->isVisible()) {
+                        still->button(QMessageBox::Ignore)->click();
+                    }
+                });
+                return;
+            }
+            for (QAbstractButton* b : box->buttons()) {
+                if (b->text().remove(QLatin1Char('&')).compare(press, Qt::CaseInsensitive) == 0) {
+                    b->click();
+                    return;
+                }
+            }
+            box->button(QMessageBox::Ignore)->click();
+        });
+        QtMessageBoxes boxes;
+        QCOMPARE(boxes.show(QStringLiteral("Proceed?"), flags, QStringLiteral("T")), answer);
+        QCOMPARE(seenButtons, buttons);
+        QCOMPARE(seenIcon, icon);
+        QCOMPARE(seenDefault, defaultButton);
+    }
+
+    void messageBox_textLinesAndTitle()
+    {
+        setAppTitle(QStringLiteral(" VESK-OR Pro "));
+        QString text;
+        QString title;
+        Qt::TextFormat format = Qt::AutoText;
+        whenBoxShows([&](QMessageBox* box) {
+            text = box->text();
+            title = box->windowTitle();
+            format = box->textFormat();
+            box->button(QMessageBox::Ok)->click();
+        });
+        QtMessageBoxes boxes;
+        boxes.show(QStringLiteral("P:\\veskor.mdb\r\nis not a <b>database</b>.\rPress OK\nto exit."), vbOKOnly,
+                   QString());
+        QCOMPARE(text, QStringLiteral("P:\\veskor.mdb\nis not a <b>database</b>.\nPress OK\nto exit."));
+        QCOMPARE(format, Qt::PlainText);
+        QCOMPARE(title, QStringLiteral(" VESK-OR Pro "));
+    }
+
+    void shell_openUrl()
+    {
+        QtShell shell;
+        QVERIFY(shell.openUrl(QStringLiteral("mailto:help@example.org?subject=Error 3050&body=Hello there")));
+        QVERIFY(shell.openUrl(QStringLiteral("/srv/veskor/photos/jo.jpg")));
+        QCOMPARE(m_opened.size(), 2);
+        QCOMPARE(m_opened[0].scheme(), QStringLiteral("mailto"));
+        QCOMPARE(m_opened[0].path(), QStringLiteral("help@example.org"));
+        QVERIFY(m_opened[0].query(QUrl::FullyDecoded).contains(QStringLiteral("body=Hello there")));
+        QCOMPARE(m_opened[1], QUrl::fromLocalFile(QStringLiteral("/srv/veskor/photos/jo.jpg")));
+    }
+
+    void shell_help()
+    {
+        QtShell shell;
+        const QString help = m_dir.filePath(QStringLiteral("user.chm"));
+        QVERIFY(!shell.showHelp(help, 0));
+        QFile f(help);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.close();
+        QVERIFY(shell.showHelp(help, 1010));
+        QCOMPARE(m_opened, QList<QUrl>{QUrl::fromLocalFile(help)});
+    }
+
+    void shell_startProgram()
+    {
+        QtShell shell;
+        QVERIFY(shell.startProgram(QStringLiteral("/bin/true"), {QStringLiteral("-UID:jo")}));
+        QVERIFY(!shell.startProgram(m_dir.filePath(QStringLiteral("inicheck.exe")), {}));
+    }
+
+    void shell_soundNeedsAFileAndADevice()
+    {
+        QtShell shell;
+        QVERIFY(!shell.playSound(m_dir.filePath(QStringLiteral("missing.wav"))));
+        const QString wave = m_dir.filePath(QStringLiteral("veskor-new-message.wav"));
+        QFile f(wave);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(silentWave());
+        f.close();
+        QCOMPARE(shell.playSound(wave), !QMediaDevices::audioOutputs().isEmpty());
+        QCOMPARE(shell.playSound(wave), !QMediaDevices::audioOutputs().isEmpty());
+    }
+
+    void installGuiGateways_keepsFileDrivenBoxes()
+    {
+        qunsetenv("VESKOR_MSGBOX_ANSWERS");
+        setMessageBoxes(nullptr);
+        installGuiGateways();
+        QVERIFY(dynamic_cast<QtMessageBoxes*>(&messageBoxes()));
+        QVERIFY(dynamic_cast<QtShell*>(&platform::shell()));
+
+        qputenv("VESKOR_MSGBOX_ANSWERS", m_dir.filePath(QStringLiteral("answers.txt")).toLocal8Bit());
+        setMessageBoxes(nullptr);
+        installGuiGateways();
+        QVERIFY(dynamic_cast<FileMessageBoxes*>(&messageBoxes()));
+        qunsetenv("VESKOR_MSGBOX_ANSWERS");
+        setMessageBoxes(nullptr);
+        setShell(nullptr);
+    }
+};
+
+QTEST_MAIN(TestGuiGateways)
+#include "tst_guigateways.moc"

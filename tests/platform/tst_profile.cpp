@@ -1,0 +1,234 @@
+// Settings files read and written as Windows' profile functions do.
+
+#include "platform/profile.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace platform;
+
+namespace {
+
+const char* const sample = "; site settings\r\n"
+                           "[DataPath]\r\n"
+                           "DataPath=\\\\fileserver\\veskor\\\r\n"
+                           "\r\n"
+                           "[ Spaced Section ]\r\n"
+                           "  Key With Blanks  =   value with blanks   \r\n"
+                           "Quoted=\"  kept blanks  \"\r\n"
+                           "Single='single'\r\n"
+                           "Mismatched=\"half'\r\n"
+                           "OnlyOpen=\"\r\n"
+                           "Empty=\r\n"
+                           "NoEquals\r\n"
+                           ";Commented=yes\r\n"
+                           "Unicode=Zoë Ünal ☕\r\n"
+                           "Long=0123456789\r\n"
+                           "[ForceShutDown]\r\n"
+                           "ForceShutDown=TRUE\r\n"
+                           "[spaced section]\r\n"
+                           "Second=from the repeated section\r\n"
+                           "Quoted=not this one\r\n";
+
+} // namespace
+
+class TestProfile : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+
+    QString writeFile(const QString& name, const QByteArray& text)
+    {
+        const QString path = m_dir.filePath(name);
+        QFile f(path);
+        if (!f.open(QIODevice::WriteOnly) || f.write(text) != text.size()) {
+            qFatal("cannot write %s", qPrintable(path));
+        }
+        return path;
+    }
+
+    static QByteArray readFile(const QString& path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+private slots:
+    void get_data()
+    {
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("defaultValue");
+        QTest::addColumn<int>("bufferSize");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("the data path") << "DataPath"
+                                       << "DataPath"
+                                       << "" << 200 << "\\\\fileserver\\veskor\\";
+        QTest::newRow("names ignore case") << "DATAPATH"
+                                           << "datapath"
+                                           << "" << 200 << "\\\\fileserver\\veskor\\";
+        QTest::newRow("blanks around names and value") << "Spaced Section"
+                                                       << "key with blanks"
+                                                       << "" << 200 << "value with blanks";
+        QTest::newRow("blanks around the asked names") << " spaced section "
+                                                       << " Key With Blanks "
+                                                       << "" << 200 << "value with blanks";
+        QTest::newRow("double quotes go") << "spaced section"
+                                          << "Quoted"
+                                          << "" << 200 << "  kept blanks  ";
+        QTest::newRow("single quotes go") << "spaced section"
+                                          << "Single"
+                                          << "" << 200 << "single";
+        QTest::newRow("mismatched quotes stay") << "spaced section"
+                                                << "Mismatched"
+                                                << "" << 200 << "\"half'";
+        QTest::newRow("a lone quote stays") << "spaced section"
+                                            << "OnlyOpen"
+                                            << "" << 200 << "\"";
+        QTest::newRow("empty value, not the default") << "spaced section"
+                                                      << "Empty"
+                                                      << "dflt" << 200 << "";
+        QTest::newRow("key without = gives the default") << "spaced section"
+                                                         << "NoEquals"
+                                                         << "dflt" << 200 << "dflt";
+        QTest::newRow("comment is no key") << "spaced section"
+                                           << ";Commented"
+                                           << "dflt" << 200 << "dflt";
+        QTest::newRow("unicode") << "spaced section"
+                                 << "Unicode"
+                                 << "" << 200 << "Zoë Ünal ☕";
+        QTest::newRow("repeated section is read too") << "Spaced Section"
+                                                      << "Second"
+                                                      << "" << 200 << "from the repeated section";
+        QTest::newRow("first occurrence wins") << "spaced section"
+                                               << "Quoted"
+                                               << "" << 200 << "  kept blanks  ";
+        QTest::newRow("key of another section") << "DataPath"
+                                                << "ForceShutDown"
+                                                << "FALSE" << 200 << "FALSE";
+        QTest::newRow("missing section") << "Nowhere"
+                                         << "DataPath"
+                                         << "dflt" << 200 << "dflt";
+        QTest::newRow("missing key") << "ForceShutDown"
+                                     << "Other"
+                                     << "" << 200 << "";
+        QTest::newRow("empty key name") << "ForceShutDown"
+                                        << ""
+                                        << "dflt" << 200 << "dflt";
+        QTest::newRow("value cut to buffer - 1") << "spaced section"
+                                                 << "Long"
+                                                 << "" << 5 << "0123";
+        QTest::newRow("value exactly fits") << "spaced section"
+                                            << "Long"
+                                            << "" << 11 << "0123456789";
+        QTest::newRow("quotes go before the cut") << "spaced section"
+                                                  << "Quoted"
+                                                  << "" << 4 << "  k";
+        QTest::newRow("buffer of one") << "spaced section"
+                                       << "Long"
+                                       << "" << 1 << "";
+        QTest::newRow("default cut too") << "Nowhere"
+                                         << "x"
+                                         << "abcdef" << 3 << "ab";
+        QTest::newRow("default loses trailing blanks") << "Nowhere"
+                                                       << "x"
+                                                       << " ab  " << 200 << " ab";
+    }
+    void get()
+    {
+        QFETCH(QString, section);
+        QFETCH(QString, key);
+        QFETCH(QString, defaultValue);
+        QFETCH(int, bufferSize);
+        QFETCH(QString, expected);
+        const QString path = writeFile(QStringLiteral("sample.ini"), sample);
+        QCOMPARE(GetPrivateProfileString(section, key, defaultValue, bufferSize, path), expected);
+    }
+
+    void get_theDataPathBufferOf200()
+    {
+        const QString longPath = QStringLiteral("/srv/") + QString(250, QLatin1Char('x'));
+        const QString path =
+            writeFile(QStringLiteral("long.ini"), ("[DataPath]\nDataPath=" + longPath + "\n").toUtf8());
+        QCOMPARE(GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QString(), 200, path),
+                 longPath.left(199));
+    }
+
+    void get_missingFileGivesTheDefault()
+    {
+        QCOMPARE(GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QStringLiteral("d"),
+                                         200, m_dir.filePath(QStringLiteral("absent.ini"))),
+                 QStringLiteral("d"));
+    }
+
+    void write_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QByteArray>("after");
+        QTest::newRow("new file") << QByteArray() << "ForceShutDown"
+                                  << "ForceShutDown"
+                                  << "TRUE" << QByteArray("[ForceShutDown]\nForceShutDown=TRUE\n");
+        QTest::newRow("replace keeps the rest and the key's spelling")
+            << QByteArray("; note\n[A]\n  KEY = old \nOther=1\n\n[B]\nKey=b\n") << "a"
+            << "key"
+            << "new" << QByteArray("; note\n[A]\nKEY=new\nOther=1\n\n[B]\nKey=b\n");
+        QTest::newRow("new key goes after the section's last line")
+            << QByteArray("[A]\nOne=1\n\n[B]\nTwo=2\n") << "A"
+            << "Three"
+            << "3" << QByteArray("[A]\nOne=1\nThree=3\n\n[B]\nTwo=2\n");
+        QTest::newRow("new section at the end") << QByteArray("[A]\nOne=1\n") << "B"
+                                                << "Two"
+                                                << "2" << QByteArray("[A]\nOne=1\n\n[B]\nTwo=2\n");
+        QTest::newRow("CR LF kept") << QByteArray("[A]\r\nOne=1\r\n") << "A"
+                                    << "One"
+                                    << "2" << QByteArray("[A]\r\nOne=2\r\n");
+        QTest::newRow("null value removes the key") << QByteArray("[A]\nOne=1\nTwo=2\n") << "A"
+                                                    << "One" << QString() << QByteArray("[A]\nTwo=2\n");
+        QTest::newRow("null key removes the section")
+            << QByteArray("[A]\nOne=1\n[B]\nTwo=2\n") << "a" << QString() << "x" << QByteArray("[B]\nTwo=2\n");
+    }
+    void write()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QString, section);
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        QFETCH(QByteArray, after);
+        const QString path = m_dir.filePath(QStringLiteral("w-%1.ini").arg(QTest::currentDataTag()));
+        if (!before.isEmpty()) {
+            writeFile(QFileInfo(path).fileName(), before);
+        }
+        QVERIFY(WritePrivateProfileString(section, key, value, path));
+        QCOMPARE(readFile(path), after);
+    }
+
+    void write_roundTrip()
+    {
+        const QString path = writeFile(QStringLiteral("round.ini"), sample);
+        const QString value = QStringLiteral("Zoë's \"folder\" = here");
+        QVERIFY(WritePrivateProfileString(QStringLiteral("spaced section"), QStringLiteral("Unicode"), value, path));
+        QVERIFY(WritePrivateProfileString(QStringLiteral("New"), QStringLiteral("Fresh"), QStringLiteral("1"), path));
+        const auto get = [&](const char* s, const char* k) {
+            return GetPrivateProfileString(QLatin1String(s), QLatin1String(k), QStringLiteral("?"), 200, path);
+        };
+        QCOMPARE(get("Spaced Section", "Unicode"), value);
+        QCOMPARE(get("New", "Fresh"), QStringLiteral("1"));
+        QCOMPARE(get("DataPath", "DataPath"), QStringLiteral("\\\\fileserver\\veskor\\"));
+        QCOMPARE(get("ForceShutDown", "ForceShutDown"), QStringLiteral("TRUE"));
+        QCOMPARE(get("spaced section", "Quoted"), QStringLiteral("  kept blanks  "));
+    }
+
+    void write_unwritableFolderFails()
+    {
+        QVERIFY(!WritePrivateProfileString(QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"),
+                                           m_dir.filePath(QStringLiteral("no/such/folder/x.ini"))));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestProfile)
+#include "tst_profile.moc"

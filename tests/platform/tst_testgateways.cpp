@@ -1,0 +1,132 @@
+// The seams later tests stand on: the scripted boxes, the throwing End, and
+// TestGateways putting everything back.
+
+#include "platform/identity.h"
+#include "platform/msgbox.h"
+#include "start/globals.h"
+#include "testgateways.h"
+
+#include <QHostAddress>
+#include <QSysInfo>
+#include <QTest>
+
+using namespace platform;
+
+class TestTestGateways : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void scriptedBoxesAnswerInOrderAndRecord()
+    {
+        TestGateways gw;
+        gw.boxes().answer(vbRetry).answer(vbNo, 2);
+        QCOMPARE(MsgBox(QStringLiteral("first"), vbRetryCancel | vbCritical, QStringLiteral("T")), int(vbRetry));
+        QCOMPARE(MsgBox(QStringLiteral("second"), vbYesNo | vbQuestion), int(vbNo));
+        QCOMPARE(gw.boxes().pending(), 1);
+        QCOMPARE(gw.boxes().count(), 2);
+        QCOMPARE(gw.boxes().prompts(), (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
+        QCOMPARE(gw.boxes().shown().first().title, QStringLiteral("T"));
+        QCOMPARE(gw.boxes().shown().first().icon(), int(vbCritical));
+        const ShownBox last = gw.boxes().last();
+        QCOMPARE(last.title, QString());
+        QCOMPARE(last.buttons(), int(vbYesNo));
+        QCOMPARE(last.answer, int(vbNo));
+    }
+
+    void unscriptedBoxFailsTheTestAndTakesTheFirstButton()
+    {
+        TestGateways gw;
+        QEXPECT_FAIL("", "a box nobody scripted must fail the test", Continue);
+        const int answer = MsgBox(QStringLiteral("surprise"), vbYesNoCancel);
+        QCOMPARE(answer, int(vbYes));
+        QCOMPARE(gw.boxes().last().prompt, QStringLiteral("surprise"));
+    }
+
+    void answerThatIsNoButtonFailsTheTest()
+    {
+        TestGateways gw;
+        gw.boxes().answer(vbRetry);
+        QEXPECT_FAIL("", "Retry is no button of a Yes/No box", Continue);
+        const int answer = MsgBox(QStringLiteral("Sure?"), vbYesNo);
+        QCOMPARE(answer, int(vbYes));
+    }
+
+    void endThrowsWithTheCode()
+    {
+        TestGateways gw;
+        bool after = false;
+        const auto code = TestGateways::endCodeOf([&] {
+            End(3);
+            after = true;
+        });
+        QCOMPARE(code, std::optional<int>(3));
+        QVERIFY(!after);
+        QCOMPARE(gw.process().endCount, 1);
+        QCOMPARE(gw.process().lastExitCode, 3);
+        QCOMPARE(TestGateways::endCodeOf([] {}), std::nullopt);
+    }
+
+    void atEndWorkRunsOnceNewestFirst()
+    {
+        TestGateways gw;
+        QStringList order;
+        atEnd([&] { order << QStringLiteral("database"); });
+        atEnd([&] {
+            order << QStringLiteral("tray");
+            atEnd([&] { order << QStringLiteral("late"); });
+        });
+        runAtEnd();
+        runAtEnd();
+        QCOMPARE(order, (QStringList{QStringLiteral("tray"), QStringLiteral("late"), QStringLiteral("database")}));
+    }
+
+    void fakesStandReady()
+    {
+        TestGateways gw;
+        QCOMPARE(Now(), QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0)));
+        QCOMPARE(identity().loginName(), QStringLiteral("jo"));
+        QCOMPARE(identity().computerName(), QStringLiteral("DESK-07"));
+        QCOMPARE(identity().ipAddress(), QStringLiteral("10.0.0.5"));
+        QVERIFY(shell().openUrl(QStringLiteral("mailto:jo@example.org")));
+        gw.shell().result = false;
+        QVERIFY(!shell().playSound(QStringLiteral("veskor-status-alert.wav")));
+        QCOMPARE(gw.shell().calls, (QStringList{QStringLiteral("url mailto:jo@example.org"),
+                                                QStringLiteral("sound veskor-status-alert.wav")}));
+        QCOMPARE(Format(Now(), QStringLiteral("Long Time")), QStringLiteral("9:30:00 AM"));
+    }
+
+    void systemIdentity()
+    {
+        Identity& real = identity();
+        QCOMPARE(real.computerName(), QSysInfo::machineHostName().left(31));
+        QHostAddress ip;
+        QVERIFY(ip.setAddress(real.ipAddress()));
+        QCOMPARE(ip.protocol(), QAbstractSocket::IPv4Protocol);
+        QVERIFY(!ip.isLoopback() || real.ipAddress() == QStringLiteral("127.0.0.1"));
+        QCOMPARE(real.osMajorVersion(), 10);
+    }
+
+    void startValuesAndDefaultsComeBack()
+    {
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        gstrDefaultUser = QStringLiteral("left over");
+        atEnd([] { QFAIL("work of an earlier test must not run"); });
+        {
+            TestGateways gw;
+            QCOMPARE(gstrDefaultUser, QString());
+            QCOMPARE(QLocale().name(), QStringLiteral("en_US"));
+            gstrDefaultUser = QStringLiteral("jo");
+            runAtEnd();
+        }
+        QCOMPARE(gstrDefaultUser, QString());
+        QCOMPARE(QLocale().name(), QStringLiteral("de_DE"));
+        QVERIFY(!dynamic_cast<FixedIdentity*>(&identity()));
+        QVERIFY(!dynamic_cast<ScriptedMessageBoxes*>(&messageBoxes()));
+        QVERIFY(qAbs(Now().secsTo(QDateTime::currentDateTime())) <= 2);
+        QLocale::setDefault(QLocale::c());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTestGateways)
+#include "tst_testgateways.moc"

@@ -1,0 +1,92 @@
+#include "testgateways.h"
+
+#include "start/globals.h"
+
+namespace {
+
+// Hands the gateway its fake and keeps a pointer for the test's accessors.
+template <class T, class Setter> T* install(std::unique_ptr<T> fake, Setter set)
+{
+    T* raw = fake.get();
+    set(std::move(fake));
+    return raw;
+}
+
+} // namespace
+
+void ThrowingProcessControl::end(int exitCode)
+{
+    ++endCount;
+    lastExitCode = exitCode;
+    throw platform::EndOfRun(exitCode);
+}
+
+QDateTime TestGateways::defaultStart()
+{
+    return QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0));
+}
+
+TestGateways::TestGateways(const QDateTime& start) : m_savedLocale(QLocale())
+{
+    resetRunWide();
+    platform::clearAtEnd();
+    platform::setAppTitle(QString());
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    m_boxes =
+        install(std::make_unique<ScriptedMessageBoxes>(), [](auto p) { platform::setMessageBoxes(std::move(p)); });
+    m_clock = install(std::make_unique<platform::FakeClock>(start), [](auto p) { platform::setClock(std::move(p)); });
+    m_identity = install(std::make_unique<platform::FixedIdentity>(QStringLiteral("jo"), QStringLiteral("DESK-07"),
+                                                                   QStringLiteral("10.0.0.5")),
+                         [](auto p) { platform::setIdentity(std::move(p)); });
+    m_shell = install(std::make_unique<platform::RecordingShell>(), [](auto p) { platform::setShell(std::move(p)); });
+    m_process =
+        install(std::make_unique<ThrowingProcessControl>(), [](auto p) { platform::setProcessControl(std::move(p)); });
+}
+
+TestGateways::~TestGateways()
+{
+    platform::setMessageBoxes(nullptr);
+    platform::setClock(nullptr);
+    platform::setIdentity(nullptr);
+    platform::setShell(nullptr);
+    platform::setProcessControl(nullptr);
+    platform::clearAtEnd();
+    platform::setAppTitle(QString());
+    resetRunWide();
+    QLocale::setDefault(m_savedLocale);
+}
+
+ScriptedMessageBoxes& TestGateways::boxes()
+{
+    return *m_boxes;
+}
+
+platform::FakeClock& TestGateways::clock()
+{
+    return *m_clock;
+}
+
+platform::FixedIdentity& TestGateways::identity()
+{
+    return *m_identity;
+}
+
+platform::RecordingShell& TestGateways::shell()
+{
+    return *m_shell;
+}
+
+ThrowingProcessControl& TestGateways::process()
+{
+    return *m_process;
+}
+
+std::optional<int> TestGateways::endCodeOf(const std::function<void()>& fn)
+{
+    try {
+        fn();
+    } catch (const platform::EndOfRun& end) {
+        return end.exitCode;
+    }
+    return std::nullopt;
+}
