@@ -8,7 +8,13 @@
 namespace dao {
 
 // The Jet error numbers the logic relies on.
-enum JetErrorNumber : int {
+enum JetErrorNumber : int
+{
+    errReserved = 3000, // a failure with no closer Jet number
+    errInvalidArgument = 3001,
+    errTableExists = 3010,
+    errNotAnIndex = 3015,
+    errNoCurrentIndex = 3019,
     errUpdateWithoutEdit = 3020,
     errNoCurrentRecord = 3021,
     errDuplicateKey = 3022,
@@ -22,20 +28,27 @@ enum JetErrorNumber : int {
     errNoPermission = 3051,
     errInvalidFileName = 3055,
     errTooFewParameters = 3061, // an unknown column in a query
+    errCannotExecuteSelect = 3065,
     errSyntaxMissingOperator = 3075,
     errTableNotFound = 3078,
+    errUndefinedFunction = 3085,
     errSyntaxInsert = 3134,
     errCharactersAfterEnd = 3142,
     errSyntaxUpdate = 3144,
+    errFieldNotUpdatable = 3164,
     errRecordDeleted = 3167,
     errDatabaseExists = 3204,
     errRecordLocked = 3218,
     errInvalidOperation = 3219,
+    errNotSupported = 3251, // an operation the kind of recordset does not offer
     errLockedByUser = 3260,
     errItemNotFound = 3265,
+    errFieldRequired = 3314, // a Null in a NOT NULL column
     errUnrecognizedFormat = 3343,
     errFieldExists = 3380,
     errObjectInvalid = 3420,
+    errConversion = 3421, // a value that the field's type cannot hold
+    errTypeMismatch = 3464,
     errExclusiveByAdmin = 3734,
 };
 

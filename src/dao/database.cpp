@@ -1,0 +1,145 @@
+// Database and DBEngine: opening files, running action statements, and what the
+// engine tells about a file's tables.
+#include "dao/connection.h"
+#include "dao/recordset_p.h"
+
+#include <sqlite3.h>
+
+namespace dao {
+
+namespace {
+
+int g_busyTimeoutMs = 2000; // about what Jet's own lock retries amount to
+long long g_statementCount = 0;
+
+} // namespace
+
+void countStatement()
+{
+    ++g_statementCount;
+}
+
+// --- DBEngine -------------------------------------------------------------------
+
+std::shared_ptr<Database> DBEngine::OpenDatabase(const QString& path, bool exclusive, bool readOnly,
+                                                 const QString& /*connect*/)
+{
+    return std::shared_ptr<Database>(new Database(Connection::open(path, exclusive, readOnly)));
+}
+
+std::shared_ptr<Database> DBEngine::CreateDatabase(const QString& path)
+{
+    return std::shared_ptr<Database>(new Database(Connection::create(path)));
+}
+
+int DBEngine::busyTimeoutMs()
+{
+    return g_busyTimeoutMs;
+}
+
+void DBEngine::setBusyTimeoutMs(int ms)
+{
+    g_busyTimeoutMs = ms < 0 ? 0 : ms;
+}
+
+long long DBEngine::statementCount()
+{
+    return g_statementCount;
+}
+
+void DBEngine::resetStatementCount()
+{
+    g_statementCount = 0;
+}
+
+// --- Database -------------------------------------------------------------------
+
+Database::Database(std::shared_ptr<Connection> connection) : m_connection(std::move(connection))
+{
+}
+
+// The connection closes when its last user, this or a recordset, goes.
+Database::~Database() = default;
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, int type, int options)
+{
+    return Recordset::Impl::create(m_connection, source, type, options);
+}
+
+void Database::Execute(const QString& sql, int /*options: failures are always raised*/)
+{
+    auto statement = m_connection->prepareJet(sql, Activity::Execute);
+    sqlite3_stmt* stmt = statement.get();
+    if (sqlite3_column_count(stmt) > 0 && sqlite3_stmt_readonly(stmt))
+        raiseJetError(errCannotExecuteSelect, sql);
+    int rc = m_connection->step(statement);
+    while (rc == SQLITE_ROW)
+        rc = sqlite3_step(stmt);
+    if (rc != SQLITE_DONE)
+        m_connection->fail(rc, Activity::Execute, statement.translation().kind);
+    m_connection->recordsAffected = sqlite3_changes64(m_connection->handle());
+}
+
+long long Database::RecordsAffected() const
+{
+    return m_connection->recordsAffected;
+}
+
+void Database::Close()
+{
+    m_connection->close();
+}
+
+bool Database::isOpen() const
+{
+    return m_connection->isOpen();
+}
+
+QString Database::Name() const
+{
+    return m_connection->path();
+}
+
+bool Database::isReadOnly() const
+{
+    return m_connection->isReadOnly();
+}
+
+bool Database::isExclusive() const
+{
+    return m_connection->isExclusive();
+}
+
+QStringList Database::TableNames()
+{
+    // Not LIKE: that is Jet's here, and SQLite's own tables are to be left out exactly.
+    auto statement = m_connection->prepareNative(
+        QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_' "
+                       "ORDER BY name COLLATE NOCASE"),
+        StatementKind::Select, Activity::Read);
+    QStringList names;
+    int rc = m_connection->step(statement);
+    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
+        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
+    if (rc != SQLITE_DONE)
+        m_connection->fail(rc, Activity::Read, StatementKind::Select);
+    return names;
+}
+
+QStringList Database::FieldNames(const QString& table)
+{
+    auto statement =
+        m_connection->prepareNative(QStringLiteral("PRAGMA table_info(") + quoteIdentifier(table) + QLatin1Char(')'),
+                                    StatementKind::Other, Activity::Read);
+    QStringList names;
+    int rc = m_connection->step(statement);
+    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
+        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 1)));
+    if (rc != SQLITE_DONE)
+        m_connection->fail(rc, Activity::Read, StatementKind::Other);
+    if (names.isEmpty())
+        raiseJetError(errTableNotFound, table);
+    return names;
+}
+
+} // namespace dao

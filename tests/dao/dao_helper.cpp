@@ -1,0 +1,99 @@
+// Holds locks on a database for the engine's tests, from a process of its own.
+//   dao_helper hold PATH               SQLite's own exclusive lock (BEGIN EXCLUSIVE)
+//   dao_helper exclusive PATH          the engine's exclusive (maintenance) open
+//   dao_helper write PATH FIELD COUNT  COUNT Edit/Updates of FIELD of the first row of People
+// "hold" and "exclusive" print "locked" and keep the lock until stdin closes.
+// "write" prints "ready", then "done written=N lost=M last=V" (V: last value written).
+#include "dao/dao.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <cstdio>
+#include <iostream>
+#include <sqlite3.h>
+#include <string>
+
+namespace {
+
+void waitForStdinToClose()
+{
+    std::string line;
+    while (std::getline(std::cin, line)) {
+    }
+}
+
+int hold(const QString& path)
+{
+    sqlite3* db = nullptr;
+    if (sqlite3_open(QFile::encodeName(path).constData(), &db) != SQLITE_OK ||
+        sqlite3_exec(db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        std::printf("error %s\n", sqlite3_errmsg(db));
+        return 1;
+    }
+    std::printf("locked\n");
+    std::fflush(stdout);
+    waitForStdinToClose();
+    sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    return 0;
+}
+
+int exclusive(const QString& path)
+{
+    try {
+        auto db = dao::DBEngine::OpenDatabase(path, true);
+        std::printf("locked\n");
+        std::fflush(stdout);
+        waitForStdinToClose();
+        db->Close();
+    } catch (const dao::JetError& e) {
+        std::printf("error %d\n", e.number());
+        return 1;
+    }
+    return 0;
+}
+
+int write(const QString& path, const QString& field, int count)
+{
+    std::printf("ready\n");
+    std::fflush(stdout);
+    int written = 0;
+    int lost = 0;
+    int last = -1;
+    for (int i = 0; i < count; ++i) {
+        try {
+            auto db = dao::DBEngine::OpenDatabase(path);
+            auto rs = db->OpenRecordset(QStringLiteral("People"));
+            rs->Edit();
+            rs->Fields(field) = i;
+            rs->Update();
+            db->Close();
+            ++written;
+            last = i;
+        } catch (const dao::JetError& e) {
+            if (e.number() != dao::errRecordLocked && e.number() != dao::errCouldNotLockFile) {
+                std::printf("error %d\n", e.number());
+                return 1;
+            }
+            ++lost;
+        }
+    }
+    std::printf("done written=%d lost=%d last=%d\n", written, lost, last);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    if (args.size() >= 3 && args[1] == QLatin1String("hold"))
+        return hold(args[2]);
+    if (args.size() >= 3 && args[1] == QLatin1String("exclusive"))
+        return exclusive(args[2]);
+    if (args.size() >= 5 && args[1] == QLatin1String("write"))
+        return write(args[2], args[3], args[4].toInt());
+    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH | write PATH FIELD COUNT\n");
+    return 2;
+}

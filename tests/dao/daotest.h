@@ -1,0 +1,96 @@
+#pragma once
+// Helpers shared by the engine's tests: files made with SQLite directly (so a
+// test never depends on the engine to set itself up), the lock-holder helper
+// process, and the Jet number a call raised.
+
+#include "dao/dao.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+#include <functional>
+#include <sqlite3.h>
+
+namespace daotest {
+
+// The Jet number fn raised, or 0 when it raised nothing.
+inline int jetNumber(const std::function<void()>& fn)
+{
+    try {
+        fn();
+    } catch (const dao::JetError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+// Runs plain SQLite statements on a file, making it when missing.
+inline void sqliteExec(const QString& path, const QString& sql)
+{
+    sqlite3* db = nullptr;
+    QCOMPARE(sqlite3_open(QFile::encodeName(path).constData(), &db), SQLITE_OK);
+    char* message = nullptr;
+    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
+    const QString text = QString::fromUtf8(message ? message : "");
+    sqlite3_free(message);
+    sqlite3_close(db);
+    QVERIFY2(rc == SQLITE_OK, qPrintable(text));
+}
+
+// One value read with plain SQLite, as text ("" for Null).
+inline QString sqliteValue(const QString& path, const QString& sql)
+{
+    sqlite3* db = nullptr;
+    sqlite3_open_v2(QFile::encodeName(path).constData(), &db, SQLITE_OPEN_READONLY, nullptr);
+    sqlite3_stmt* stmt = nullptr;
+    QString value = QStringLiteral("<no row>");
+    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) == SQLITE_OK &&
+        sqlite3_step(stmt) == SQLITE_ROW)
+        value = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
+    sqlite3_finalize(stmt);
+    sqlite3_close(db);
+    return value;
+}
+
+// A small table of people for most tests, made with plain SQLite.
+inline void makePeople(const QString& path)
+{
+    sqliteExec(path, QStringLiteral(
+                         "CREATE TABLE People (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50) COLLATE NOCASE "
+                         "UNIQUE, Flag BIT, Num LONG, Amount DOUBLE, Note TEXT(250));"
+                         "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Ann', 1, 10, 1.5, 'first');"
+                         "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Bob', 0, 20, 2.0, NULL);"
+                         "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Cy', NULL, NULL, NULL, '');"));
+}
+
+// The helper process that holds locks for the tests (dao_helper beside the test).
+class Helper
+{
+public:
+    // Starts the helper and waits for its first line ("locked", "ready"...).
+    QString start(const QStringList& arguments)
+    {
+        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/dao_helper"), arguments);
+        if (!process.waitForStarted(5000) || !process.waitForReadyRead(10000))
+            return QStringLiteral("<no answer>");
+        return QString::fromUtf8(process.readLine()).trimmed();
+    }
+    // Closes its stdin, which tells it to let go and end; returns its last output.
+    QString finish()
+    {
+        process.closeWriteChannel();
+        process.waitForFinished(30000);
+        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    }
+    ~Helper()
+    {
+        if (process.state() != QProcess::NotRunning) {
+            process.kill();
+            process.waitForFinished(5000);
+        }
+    }
+    QProcess process;
+};
+
+} // namespace daotest

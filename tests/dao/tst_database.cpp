@@ -1,0 +1,181 @@
+// Database: Execute and the Jet numbers of failing statements, the table list,
+// the statement count, the statement cache across a change of schema, and text
+// values with quotes and injection attempts going in and coming back unchanged.
+#include "daotest.h"
+
+#include <QTemporaryDir>
+
+using namespace dao;
+using daotest::jetNumber;
+
+class TestDatabase : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void executeFailures_data();
+    void executeFailures();
+    void recordsAffected();
+    void tableAndFieldNames();
+    void statementCount();
+    void cacheFollowsSchemaChanges();
+    void manyDistinctStatements();
+    void quotedValuesRoundTrip_data();
+    void quotedValuesRoundTrip();
+    void likeMatchesQuotedValueOnly();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_file;
+    std::shared_ptr<Database> m_db;
+};
+
+void TestDatabase::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_file = m_dir->filePath("veskor.mdb");
+    daotest::makePeople(m_file);
+    m_db = DBEngine::OpenDatabase(m_file);
+}
+
+void TestDatabase::cleanup()
+{
+    m_db.reset();
+}
+
+void TestDatabase::executeFailures_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<int>("number");
+
+    QTest::newRow("unknown table") << "UPDATE Nobody SET Num = 1" << int(errTableNotFound);
+    QTest::newRow("unknown column") << "UPDATE People SET Nope = 1" << int(errTooFewParameters);
+    QTest::newRow("unknown column in WHERE") << "DELETE FROM People WHERE Nope = 1" << int(errTooFewParameters);
+    QTest::newRow("insert into unknown column") << "INSERT INTO People (Nope) VALUES (1)" << int(errTooFewParameters);
+    QTest::newRow("column already there") << "ALTER TABLE People ADD COLUMN Note TEXT(10)" << int(errFieldExists);
+    QTest::newRow("INSERT syntax") << "INSERT INTO People (Name VALUES ('x')" << int(errSyntaxInsert);
+    QTest::newRow("UPDATE syntax") << "UPDATE People SET Num = = 1" << int(errSyntaxUpdate);
+    QTest::newRow("DELETE syntax") << "DELETE FROM People WHERE" << int(errSyntaxMissingOperator);
+    QTest::newRow("duplicate key") << "INSERT INTO People (Name) VALUES ('ANN')" << int(errDuplicateKey);
+    QTest::newRow("a SELECT") << "SELECT * FROM People" << int(errCannotExecuteSelect);
+    QTest::newRow("text after the end") << "DELETE FROM People WHERE ID = 1; DROP TABLE People"
+                                        << int(errCharactersAfterEnd);
+}
+
+void TestDatabase::executeFailures()
+{
+    QFETCH(QString, sql);
+    QFETCH(int, number);
+    QCOMPARE(jetNumber([&] { m_db->Execute(sql); }), number);
+    // Nothing of a refused statement ran.
+    QCOMPARE(daotest::sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3"));
+}
+
+void TestDatabase::recordsAffected()
+{
+    m_db->Execute("UPDATE People SET Num = 5 WHERE Num IS NOT NULL");
+    QCOMPARE(m_db->RecordsAffected(), 2LL);
+    m_db->Execute("DELETE FROM People WHERE Name = 'Nobody'");
+    QCOMPARE(m_db->RecordsAffected(), 0LL);
+}
+
+void TestDatabase::tableAndFieldNames()
+{
+    daotest::sqliteExec(m_file, "CREATE TABLE aTable (x); CREATE TABLE Zed (y)");
+    // sqlite_sequence (made by AUTOINCREMENT) is SQLite's own and not listed.
+    QCOMPARE(m_db->TableNames(), (QStringList{"aTable", "People", "Zed"}));
+    QCOMPARE(m_db->FieldNames("people"), (QStringList{"ID", "Name", "Flag", "Num", "Amount", "Note"}));
+    QCOMPARE(jetNumber([&] { m_db->FieldNames("Nobody"); }), int(errTableNotFound));
+}
+
+// Tests elsewhere prove how many statements a path runs; the count must be honest.
+void TestDatabase::statementCount()
+{
+    DBEngine::resetStatementCount();
+    auto rs = m_db->OpenRecordset("People");
+    QCOMPARE(DBEngine::statementCount(), 1LL);
+    rs->MoveNext();
+    rs->Fields("Name").Value();
+    QCOMPARE(DBEngine::statementCount(), 1LL);
+    rs->Edit();
+    rs->Fields("Num") = 7;
+    rs->Update();
+    QCOMPARE(DBEngine::statementCount(), 2LL);
+    rs->Edit();
+    rs->Update(); // nothing changed: nothing written
+    QCOMPARE(DBEngine::statementCount(), 2LL);
+    m_db->Execute("UPDATE People SET Num = 1");
+    QCOMPARE(DBEngine::statementCount(), 3LL);
+}
+
+void TestDatabase::cacheFollowsSchemaChanges()
+{
+    const QString sql = "SELECT * FROM People WHERE ID = 1";
+    QCOMPARE(m_db->OpenRecordset(sql)->FieldCount(), 6);
+    m_db->Execute("ALTER TABLE People ADD COLUMN New_Mobile TEXT(20)");
+    m_db->Execute("UPDATE People SET New_Mobile = '555' WHERE ID = 1");
+    auto rs = m_db->OpenRecordset(sql);
+    QCOMPARE(rs->FieldCount(), 7);
+    QCOMPARE(rs->Fields("new_mobile").Text(), QString("555"));
+    m_db->Execute("ALTER TABLE People DROP COLUMN New_Mobile");
+    QCOMPARE(m_db->OpenRecordset(sql)->FieldCount(), 6);
+}
+
+// Far more distinct texts than the cache keeps: old ones go, all still run.
+void TestDatabase::manyDistinctStatements()
+{
+    const QString repeated = "SELECT Num FROM People WHERE ID = 2";
+    for (int i = 0; i < 300; ++i) {
+        QCOMPARE(m_db->OpenRecordset(QString("SELECT Num + %1 FROM People WHERE ID = 2").arg(i))->Fields(0).Value(),
+                 QVariant(qlonglong(20 + i)));
+        QCOMPARE(m_db->OpenRecordset(repeated)->Fields(0).Value(), QVariant(20LL));
+    }
+}
+
+void TestDatabase::quotedValuesRoundTrip_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::newRow("double quote") << "Say \"hi\"";
+    QTest::newRow("lone double quote") << "\"";
+    QTest::newRow("apostrophe") << "O'Brien";
+    QTest::newRow("both quotes") << "'\"'\"";
+    QTest::newRow("semicolon and comment") << "a; -- b";
+    QTest::newRow("newline and backslash") << "line1\nline2\\";
+    QTest::newRow("break out with OR") << "x\" OR \"1\"=\"1";
+    QTest::newRow("drop table") << "'); DROP TABLE People; --";
+    QTest::newRow("double-quoted drop") << "\"); DROP TABLE People; --";
+    QTest::newRow("Jet wildcards") << "*?#[!a]";
+    QTest::newRow("non-Latin") << QString::fromUtf8("Ærøskøbing 東京 \xF0\x9F\x98\x80");
+}
+
+// Into the file through quote() in Execute, back out through quote() in a query.
+void TestDatabase::quotedValuesRoundTrip()
+{
+    QFETCH(QString, value);
+    m_db->Execute("INSERT INTO People (Name, Note) VALUES (" + quote(value) + ", " + quote(value) + ")");
+    QCOMPARE(m_db->RecordsAffected(), 1LL);
+    auto rs = m_db->OpenRecordset("SELECT * FROM People WHERE Name = " + quote(value));
+    QCOMPARE(rs->RecordCount(), 1LL);
+    QCOMPARE(rs->Fields("Note").Value().toString(), value);
+    m_db->Execute("UPDATE People SET Note = " + quote(value + value) + " WHERE Name = " + quote(value));
+    QCOMPARE(m_db->RecordsAffected(), 1LL);
+    QCOMPARE(m_db->OpenRecordset("SELECT * FROM People WHERE Note = " + quote(value + value))->RecordCount(), 1LL);
+    QCOMPARE(m_db->OpenRecordset("People")->RecordCount(), 4LL);
+}
+
+void TestDatabase::likeMatchesQuotedValueOnly()
+{
+    m_db->Execute("INSERT INTO People (Name) VALUES ('A*[b]?#')");
+    m_db->Execute("INSERT INTO People (Name) VALUES ('Axyz1')");
+    auto rs = m_db->OpenRecordset("SELECT Name FROM People WHERE Name LIKE " + quoteLike("a*[B]?#"));
+    QCOMPARE(rs->RecordCount(), 1LL);
+    QCOMPARE(rs->Fields("Name").Text(), QString("A*[b]?#"));
+    // Jet's own wildcards, without regard to case, through the engine's LIKE.
+    QCOMPARE(m_db->OpenRecordset("SELECT * FROM People WHERE Name LIKE \"a*\"")->RecordCount(), 3LL);
+    QCOMPARE(m_db->OpenRecordset("SELECT * FROM People WHERE Name LIKE \"?xyz#\"")->RecordCount(), 1LL);
+}
+
+QTEST_GUILESS_MAIN(TestDatabase)
+#include "tst_database.moc"

@@ -1,0 +1,279 @@
+// DBEngine: opening and creating files, each open failure as the Jet number the
+// logic switches on, produced by the real condition; the maintenance lock; a
+// file busy in another process; a closed database.
+#include "daotest.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <unistd.h>
+
+using namespace dao;
+using daotest::jetNumber;
+
+class TestDBEngine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void openFailures_data();
+    void openFailures();
+    void damagedContentFailsAtOpen();
+    void noPermission();
+    void missingFileIsNeverCreated();
+    void openPutsJournalBackToDelete();
+    void createDatabase();
+    void exclusiveOpenInThisProcess();
+    void exclusiveOpenInAnotherProcess();
+    void busyFileAtOpen();
+    void closedDatabaseIsInvalid();
+    void readOnlyOpen();
+
+private:
+    QString path(const QString& name) const
+    {
+        return m_dir->filePath(name);
+    }
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
+
+void TestDBEngine::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_dir->isValid());
+    DBEngine::setBusyTimeoutMs(2000);
+}
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+QByteArray legacyHeader(const char* kind)
+{
+    QByteArray bytes(2048, '\0');
+    bytes[1] = 1;
+    bytes.replace(4, 15, kind);
+    return bytes;
+}
+
+} // namespace
+
+void TestDBEngine::openFailures_data()
+{
+    QTest::addColumn<QString>("setup");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("number");
+
+    QTest::newRow("empty name") << ""
+                                << "" << int(errInvalidFileName);
+    QTest::newRow("a directory") << "dir"
+                                 << "sub" << int(errInvalidFileName);
+    QTest::newRow("missing folder") << ""
+                                    << "nowhere/veskor.mdb" << int(errInvalidPath);
+    QTest::newRow("folder is a file") << "plain"
+                                      << "plain.txt/veskor.mdb" << int(errInvalidPath);
+    QTest::newRow("missing file") << ""
+                                  << "veskor.mdb" << int(errFileNotFound);
+    QTest::newRow("random bytes") << "random"
+                                  << "veskor.mdb" << int(errUnrecognizedFormat);
+    QTest::newRow("empty file") << "empty"
+                                << "veskor.mdb" << int(errUnrecognizedFormat);
+    QTest::newRow("legacy Jet file") << "jet"
+                                     << "veskor.mdb" << int(errUnrecognizedFormat);
+    QTest::newRow("legacy ACE file") << "ace"
+                                     << "veskor.mdb" << int(errUnrecognizedFormat);
+    QTest::newRow("truncated file") << "truncated"
+                                    << "veskor.mdb" << int(errCorrupt);
+}
+
+void TestDBEngine::openFailures()
+{
+    QFETCH(QString, setup);
+    QFETCH(QString, file);
+    QFETCH(int, number);
+    const QString target = file.isEmpty() ? QString() : path(file);
+    if (setup == "dir") {
+        QVERIFY(QDir(m_dir->path()).mkdir(file));
+    } else if (setup == "plain") {
+        writeFile(path("plain.txt"), "text");
+    } else if (setup == "random") {
+        QByteArray bytes(8192, '\0');
+        for (int i = 0; i < bytes.size(); ++i)
+            bytes[i] = char((i * 7919 + 13) % 251);
+        writeFile(target, bytes);
+    } else if (setup == "empty") {
+        writeFile(target, QByteArray());
+    } else if (setup == "jet") {
+        writeFile(target, legacyHeader("Standard Jet DB"));
+    } else if (setup == "ace") {
+        writeFile(target, legacyHeader("Standard ACE DB"));
+    } else if (setup == "truncated") {
+        daotest::makePeople(target);
+        daotest::sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));");
+        QFile f(target);
+        QVERIFY(f.resize(f.size() / 2));
+    }
+    QString description;
+    try {
+        DBEngine::OpenDatabase(target);
+    } catch (const JetError& e) {
+        QCOMPARE(e.number(), number);
+        description = e.description();
+    }
+    QVERIFY2(!description.isEmpty(), "the open did not fail");
+    if (setup == "jet" || setup == "ace")
+        QVERIFY(description.contains("Access"));
+}
+
+// A good header over damaged pages: the open's one read finds it.
+void TestDBEngine::damagedContentFailsAtOpen()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    QFile f(file);
+    QVERIFY(f.open(QIODevice::ReadWrite));
+    f.seek(100);
+    f.write(QByteArray(3000, '\xA5'));
+    f.close();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errCorrupt));
+}
+
+void TestDBEngine::noPermission()
+{
+    if (::geteuid() == 0)
+        QSKIP("root reads every file");
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    QFile::setPermissions(file, QFileDevice::ReadOwner);
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errNoPermission));
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), 0);
+    QFile::setPermissions(file, QFileDevice::WriteOwner);
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), int(errNoPermission));
+}
+
+void TestDBEngine::missingFileIsNeverCreated()
+{
+    const QString file = path("veskor.mdb");
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errFileNotFound));
+    QVERIFY(!QFile::exists(file));
+}
+
+void TestDBEngine::openPutsJournalBackToDelete()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    daotest::sqliteExec(file, "PRAGMA journal_mode=WAL");
+    QCOMPARE(daotest::sqliteValue(file, "PRAGMA journal_mode"), QString("wal"));
+    DBEngine::OpenDatabase(file)->Close();
+    QCOMPARE(daotest::sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
+}
+
+void TestDBEngine::createDatabase()
+{
+    const QString file = path("new.mdb");
+    auto db = DBEngine::CreateDatabase(file);
+    db->Execute("CREATE TABLE T (A LONG)");
+    db->Close();
+    QVERIFY(QFile(file).size() >= 4096);
+    QCOMPARE(DBEngine::OpenDatabase(file)->TableNames(), QStringList{"T"});
+    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
+    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
+    // A new file has a real header at once, so it opens even before any table exists.
+    DBEngine::CreateDatabase(path("blank.mdb"))->Close();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(path("blank.mdb")); }), 0);
+}
+
+void TestDBEngine::exclusiveOpenInThisProcess()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    auto shared = DBEngine::OpenDatabase(file);
+    auto admin = DBEngine::OpenDatabase(file, true);
+    QVERIFY(admin->isExclusive());
+    QVERIFY(QFile::exists(path("veskor.ldb")));
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, true); }), int(errExclusivelyLocked));
+    admin->Execute("UPDATE People SET Num = 99 WHERE ID = 1");
+    admin->Close();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
+    // A shared open never makes the lock file.
+    QFile::remove(path("veskor.ldb"));
+    DBEngine::OpenDatabase(file)->Close();
+    QVERIFY(!QFile::exists(path("veskor.ldb")));
+}
+
+void TestDBEngine::exclusiveOpenInAnotherProcess()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    daotest::Helper helper;
+    QCOMPARE(helper.start({"exclusive", file}), QString("locked"));
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
+    QVERIFY2(timer.elapsed() < 1000, "3045 comes at once, without the busy wait");
+    // A holder that dies lets go of the lock with its process.
+    helper.process.kill();
+    helper.process.waitForFinished(5000);
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
+}
+
+void TestDBEngine::busyFileAtOpen()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    daotest::Helper helper;
+    QCOMPARE(helper.start({"hold", file}), QString("locked"));
+    DBEngine::setBusyTimeoutMs(300);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errCouldNotLockFile));
+    QVERIFY2(timer.elapsed() >= 250, "the open waits for the lock before it fails");
+    helper.finish();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
+}
+
+void TestDBEngine::closedDatabaseIsInvalid()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    auto db = DBEngine::OpenDatabase(file);
+    auto rs = db->OpenRecordset("People");
+    db->Close();
+    QVERIFY(!db->isOpen());
+    QVERIFY(!rs->isOpen());
+    QCOMPARE(jetNumber([&] { db->OpenRecordset("People"); }), int(errObjectInvalid));
+    QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errObjectInvalid));
+    QCOMPARE(jetNumber([&] { db->TableNames(); }), int(errObjectInvalid));
+    QCOMPARE(jetNumber([&] { rs->MoveNext(); }), int(errObjectInvalid));
+    QCOMPARE(jetNumber([&] { rs->Fields("Name").Value(); }), int(errObjectInvalid));
+    QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errObjectInvalid));
+    QCOMPARE(jetNumber([&] {
+                 rs->Close();
+                 db->Close();
+             }),
+             0);
+}
+
+void TestDBEngine::readOnlyOpen()
+{
+    const QString file = path("veskor.mdb");
+    daotest::makePeople(file);
+    auto db = DBEngine::OpenDatabase(file, false, true);
+    QVERIFY(db->isReadOnly());
+    auto rs = db->OpenRecordset("People");
+    QCOMPARE(rs->RecordCount(), 3LL);
+    QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
+    QCOMPARE(jetNumber([&] { rs->AddNew(); }), int(errCannotUpdate));
+    QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
+    QCOMPARE(daotest::sqliteValue(file, "SELECT count(*) FROM People"), QString("3"));
+}
+
+QTEST_GUILESS_MAIN(TestDBEngine)
+#include "tst_dbengine.moc"
