@@ -2,21 +2,35 @@
 // Translation of the Jet SQL dialect into SQLite's. Pure text work: no database.
 //
 // Accepted: double- and single-quoted text literals (a doubled quote inside stands
-// for itself), [bracketed] names, SELECT TOP n, True/False, Jet's column types
-// (Bit, Long, Integer, Double, Text(n), Counter...), ALTER TABLE ... ADD COLUMN
-// with NOT NULL on a table that has rows, ALTER TABLE ... DROP COLUMN, qualified
-// columns in UPDATE ... SET, INNER JOIN ... ON, and a trailing ";" with blanks.
-// Anything after the end of the one statement is refused with 3142.
+// for itself), [bracketed] names, SELECT TOP n, DISTINCTROW, True/False, "&" to
+// join texts, Jet's column types (Bit, Long, Integer, Double, Text(n), Memo,
+// YesNo, Counter...), ALTER TABLE ... ADD COLUMN with NOT NULL on a table that
+// has rows, ALTER TABLE ... DROP [COLUMN], qualified columns in UPDATE ... SET,
+// INNER JOIN ... ON, and a trailing ";" with blanks.
+// Anything after the end of the one statement is refused with 3142, and so are
+// (as syntax errors) parameter markers ($ @ : #) and control characters outside
+// a literal, a NUL anywhere, and TOP n PERCENT.
 
 #include <QString>
 
 namespace dao {
 
-enum class StatementKind { Select, Insert, Update, Delete, CreateTable, CreateIndex, AlterTable, Drop, Other };
+enum class StatementKind
+{
+    Select,
+    Insert,
+    Update,
+    Delete,
+    CreateTable,
+    CreateIndex,
+    AlterTable,
+    Drop,
+    Other
+};
 
 struct Translation
 {
-    QString sql;          // the statement in SQLite's dialect
+    QString sql; // the statement in SQLite's dialect
     StatementKind kind = StatementKind::Other;
     // For a SELECT over one table only (no join, DISTINCT, GROUP BY, UNION or
     // aggregate): the table's name, and sql carries the row id as its first column
@@ -29,7 +43,9 @@ struct Translation
 Translation translateJet(const QString& jetSql);
 
 // Jet's LIKE: * any run, ? one character, # one digit, [abc] [a-z] [!abc] a set,
-// compared without regard to case over all of Unicode.
+// [*] [?] [#] [[] the character itself; compared without regard to case over all
+// of Unicode, a character outside the BMP counting as one. A "[" without its "]"
+// makes a pattern that matches nothing. Note SQLite's like(Y, X) means X LIKE Y.
 bool jetLike(const QString& text, const QString& pattern);
 
 } // namespace dao
