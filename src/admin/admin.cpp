@@ -5,6 +5,7 @@
 #include "admin/commands.h"
 #include "dao/dao.h"
 #include "database/site.h"
+#include "platform/profile.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -73,8 +74,8 @@ QString findSite(const QCommandLineParser& parser)
 {
     QString dir = parser.value(QStringLiteral("site"));
     if (dir.isEmpty())
-        dir =
-            database::readIniValue(database::kSettingsFileName, QStringLiteral("DataPath"), QStringLiteral("DataPath"));
+        dir = platform::GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QString(), 1024,
+                                                database::kSettingsFileName);
     if (dir.isEmpty())
         dir = QDir::currentPath();
     if (!QFileInfo::exists(QDir(dir).filePath(database::kDatabaseFileName)))
@@ -99,7 +100,9 @@ int runAdmin(const QStringList& args, QTextStream& out, QTextStream& err)
         return 2;
     }
     if (parser.isSet(QStringLiteral("help"))) {
-        out << parser.helpText().replace(QStringLiteral("[options]"), QStringLiteral("[options] command"));
+        // The first line names the program as it was started; name it plainly.
+        const QString help = parser.helpText();
+        out << "Usage: " << program << " [options] command [arguments...]" << help.mid(help.indexOf(QLatin1Char('\n')));
         return 0;
     }
     const QStringList positional = parser.positionalArguments();

@@ -52,7 +52,8 @@ QString boardAsText(const database::Board& board)
     auto line = [&](const QStringList& cells) {
         QString text;
         for (size_t i = 0; i < widths.size(); ++i)
-            text += cells[qsizetype(i)].leftJustified(widths[i] + 2);
+            text +=
+                QString(cells[qsizetype(i)]).replace(QLatin1Char('\n'), QLatin1Char(' ')).leftJustified(widths[i] + 2);
         return text.trimmed() + QLatin1Char('\n');
     };
     QStringList rules;

@@ -19,7 +19,7 @@ enum class Since
 struct Column
 {
     QString name;
-    QString type; // a Jet type, with NOT NULL where the file demands a value
+    QString type; // a Jet type, with NOT NULL and a default where the file demands a value
     Since since = Since::Both;
 };
 
@@ -44,12 +44,18 @@ const QString kLong250 = QStringLiteral("TEXT(250)");
 const QString kText255 = QStringLiteral("TEXT(255)");
 const QString kMemo = QStringLiteral("LONGTEXT");
 
+// The columns the client's upgrade adds demand a value; a row written without one
+// gets the value the upgrade gives the rows it finds.
+const QString kSplitterVertical = QStringLiteral("LONG NOT NULL DEFAULT 1800");
+const QString kSplitterHorizontal = QStringLiteral("LONG NOT NULL DEFAULT 1575");
+const QString kFontBold = QStringLiteral("LONG NOT NULL DEFAULT 0");
+const QString kFontSize = QStringLiteral("LONG NOT NULL DEFAULT 8");
+
 std::vector<Column> employeeSettingsColumns()
 {
     const QString bit = QStringLiteral("BIT");
     const QString lng = QStringLiteral("LONG");
     const QString integer = QStringLiteral("INTEGER");
-    const QString lngNotNull = QStringLiteral("LONG NOT NULL");
     std::vector<Column> c = {
         {"Name", kName},       {"AutoClearComments", bit}, {"AutoLogIn", bit},       {"AutoLogOut", bit},
         {"AutoMinimize", bit}, {"MinimizeOnClose", bit},   {"RefreshRate", integer}, {"DefaultGroup", kName},
@@ -70,16 +76,16 @@ std::vector<Column> employeeSettingsColumns()
         {"ChangeScreenPopUp", bit},
         {"UserSecurityLevel", integer},
         {"MinimizeSetting", integer},
-        {"DisplayTreeView", lngNotNull, Since::Upgrade},
+        {"DisplayTreeView", "LONG NOT NULL DEFAULT 1", Since::Upgrade},
         {"IconSize", integer},
         {"ToolBarText", integer},
         {"PhotoSizeToFit", bit},
         {"PictureFileName", kText255},
-        {"StatusAlertsOverride", QStringLiteral("BIT NOT NULL"), Since::Upgrade},
-        {"SplitterPositionVertical", lngNotNull, Since::Upgrade},
-        {"SplitterPositionHorizontal", lngNotNull, Since::Upgrade},
-        {"FontBoldDisplay", lngNotNull, Since::Upgrade},
-        {"FontSizeDisplay", lngNotNull, Since::Upgrade},
+        {"StatusAlertsOverride", "BIT NOT NULL DEFAULT False", Since::Upgrade},
+        {"SplitterPositionVertical", kSplitterVertical, Since::Upgrade},
+        {"SplitterPositionHorizontal", kSplitterHorizontal, Since::Upgrade},
+        {"FontBoldDisplay", kFontBold, Since::Upgrade},
+        {"FontSizeDisplay", kFontSize, Since::Upgrade},
     };
     c.insert(c.end(), rest.begin(), rest.end());
     return c;
@@ -100,9 +106,10 @@ std::vector<Column> newUserDefaultsColumns(const std::vector<Column>& settings)
         if (col.name == QLatin1String("ToolBarText"))
             break;
     }
-    for (const char* name :
-         {"SplitterPositionVertical", "SplitterPositionHorizontal", "FontBoldDisplay", "FontSizeDisplay"})
-        c.push_back({QString::fromLatin1(name), QStringLiteral("LONG NOT NULL"), Since::Upgrade});
+    c.push_back({"SplitterPositionVertical", kSplitterVertical, Since::Upgrade});
+    c.push_back({"SplitterPositionHorizontal", kSplitterHorizontal, Since::Upgrade});
+    c.push_back({"FontBoldDisplay", kFontBold, Since::Upgrade});
+    c.push_back({"FontSizeDisplay", kFontSize, Since::Upgrade});
     return c;
 }
 
@@ -110,7 +117,7 @@ const std::vector<Table>& tables()
 {
     static const std::vector<Table> all = [] {
         const QString bit = QStringLiteral("BIT");
-        const QString bitNotNull = QStringLiteral("BIT NOT NULL");
+        const QString bitTrue = QStringLiteral("BIT NOT NULL DEFAULT True");
         const QString lng = QStringLiteral("LONG");
         const QString dbl = QStringLiteral("DOUBLE");
         const std::vector<Column> settings = employeeSettingsColumns();
@@ -120,7 +127,7 @@ const std::vector<Table>& tables()
               {"StatusTypeCounter", lng},
               {"GroupCounter", lng},
               {"SecurityCounter", lng},
-              {"ExtraColumnsCounter", QStringLiteral("LONG NOT NULL"), Since::Upgrade}}},
+              {"ExtraColumnsCounter", "LONG NOT NULL DEFAULT 1", Since::Upgrade}}},
             {"EmployeeTable",
              {{"Name", kName},
               {"UID", kName},
@@ -136,15 +143,15 @@ const std::vector<Table>& tables()
             {"NewUserDefaultsTable", newUserDefaultsColumns(settings)},
             {"GlobalSettingsTable",
              {{"DatabaseVersion", QStringLiteral("TEXT(10)")},
-              {"DatabaseReleaseVersion", QStringLiteral("TEXT(10) NOT NULL"), Since::Upgrade},
+              {"DatabaseReleaseVersion", "TEXT(10) NOT NULL DEFAULT '2005'", Since::Upgrade},
               {"TransactionLogFlag", bit},
               {"SystemSecurityLevel", QStringLiteral("INTEGER")},
               {"LogoPosition", QStringLiteral("INTEGER")},
-              {"AllowMessaging", bitNotNull, Since::Upgrade},
-              {"AllowStatusAlerts", bitNotNull, Since::Upgrade},
-              {"AllowPresenceSensing", bitNotNull, Since::Upgrade},
-              {"UpdateStatusOnLock", bitNotNull, Since::Upgrade},
-              {"AllowUserToAddVeskOrToStartupFolder", bitNotNull, Since::Upgrade},
+              {"AllowMessaging", bitTrue, Since::Upgrade},
+              {"AllowStatusAlerts", bitTrue, Since::Upgrade},
+              {"AllowPresenceSensing", bitTrue, Since::Upgrade},
+              {"UpdateStatusOnLock", "BIT NOT NULL DEFAULT False", Since::Upgrade},
+              {"AllowUserToAddVeskOrToStartupFolder", bitTrue, Since::Upgrade},
               {"PhotoPath", kText255},
               {"CompanyInfo", kMemo}}},
             {"StatusTypesTable",
@@ -201,9 +208,9 @@ const std::vector<Table>& tables()
               {"ScreenLeft", lng},
               {"ScreenWidth", lng},
               {"ScreenHeight", lng},
-              {"LastSelectedNode", QStringLiteral("TEXT(20)"), Since::Upgrade},
-              {"AdminFontBoldDisplay", QStringLiteral("LONG NOT NULL"), Since::Upgrade},
-              {"AdminFontSizeDisplay", QStringLiteral("LONG NOT NULL"), Since::Upgrade}}},
+              {"LastSelectedNode", "TEXT(20) DEFAULT 'Users'", Since::Upgrade},
+              {"AdminFontBoldDisplay", kFontBold, Since::Upgrade},
+              {"AdminFontSizeDisplay", kFontSize, Since::Upgrade}}},
         };
     }();
     return all;

@@ -74,9 +74,11 @@ void fillSettings(dao::Database& db)
                {"GroupCounter", 1},
                {"SecurityCounter", 1},
                {"ExtraColumnsCounter", 1}});
-    insertRow(
-        db, QStringLiteral("AdminSettingsTable"),
-        {{"LastSelectedNode", QStringLiteral("Users")}, {"AdminFontBoldDisplay", 0}, {"AdminFontSizeDisplay", 8}});
+    insertRow(db, QStringLiteral("AdminSettingsTable"),
+              {{"ScreenTop", QVariant()}, // a column of every release, so that the row is made in each
+               {"LastSelectedNode", QStringLiteral("Users")},
+               {"AdminFontBoldDisplay", 0},
+               {"AdminFontSizeDisplay", 8}});
 }
 
 // Codes choose the list icon: 4 stands for a status typed by hand, 10 and 11 for
@@ -129,6 +131,11 @@ void createSite(const QString& dir, const SiteOptions& options)
         QFile::remove(dbFile);
         throw;
     }
+    writeSettingsFile(dir);
+}
+
+void writeSettingsFile(const QString& dir)
+{
     writeTextFile(QDir(dir).filePath(kSettingsFileName),
                   QStringLiteral("[DataPath]\nDataPath=%1\n").arg(siteFolderText(dir)));
 }
@@ -141,26 +148,6 @@ std::shared_ptr<dao::Database> openSite(const QString& dir)
 QString siteFolderText(const QString& dir)
 {
     return QDir::toNativeSeparators(QDir(dir).absolutePath()) + QDir::separator();
-}
-
-QString readIniValue(const QString& file, const QString& section, const QString& key)
-{
-    QFile ini(file);
-    if (!ini.open(QIODevice::ReadOnly | QIODevice::Text))
-        return QString();
-    bool inSection = false;
-    QTextStream in(&ini);
-    while (!in.atEnd()) {
-        const QString line = in.readLine().trimmed();
-        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']'))) {
-            inSection = line.mid(1, line.size() - 2).trimmed().compare(section, Qt::CaseInsensitive) == 0;
-            continue;
-        }
-        const qsizetype eq = line.indexOf(QLatin1Char('='));
-        if (inSection && eq > 0 && line.left(eq).trimmed().compare(key, Qt::CaseInsensitive) == 0)
-            return line.mid(eq + 1).trimmed();
-    }
-    return QString();
 }
 
 void setForcedShutDown(const QString& dir, bool on)

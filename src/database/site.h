@@ -43,13 +43,12 @@ struct SiteOptions
 // Makes dir (if needed), dir/veskor.mdb with the schema and its standing rows, and
 // dir/veskor.ini pointing at dir. Refuses (SiteError) when the database exists.
 void createSite(const QString& dir, const SiteOptions& options = {});
+// Writes dir/veskor.ini: "[DataPath]" with "DataPath=" and the folder.
+void writeSettingsFile(const QString& dir);
 // Opens dir/veskor.mdb, shared and read-write.
 std::shared_ptr<dao::Database> openSite(const QString& dir);
 // The folder as the settings file writes it: absolute, with a closing separator.
 QString siteFolderText(const QString& dir);
-
-// A value from an ini file ("" when the file, section or key is missing).
-QString readIniValue(const QString& file, const QString& section, const QString& key);
 
 struct PersonSpec
 {

@@ -2,6 +2,7 @@
 #include "admin/admin.h"
 #include "dao/dao.h"
 #include "database/site.h"
+#include "platform/profile.h"
 #include "tempsite.h"
 
 #include <QDir>
@@ -14,6 +15,12 @@
 #include <QTest>
 
 namespace {
+
+// Both settings files have a section and a key of the same name.
+QString iniValue(const QString& file, const QString& sectionAndKey)
+{
+    return platform::GetPrivateProfileString(sectionAndKey, sectionAndKey, QString(), 1024, file);
+}
 
 struct Result
 {
@@ -139,9 +146,9 @@ private slots:
         QCOMPARE(got.out, QStringLiteral("2005\n"));
         const QString file = QDir(site.path()).filePath("forceshutdown.ini");
         QCOMPARE(run({"shutdown", "on", "--site", site.path()}).code, 0);
-        QCOMPARE(database::readIniValue(file, "ForceShutDown", "ForceShutDown"), QStringLiteral("TRUE"));
+        QCOMPARE(iniValue(file, "ForceShutDown"), QStringLiteral("TRUE"));
         QCOMPARE(run({"shutdown", "OFF", "--site", site.path()}).code, 0);
-        QCOMPARE(database::readIniValue(file, "ForceShutDown", "ForceShutDown"), QStringLiteral("FALSE"));
+        QCOMPARE(iniValue(file, "ForceShutDown"), QStringLiteral("FALSE"));
     }
 
     void failures_data()

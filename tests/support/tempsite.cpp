@@ -3,13 +3,36 @@
 #include "dao/dao.h"
 
 #include <QDir>
+#include <QFile>
+#include <map>
 #include <stdexcept>
+
+namespace {
+
+// Making a site writes each statement through to the disk, which takes the best
+// part of a second; so each release is made once per test program and copied.
+QString templateSite(database::SchemaRelease release)
+{
+    static QTemporaryDir folder;
+    static std::map<database::SchemaRelease, QString> made;
+    QString& path = made[release];
+    if (path.isEmpty()) {
+        const QString dir = folder.filePath(release == database::SchemaRelease::Present ? "present" : "older");
+        database::createSite(dir, {release});
+        path = dir;
+    }
+    return QDir(path).filePath(database::kDatabaseFileName);
+}
+
+} // namespace
 
 TempSite::TempSite(database::SchemaRelease release)
 {
     if (!m_dir.isValid())
         throw std::runtime_error("cannot make a temporary folder: " + m_dir.errorString().toStdString());
-    database::createSite(m_dir.path(), {release});
+    if (!QFile::copy(templateSite(release), dbPath()))
+        throw std::runtime_error("cannot copy the template site to " + dbPath().toStdString());
+    database::writeSettingsFile(m_dir.path());
 }
 
 QString TempSite::path() const
