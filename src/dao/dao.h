@@ -91,8 +91,11 @@ public:
     Field Fields(int index);
     int FieldCount() const;
 
-    // Table-type recordsets only: Index = "PrimaryKey" (or an index's name), then
-    // Seek("=", value) positions on the first match or sets NoMatch.
+    // Table-type recordsets only (3251 otherwise): Index = "PrimaryKey" (or an
+    // index's name; 3015 when there is none), then Seek("=", value) positions on
+    // the first match, text compared without regard to case, or sets NoMatch and
+    // leaves no current record. A key of several fields is a QVariantList.
+    // Only "=" is offered (3001 for others).
     void setIndex(const QString& indexName);
     QString Index() const;
     void Seek(const QString& comparison, const QVariant& key);
@@ -122,7 +125,8 @@ public:
     void Execute(const QString& sql, int options = 0);
     // Rows touched by the last Execute.
     long long RecordsAffected() const;
-    // Closes the file and drops its locks; any later use raises 3420.
+    // Closes the file and drops its locks; any later use of it, or of a recordset
+    // opened on it, raises 3420 (Close stays harmless).
     void Close();
     bool isOpen() const;
     QString Name() const; // the file's path
@@ -143,7 +147,10 @@ class DBEngine
 {
 public:
     // Opens an existing file; a missing file is never created (3024). exclusive:
-    // other clients' opens fail with 3045 until this one closes.
+    // other clients' opens fail with 3045 until this one closes (a lock on
+    // "veskor.ldb" beside "veskor.mdb"). Other failures: 3055 no file name or a
+    // directory, 3044 no such folder, 3051 no permission, 3343 not a database,
+    // 3049 damaged or cut short, 3050 busy past the busy wait.
     static std::shared_ptr<Database> OpenDatabase(const QString& path, bool exclusive = false, bool readOnly = false,
                                                   const QString& connect = QString());
     // Makes a new, empty file; 3204 when the file is already there.
@@ -154,7 +161,9 @@ public:
     static void setBusyTimeoutMs(int ms);
 
     // Count of statements sent to SQLite since the last reset, for tests that
-    // prove how much work a path does.
+    // prove how much work a path does: one per recordset opened, Execute, written
+    // Edit/Update and Delete, two per AddNew/Update (the insert and the read-back
+    // of the new row). Opening a file counts nothing.
     static long long statementCount();
     static void resetStatementCount();
 };
