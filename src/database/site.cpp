@@ -85,7 +85,7 @@ void fillSettings(dao::Database& db)
 // the screen saver and the locked workstation, so the types use the others.
 void fillStatusTypes(dao::Database& db)
 {
-    const StatusTypeSpec types[] = {
+    const StatusTypeRow types[] = {
         {"Out", 1, "Out", "Set your status to Out", false, true},
         {"Busy", 2, "Busy", "Set your status to Busy", false, true},
         {"In", 3, "In", "Set your status to In", false, true},
@@ -94,7 +94,7 @@ void fillStatusTypes(dao::Database& db)
         {"On Holiday", 7, "Holiday", "On holiday: left alone at the end of a run", true, false},
         {"Sick", 8, "Sick", "Off sick: left alone at the end of a run", true, false},
     };
-    for (const StatusTypeSpec& type : types)
+    for (const StatusTypeRow& type : types)
         addStatusType(db, type);
     for (const char* choice : {"Back in 15 minutes", "Back in 30 minutes", "Back in 1 hour", "After lunch",
                                "Later today", "Tomorrow", "Next week"})

@@ -50,7 +50,7 @@ std::shared_ptr<dao::Database> openSite(const QString& dir);
 // The folder as the settings file writes it: absolute, with a closing separator.
 QString siteFolderText(const QString& dir);
 
-struct PersonSpec
+struct NewPerson
 {
     QString name = {};
     QString uid = {};
@@ -59,11 +59,11 @@ struct PersonSpec
 
 // The EmployeeTable row (with the New_ columns' defaults) and the
 // EmployeeSettingsTable row from NewUserDefaultsTable.
-void addPerson(dao::Database& db, const PersonSpec& person);
+void addPerson(dao::Database& db, const NewPerson& person);
 void addGroup(dao::Database& db, const QString& group);
 void addMember(dao::Database& db, const QString& group, const QString& name, bool manager = false);
 
-struct StatusTypeSpec
+struct StatusTypeRow
 {
     QString status = {};
     long long code = 0;
@@ -72,7 +72,7 @@ struct StatusTypeSpec
     bool isProtected = false;
     bool onToolBar = false;
 };
-void addStatusType(dao::Database& db, const StatusTypeSpec& type);
+void addStatusType(dao::Database& db, const StatusTypeRow& type);
 
 // An extra column "New_X": a text column in EmployeeTable and NewUserDefaultsTable
 // with its yes/no companion "New_XReadOnly", and the person's layout of it,
@@ -104,16 +104,16 @@ struct PersonStatus
 };
 void setStatus(dao::Database& db, const QString& name, const PersonStatus& status);
 
-struct TrackingSpec
+struct TrackingRow
 {
     QString tracker = {};
     QString trackee = {};
     QString trackeeStatus = {};
     double lastUpdated = 0; // a DateTimeNum
 };
-void addTracking(dao::Database& db, const TrackingSpec& row);
+void addTracking(dao::Database& db, const TrackingRow& row);
 
-struct MessageSpec
+struct MessageRow
 {
     QString owner = {}; // whose copy
     QString category = QStringLiteral("New");
@@ -127,7 +127,7 @@ struct MessageSpec
     QString fromRemoteUNC = {};
 };
 // Returns the new MessageID.
-long long addMessage(dao::Database& db, const MessageSpec& message);
+long long addMessage(dao::Database& db, const MessageRow& message);
 
 // The board of a group ("Everyone" is all rows): Name, Status, Phone, DueBack,
 // Comments, LastModified and the extra columns, rows ordered by Name, names

@@ -92,7 +92,7 @@ void addSettingsRow(dao::Database& db, const QString& name, dao::Recordset& defa
 
 } // namespace
 
-void addPerson(dao::Database& db, const PersonSpec& person)
+void addPerson(dao::Database& db, const NewPerson& person)
 {
     const QString name = requiredName(person.name, QStringLiteral("user or item"));
     const QString existing = storedKey(db, QStringLiteral("EmployeeTable"), QStringLiteral("Name"), name);
@@ -153,7 +153,7 @@ void addMember(dao::Database& db, const QString& group, const QString& name, boo
               {{"GroupName", groupName}, {"EmployeeName", person}, {"GroupManager", manager}});
 }
 
-void addStatusType(dao::Database& db, const StatusTypeSpec& type)
+void addStatusType(dao::Database& db, const StatusTypeRow& type)
 {
     const QString status = requiredName(type.status, QStringLiteral("status type"));
     const QString existing = storedKey(db, QStringLiteral("StatusTypesTable"), QStringLiteral("Status"), status);
@@ -219,7 +219,7 @@ void setStatus(dao::Database& db, const QString& name, const PersonStatus& statu
     rs->Update();
 }
 
-void addTracking(dao::Database& db, const TrackingSpec& row)
+void addTracking(dao::Database& db, const TrackingRow& row)
 {
     // An older file names the time column TrackeeLastUpdate; insertRow writes whichever is there.
     insertRow(db, QStringLiteral("EmployeeStatusTracking"),
@@ -230,7 +230,7 @@ void addTracking(dao::Database& db, const TrackingSpec& row)
                {"TrackeeLastUpdate", row.lastUpdated}});
 }
 
-long long addMessage(dao::Database& db, const MessageSpec& message)
+long long addMessage(dao::Database& db, const MessageRow& message)
 {
     insertRow(db, QStringLiteral("MessagesTable"),
               {{"Category", message.category},

@@ -84,7 +84,7 @@ TempSite& TempSite::status(const QString& name, const database::PersonStatus& st
     return *this;
 }
 
-TempSite& TempSite::statusType(const database::StatusTypeSpec& type)
+TempSite& TempSite::statusType(const database::StatusTypeRow& type)
 {
     database::addStatusType(*openDb(), type);
     return *this;
@@ -115,7 +115,7 @@ TempSite& TempSite::execute(const QString& jetSql)
     return *this;
 }
 
-long long TempSite::message(const database::MessageSpec& message)
+long long TempSite::message(const database::MessageRow& message)
 {
     return database::addMessage(*openDb(), message);
 }

@@ -37,14 +37,14 @@ public:
     TempSite& status(const QString& name, const QString& status, const QString& dueBack = {},
                      const QString& comments = {});
     TempSite& status(const QString& name, const database::PersonStatus& status);
-    TempSite& statusType(const database::StatusTypeSpec& type);
+    TempSite& statusType(const database::StatusTypeRow& type);
     TempSite& column(const QString& newColumn, bool readOnly = false);
     TempSite& tracking(const QString& tracker, const QString& trackee, const QString& trackeeStatus = {},
                        double lastUpdated = 0);
     TempSite& setting(const QString& field, const QString& value);
     TempSite& execute(const QString& jetSql);
     // Returns the new MessageID.
-    long long message(const database::MessageSpec& message);
+    long long message(const database::MessageRow& message);
 
 private:
     QTemporaryDir m_dir;
