@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <memory>
+#include <optional>
 
 // X(type, name, start value)
 #define VESKOR_RUN_WIDE(X)                                                                                             \
@@ -52,7 +53,57 @@
     X(long long, glngSecurityCounter, 0)                                                                               \
     X(long long, glngLastSecurityCounter, 0)                                                                           \
     X(long long, glngExtraColumnsCounter, 0)                                                                           \
-    X(long long, glngLastExtraColumnsCounter, 0)
+    X(long long, glngLastExtraColumnsCounter, 0)                                                                       \
+    /* the status engine */                                                                                            \
+    X(long long, gintStatusCode, 0)                                                                                    \
+    X(long long, gintOwnStatusCode, 0)                                                                                 \
+    X(bool, gblnSuppressNextLog, false)                                                                                \
+    X(long long, gintNameColumn, 0)                                                                                    \
+    X(bool, gblnTransactionLog, false)                                                                                 \
+    X(long long, intLogRetries, 0) /* never reset during a run */                                                      \
+    X(QString, gstrIPAddress, QString())                                                                               \
+    X(bool, gblnUserOnThisServer, false)                                                                               \
+    /* system settings (GlobalSettingsTable) */                                                                        \
+    X(long long, gintSystemSecurityLevel, 0)                                                                           \
+    X(long long, gintLogoPosition, 0)                                                                                  \
+    X(QString, gstrDatabaseReleaseVersion, QString())                                                                  \
+    X(bool, gblnAllowMessaging, false)                                                                                 \
+    X(bool, gblnAllowStatusAlerts, false)                                                                              \
+    X(bool, gblnAllowPresenceSensing, false)                                                                           \
+    X(bool, gblnUpdateStatusOnLock, false)                                                                             \
+    X(bool, gblnAllowUserToAddVeskOrToStartupFolder, false)                                                            \
+    /* the person's settings (EmployeeSettingsTable) */                                                                \
+    X(QString, gstrDefaultGroup, QStringLiteral("Everyone"))                                                           \
+    X(bool, gblnStatusAlertsOverride, false)                                                                           \
+    X(bool, gblnAutoClearComments, false)                                                                              \
+    X(bool, gblnAutoLogIn, false)                                                                                      \
+    X(bool, gblnAutoLogOut, false)                                                                                     \
+    X(bool, gblnAutoMinimize, false)                                                                                   \
+    X(bool, gblnMinimizeOnClose, false)                                                                                \
+    X(long long, gvarDisplayTreeView, 1)                                                                               \
+    X(long long, gintRefreshRate, 5)                                                                                   \
+    X(long long, gintSortKey, 0)                                                                                       \
+    X(QString, gstrSortColumnName, QString())                                                                          \
+    X(long long, gintSortOrder, 0)                                                                                     \
+    X(std::optional<long long>, glngScreenTop, std::nullopt)                                                           \
+    X(std::optional<long long>, glngScreenLeft, std::nullopt)                                                          \
+    X(std::optional<long long>, glngScreenHeight, std::nullopt)                                                        \
+    X(std::optional<long long>, glngScreenWidth, std::nullopt)                                                         \
+    X(bool, gblnListViewPopUp, false)                                                                                  \
+    X(bool, gblnChangeScreenPopUp, false)                                                                              \
+    X(long long, gintUserSecurityLevel, 0)                                                                             \
+    X(long long, gintMinimizeSetting, 0)                                                                               \
+    X(long long, gintIconSize, 0)                                                                                      \
+    X(long long, gintToolBarText, 0)                                                                                   \
+    X(bool, gblnPhotoSizeToFit, false)                                                                                 \
+    X(long long, glngSplitterVertical, 1800)                                                                           \
+    X(long long, glngSplitterHorizontal, 1575)                                                                         \
+    X(long long, gintFontBoldDisplay, 0)                                                                               \
+    X(long long, gintFontSizeDisplay, 8)                                                                               \
+    /* the board */                                                                                                    \
+    X(long long, gintTimerMainCountDown, 0)                                                                            \
+    X(long long, gintFindColumn, 0)                                                                                    \
+    X(QString, gstrSelectedUser, QString())
 
 #define VESKOR_DECLARE_RUN_WIDE(type, name, start) extern type name;
 VESKOR_RUN_WIDE(VESKOR_DECLARE_RUN_WIDE)
