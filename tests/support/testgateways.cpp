@@ -1,6 +1,7 @@
 #include "testgateways.h"
 
 #include "start/globals.h"
+#include "start/mainscreen.h"
 
 namespace {
 
@@ -29,6 +30,7 @@ QDateTime TestGateways::defaultStart()
 TestGateways::TestGateways(const QDateTime& start) : m_savedLocale(QLocale())
 {
     resetRunWide();
+    resetMainScreen();
     platform::clearAtEnd();
     platform::setAppTitle(QString());
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
@@ -53,6 +55,7 @@ TestGateways::~TestGateways()
     platform::clearAtEnd();
     platform::setAppTitle(QString());
     resetRunWide();
+    resetMainScreen();
     QLocale::setDefault(m_savedLocale);
 }
 
