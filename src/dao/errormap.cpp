@@ -53,18 +53,6 @@ constexpr MessageRow kByMessage[] = {
     {"no such index", errNotAnIndex},
 };
 
-int syntaxErrorFor(StatementKind kind)
-{
-    switch (kind) {
-    case StatementKind::Insert:
-        return errSyntaxInsert;
-    case StatementKind::Update:
-        return errSyntaxUpdate;
-    default:
-        return errSyntaxMissingOperator;
-    }
-}
-
 int pick(const CodeRow& row, Activity activity)
 {
     switch (activity) {

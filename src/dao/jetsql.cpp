@@ -14,19 +14,6 @@ namespace {
 
 using jet::Tok;
 
-// Number of the syntax error Jet gives for a statement of this kind.
-int syntaxErrorFor(StatementKind kind)
-{
-    switch (kind) {
-    case StatementKind::Insert:
-        return errSyntaxInsert;
-    case StatementKind::Update:
-        return errSyntaxUpdate;
-    default:
-        return errSyntaxMissingOperator;
-    }
-}
-
 // Throws 3142 when anything but blanks follows the first ";"; otherwise drops
 // the ";" and the blanks around the end.
 void stripTerminator(QStringView sql, std::vector<jet::Token>& tokens)
@@ -67,6 +54,18 @@ Translation translateJet(const QString& jetSql)
     stripTerminator(jetSql, lexed.tokens);
     jet::Statement st(jetSql, std::move(lexed.tokens));
     return st.translate();
+}
+
+int syntaxErrorFor(StatementKind kind)
+{
+    switch (kind) {
+    case StatementKind::Insert:
+        return errSyntaxInsert;
+    case StatementKind::Update:
+        return errSyntaxUpdate;
+    default:
+        return errSyntaxMissingOperator;
+    }
 }
 
 } // namespace dao

@@ -42,6 +42,10 @@ struct Translation
 // 3075/3134/3144 for what cannot be a statement, such as an unclosed literal).
 Translation translateJet(const QString& jetSql);
 
+// The number of Jet's syntax error for a statement of this kind: 3134 for INSERT,
+// 3144 for UPDATE, 3075 for the rest.
+int syntaxErrorFor(StatementKind kind);
+
 // Jet's LIKE: * any run, ? one character, # one digit, [abc] [a-z] [!abc] a set,
 // [*] [?] [#] [[] the character itself; compared without regard to case over all
 // of Unicode, a character outside the BMP counting as one. A "[" without its "]"
