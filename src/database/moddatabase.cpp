@@ -1,0 +1,238 @@
+#include "database/moddatabase.h"
+
+#include "dao/dao.h"
+#include "platform/clock.h"
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+
+#include <QTimer>
+
+using namespace platform;
+
+namespace {
+
+const QString CR = QStringLiteral("\r");
+const QString CRLF = QStringLiteral("\r\n");
+
+// A pause after each DoEvents, so that "let events run" waits a moment for the
+// other client instead of spinning.
+constexpr int kEventPauseMs = 5;
+// fnGroupExists: how often a lost database object is opened again, and the pause between.
+constexpr int kObjectGoneTries = 5;
+constexpr int kObjectGonePauseMs = 100;
+// VB's run-time error for a use of a database object never opened.
+constexpr int kObjectNotSet = 91;
+
+void letEventsRun(int times)
+{
+    for (int i = 0; i < times; ++i) {
+        DoEvents();
+        Sleep(kEventPauseMs);
+    }
+}
+
+[[noreturn]] void closeUnloadAndEnd()
+{
+    subCloseDatabase();
+    frmMain().unload();
+    End();
+}
+
+QString databasePathText(const QString& procedure)
+{
+    return QStringLiteral("Database Path Error (") + QString::number(Err.Number) + QStringLiteral(" ) in ") +
+           procedure + CRLF + CRLF + Err.Description + CRLF + CRLF + QStringLiteral("Possible causes: ") + CRLF +
+           QStringLiteral("1) Invalid Database Path in VESKOR.INI. ") + CRLF +
+           QStringLiteral("2) You do not have access permissions to the database via this path. ") + CRLF +
+           QStringLiteral("3) The Network connection may have been permanently or temporarily lost.") + CRLF + CRLF +
+           QStringLiteral("Select Retry to attempt to open the database again.") + CRLF +
+           QStringLiteral("Select Cancel to exit.");
+}
+
+QString lockFileText(const QString& procedure)
+{
+    return QStringLiteral("Non-fatal Error (") + QString::number(Err.Number) + QStringLiteral(" ) in ") + procedure +
+           CR + Err.Description + CR + CR + QStringLiteral("Possible Causes: ") + CR +
+           QStringLiteral("                 1) The server is busy deleting the VESKOR.LDB file.") + CR +
+           QStringLiteral("                 2) The network cable has been disconnected.");
+}
+
+// The answer to an open that failed three times. Returns when the open is to be
+// tried again; every other answer ends the run.
+void answerFailedOpen(const QString& procedure)
+{
+    const QString number = QString::number(Err.Number);
+    switch (Err.Number) {
+    case dao::errInvalidPath:
+        if (MsgBox(databasePathText(procedure), vbRetryCancel + vbExclamation) == vbRetry) {
+            return;
+        }
+        closeUnloadAndEnd();
+    case dao::errFileNotFound:
+    case dao::errDiskOrNetwork:
+        if (MsgBox(lockFileText(procedure), vbRetryCancel + vbExclamation,
+                   gstrProgramTitle + QStringLiteral(" - Error in subOpenDatabase")) == vbRetry) {
+            return;
+        }
+        End();
+    case dao::errExclusivelyLocked:
+        MsgBox(QStringLiteral("Non-fatal Error (") + number + QStringLiteral(" ) in ") + procedure + CR +
+                   Err.Description + CR + CR +
+                   QStringLiteral("Probably cause: Administrator was repairing the database. Please wait a few "
+                                  "seconds, then press OK to continue."),
+               vbOKOnly + vbExclamation);
+        letEventsRun(2);
+        return;
+    case dao::errCouldNotLockFile:
+        // The words say OK where the box says Retry; they stand as they are.
+        if (MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" ) in ") + procedure + CR + Err.Description +
+                       CR + CR + QStringLiteral("The database is busy. Please wait a few seconds.") + CRLF + CRLF +
+                       QStringLiteral("Press OK to Try Again.") + CRLF + QStringLiteral("Press Cancel to Exit."),
+                   vbRetryCancel + vbExclamation, gstrProgramTitle) == vbCancel) {
+            End();
+        }
+        letEventsRun(10);
+        return;
+    case dao::errUnrecognizedFormat:
+        MsgBox(Err.Description + CR + QStringLiteral("Please inform the Network Supervisor that the database is") +
+                   QStringLiteral(" damaged and must be repaired."),
+               vbOKOnly + vbExclamation, procedure + QStringLiteral(" - Fatal Error in ") + gstrProgramTitle);
+        closeUnloadAndEnd();
+    default:
+        gblnDatabaseOpenFailed = true;
+        MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" - ") + Err.Description + QStringLiteral(" ) in ") +
+               procedure + CR + Err.Description);
+        closeUnloadAndEnd();
+    }
+}
+
+} // namespace
+
+QTimer& TimerCloseDatabase()
+{
+    // Made on first use and kept for the run; it fires only while an event loop runs.
+    static QTimer* timer = [] {
+        auto* t = new QTimer;
+        t->setInterval(2000);
+        QObject::connect(t, &QTimer::timeout, t, &TimerCloseDatabase_Timer);
+        return t;
+    }();
+    return *timer;
+}
+
+void TimerCloseDatabase_Timer()
+{
+    gblnDatabaseClosed = true;
+    subCloseDatabase();
+}
+
+void subOpenDatabase()
+{
+    if (!gblnDatabaseClosed) {
+        return;
+    }
+    const QString strProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
+    gblnDatabaseOpenFailed = false;
+    int intCounter = 0;
+    for (;;) {
+        Err.Clear();
+        const bool opened = ResumeNext([] {
+            gdbDatabase = dao::DBEngine::OpenDatabase(gstrCurrentDatabasePath + QStringLiteral("veskor.mdb"), false,
+                                                      false, QString());
+        });
+        if (opened) {
+            gblnDatabaseClosed = false;
+            // Like a timer's Enabled := True: one that already runs keeps its interval.
+            if (!TimerCloseDatabase().isActive()) {
+                TimerCloseDatabase().start();
+            }
+            return;
+        }
+        frmMain().setPanelText(2, QStringLiteral(" Opening database - try #") + QString::number(intCounter));
+        ++intCounter;
+        if (intCounter < 3) {
+            Sleep(intCounter * 500);
+            continue;
+        }
+        intCounter = 0;
+        frmMain().setBusyPointer(false);
+        answerFailedOpen(strProcedure);
+    }
+}
+
+void subCloseDatabase()
+{
+    if (!gblnDatabaseClosed) {
+        return;
+    }
+    if (gdbDatabase) {
+        gdbDatabase->Close();
+    }
+    TimerCloseDatabase().stop();
+    ++glngDatabaseCloseCount;
+}
+
+bool fnGroupExists(const QString& groupName)
+{
+    bool result = false;
+    std::unique_ptr<dao::Recordset> rs;
+    // A database object lost in a DoEvents (3420) is only opened again when the
+    // flag says closed, so the flag is set before the next try; a handful of
+    // tries, then it is answered as any other error.
+    for (int tries = 1;; ++tries) {
+        Err.Clear();
+        subOpenDatabase();
+        ResumeNext([&] {
+            if (!gdbDatabase) {
+                Err.Raise(kObjectNotSet, QStringLiteral("Object variable or With block variable not set"));
+            }
+            rs = gdbDatabase->OpenRecordset(QStringLiteral("GroupTable"), dao::dbOpenTable, dao::dbReadOnly);
+        });
+        if (Err.Number != dao::errObjectInvalid || tries == kObjectGoneTries) {
+            break;
+        }
+        gblnDatabaseClosed = true;
+        Sleep(kObjectGonePauseMs);
+    }
+    if (Err.Number != 0) {
+        MsgBox(QStringLiteral("Err: ") + QString::number(Err.Number) + QStringLiteral(" - ") + Err.Description);
+    }
+    if (rs) {
+        ResumeNext([&] {
+            rs->setIndex(QStringLiteral("PrimaryKey"));
+            rs->Seek(QStringLiteral("="), groupName);
+            result = !rs->NoMatch();
+        });
+        ResumeNext([&] { rs->Close(); });
+    }
+    subCloseDatabase();
+    return result;
+}
+
+int fnDatabaseBusyResponse(const QString& description, long long errNumber, const QString& procedureName)
+{
+    Q_UNUSED(procedureName);
+    int answer = vbCancel;
+    if (errNumber == dao::errCannotUpdate || errNumber == dao::errLockedByUser) {
+        if (gintDatabaseRetryCount == 0) {
+            // The first time, the caller silently tries once more.
+            letEventsRun(100);
+            ++gintDatabaseRetryCount;
+            answer = vbRetry;
+        } else {
+            const int reply = MsgBox(QStringLiteral("The database is currently updating.  Would you like to retry ?"),
+                                     vbYesNo + vbQuestion, QString() + gstrProgramTitle);
+            answer = reply == vbYes ? vbRetry : vbCancel;
+            gintDatabaseRetryCount = 0;
+        }
+    } else {
+        MsgBox(QStringLiteral("Error=") + QString::number(errNumber) + CRLF + QStringLiteral(" Error message=") +
+                   description + QStringLiteral(". Update cancelled."),
+               vbExclamation);
+    }
+    frmMain().setBusyPointer(false);
+    return answer;
+}
