@@ -58,6 +58,7 @@
     X(long long, gintStatusCode, 0)                                                                                    \
     X(long long, gintOwnStatusCode, 0)                                                                                 \
     X(bool, gblnSuppressNextLog, false)                                                                                \
+    X(bool, gblnOutViaStatusScreen, false) /* frmStatus opened by the Out command */                                   \
     X(long long, gintNameColumn, 0)                                                                                    \
     X(bool, gblnTransactionLog, false)                                                                                 \
     X(long long, intLogRetries, 0) /* never reset during a run */                                                      \

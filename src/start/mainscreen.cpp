@@ -83,6 +83,11 @@ bool MainScreen::selectedItemIsSelected() const
     return false;
 }
 
+QString MainScreen::selectedItemText(int) const
+{
+    return {};
+}
+
 QStringList MainScreen::selectedRowTexts(int) const
 {
     return {};
@@ -95,6 +100,10 @@ void MainScreen::clearList()
 QList<ListColumn> MainScreen::listColumns() const
 {
     return {};
+}
+
+void MainScreen::clearSortArrows()
+{
 }
 
 QRect MainScreen::normalGeometry() const
@@ -110,6 +119,16 @@ void MainScreen::setNormalGeometry(const QRect& geometry)
 bool MainScreen::groupButtonEnabled() const
 {
     return false;
+}
+
+void MainScreen::setToolbarTag(const QString& tag)
+{
+    m_toolbarTag = tag;
+}
+
+QString MainScreen::toolbarTag() const
+{
+    return m_toolbarTag;
 }
 
 void MainScreen::clearGroups()
@@ -142,6 +161,23 @@ void MainScreen::subTaskBarSysTrayActivation()
 }
 
 void MainScreen::subUnloadSysTrayIcon()
+{
+}
+
+bool MainScreen::sysTrayIconExists() const
+{
+    return false;
+}
+
+void MainScreen::subCreateSysTrayIcon()
+{
+}
+
+void MainScreen::applyDisplayFont()
+{
+}
+
+void MainScreen::subUnloadAllForms()
 {
 }
 

@@ -50,15 +50,20 @@ public:
     virtual QStringList listHeaders() const; // the column headers, in sub-item order
     virtual int listRowCount() const;
     virtual bool selectedItemIsSelected() const;             // the list's current item is also selected
+    virtual QString selectedItemText(int subItem) const;     // a sub-item of the current item ("" when none)
     virtual QStringList selectedRowTexts(int subItem) const; // of each selected row, in list order
     virtual void clearList();
     virtual QList<ListColumn> listColumns() const;
+    virtual void clearSortArrows(); // every header back to "ArrowClear"
     // The window's place and size when it is neither minimized nor maximized.
     virtual QRect normalGeometry() const;
     virtual void setNormalGeometry(const QRect& geometry);
 
     // ToolbarMain's "Group" button: the one answer to "may this person change others here".
     virtual bool groupButtonEnabled() const;
+    // ToolbarMain's Tag: "Out" tells frmGroup's Load to preset that word.
+    virtual void setToolbarTag(const QString& tag);
+    virtual QString toolbarTag() const;
 
     // TabStripMain and TreeViewMain as the group reader fills them.
     virtual void clearGroups();
@@ -71,14 +76,19 @@ public:
     virtual void subSetToolBarRights();
     virtual void subTaskBarSysTrayActivation();
     virtual void subUnloadSysTrayIcon();
-    virtual void showStatusScreen(); // frmStatus, modal
-    virtual void showGroupScreen();  // frmGroup, modal
+    virtual bool sysTrayIconExists() const;
+    virtual void subCreateSysTrayIcon(); // the tray object with its menu entries and tip
+    virtual void applyDisplayFont();     // FontBoldDisplay and FontSizeDisplay on the lists
+    virtual void subUnloadAllForms();    // every other open screen, from the last to the first
+    virtual void showStatusScreen();     // frmStatus, modal
+    virtual void showGroupScreen();      // frmGroup, modal
 
 private:
     QString m_caption;
     QString m_panels[3];
     QString m_panelTips[3];
     QString m_trayTip;
+    QString m_toolbarTag;
     QRect m_geometry;
 };
 
