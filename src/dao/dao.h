@@ -151,6 +151,7 @@ public:
     // "veskor.ldb" beside "veskor.mdb"). Other failures: 3055 no file name or a
     // directory, 3044 no such folder, 3051 no permission, 3343 not a database,
     // 3049 damaged or cut short, 3050 busy past the busy wait.
+    // A "\\server\share\..." path is opened where that share is mounted (platform/mounts.h).
     static std::shared_ptr<Database> OpenDatabase(const QString& path, bool exclusive = false, bool readOnly = false,
                                                   const QString& connect = QString());
     // Makes a new, empty file; 3204 when the file is already there.

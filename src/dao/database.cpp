@@ -2,6 +2,7 @@
 // engine tells about a file's tables.
 #include "dao/connection.h"
 #include "dao/recordset_p.h"
+#include "platform/mounts.h"
 
 #include <sqlite3.h>
 
@@ -24,12 +25,12 @@ void countStatement()
 std::shared_ptr<Database> DBEngine::OpenDatabase(const QString& path, bool exclusive, bool readOnly,
                                                  const QString& /*connect*/)
 {
-    return std::shared_ptr<Database>(new Database(Connection::open(path, exclusive, readOnly)));
+    return std::shared_ptr<Database>(new Database(Connection::open(platform::nativePathOf(path), exclusive, readOnly)));
 }
 
 std::shared_ptr<Database> DBEngine::CreateDatabase(const QString& path)
 {
-    return std::shared_ptr<Database>(new Database(Connection::create(path)));
+    return std::shared_ptr<Database>(new Database(Connection::create(platform::nativePathOf(path))));
 }
 
 int DBEngine::busyTimeoutMs()

@@ -1,5 +1,7 @@
 #include "platform/profile.h"
 
+#include "platform/mounts.h"
+
 #include <QFile>
 #include <QSaveFile>
 #include <QStringList>
@@ -137,8 +139,9 @@ bool writeIni(const IniText& ini, const QString& fileName)
 } // namespace
 
 QString GetPrivateProfileString(const QString& section, const QString& key, const QString& defaultValue, int bufferSize,
-                                const QString& fileName)
+                                const QString& givenName)
 {
+    const QString fileName = nativePathOf(givenName); // a "\\server\share\..." name is read at its mount
     const QString fallback = cut(trimmedEnd(defaultValue), bufferSize);
     const auto ini = readIni(fileName);
     if (!ini || key.trimmed().isEmpty()) {
@@ -160,8 +163,9 @@ QString GetPrivateProfileString(const QString& section, const QString& key, cons
 }
 
 bool WritePrivateProfileString(const QString& section, const QString& key, const QString& value,
-                               const QString& fileName)
+                               const QString& givenName)
 {
+    const QString fileName = nativePathOf(givenName);
     IniText ini = readIni(fileName).value_or(IniText{});
     const QString name = section.trimmed();
     QList<qsizetype> where = sectionLines(ini.lines, name);

@@ -7,6 +7,7 @@
 //   ; a comment        in matching quotes ("..." or '...') loses them.
 //
 // Plain text in UTF-8; CR LF and LF line ends both read.
+// A file named "\\server\share\..." is the one where that share is mounted.
 
 #include <QString>
 
