@@ -21,6 +21,7 @@
     X(QString, gstrDatabasePath, QString())                                                                            \
     X(QString, gstrCurrentDatabasePath, QString())                                                                     \
     X(QString, gstrCommandLine, QString())                                                                             \
+    X(QString, gstrGivenCommandLine, QString()) /* VB's Command$: as the program was started */                        \
     X(QString, gstrLoginName, QString())                                                                               \
     X(QString, gstrUserID, QString())                                                                                  \
     X(QString, gstrDefaultUser, QString())                                                                             \
