@@ -1,0 +1,69 @@
+// The In, Busy and Out commands of the board.
+
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+#include "status/statuswrite.h"
+
+using namespace platform;
+
+namespace {
+
+// A status by word, the board redrawn, and the window out of the way when the
+// person likes it so.
+void setStatusAndRefresh(const QString& status)
+{
+    subSetStatus(status);
+    frmMain().subRefreshUserList(QString());
+    if (gblnAutoMinimize) {
+        frmMain().minimize();
+        frmMain().subTaskBarSysTrayActivation();
+    }
+}
+
+} // namespace
+
+void subCommand_In()
+{
+    setStatusAndRefresh(QStringLiteral("In"));
+}
+
+void subCommand_Busy()
+{
+    setStatusAndRefresh(QStringLiteral("Busy"));
+}
+
+void subCommand_Out()
+{
+    MainScreen& screen = frmMain();
+    if (gblnOutViaStatusScreen) {
+        // An earlier Out left the flag standing: frmGroup's Load finds the word here.
+        screen.setToolbarTag(QStringLiteral("Out"));
+    }
+    if (!gblnChangeScreenPopUp) {
+        setStatusAndRefresh(QStringLiteral("Out"));
+        return;
+    }
+    const bool ownRowOrNone =
+        !screen.selectedItemIsSelected() || screen.selectedItemText(int(gintNameColumn)) == gstrDefaultUser;
+    if (ownRowOrNone) {
+        gblnOutViaStatusScreen = true; // frmStatus's Activate presets "Out" and clears it
+        screen.subUnloadSysTrayIcon();
+        screen.showStatusScreen();
+        screen.subRefreshUserList(QString());
+        if (!screen.sysTrayIconExists() && gintMinimizeSetting < 1) {
+            screen.subCreateSysTrayIcon();
+        }
+        return;
+    }
+    if (screen.groupButtonEnabled()) {
+        screen.subUnloadSysTrayIcon();
+        screen.showGroupScreen();
+        screen.subRefreshUserList(QString());
+        DoEvents();
+    } else {
+        MsgBox(QStringLiteral("Sorry, your security level does not allow you to change users in this Group."),
+               vbOKOnly);
+    }
+}

@@ -1,0 +1,140 @@
+#include "status/statuscommon.h"
+
+#include "platform/clock.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+
+#include <cmath>
+
+namespace status {
+
+namespace {
+
+// VB's run-time error for a use of an object variable that was never set.
+constexpr int kObjectNotSet = 91;
+
+[[noreturn]] void typeMismatch()
+{
+    Err.Raise(vbErrTypeMismatch, QStringLiteral("Type mismatch"));
+}
+
+} // namespace
+
+Trap::Trap(Handler handler) : m_handler(std::move(handler))
+{
+}
+
+bool Trap::operator()(const std::function<void()>& statement)
+{
+    while (!m_exited) {
+        try {
+            statement();
+            return true;
+        } catch (const dao::JetError& e) {
+            Err.Set(e);
+            switch (m_handler(e)) {
+            case Resume::Again:
+                continue; // the handler asked a person first, so this cannot spin by itself
+            case Resume::Next:
+                return true;
+            case Resume::Exit:
+                m_exited = true;
+                break;
+            }
+        }
+    }
+    return false;
+}
+
+bool Trap::exited() const
+{
+    return m_exited;
+}
+
+QString vbStr(long long number)
+{
+    return number >= 0 ? QStringLiteral(" ") + QString::number(number) : QString::number(number);
+}
+
+QString errorHead(const QString& procedure)
+{
+    return QStringLiteral("Error (") + vbStr(Err.Number) + QStringLiteral(" ) in ") + procedure + QStringLiteral("\r") +
+           Err.Description;
+}
+
+dao::Database& database()
+{
+    if (!gdbDatabase) {
+        Err.Raise(kObjectNotSet, QStringLiteral("Object variable or With block variable not set"));
+    }
+    return *gdbDatabase;
+}
+
+QString employeeRowSql(const QString& name)
+{
+    return QStringLiteral("SELECT * FROM EmployeeTable WHERE Name LIKE ") + dao::quoteLike(name);
+}
+
+QString stampedBy(const QString& name)
+{
+    return platform::Format(platform::Now(), QStringLiteral("yyyy-mm-dd hh:mm:ss")) + QStringLiteral(" by ") + name;
+}
+
+QString trackingMirrorSql(const QString& status, const QString& trackee)
+{
+    return QStringLiteral("Update EmployeeStatusTracking ") + QStringLiteral("set ") +
+           QStringLiteral("TrackeeStatus = ") + dao::quote(status) + QStringLiteral(", ") +
+           QStringLiteral("TrackeeLastUpdated = ") + platform::DateTimeNumText(platform::DateTimeNum(platform::Now())) +
+           QStringLiteral(" ") + QStringLiteral("Where Trackee = ") + dao::quote(trackee);
+}
+
+void writeStatusFields(dao::Recordset& rs, const QString& status, const QString& changer)
+{
+    rs.Fields(QStringLiteral("StatusCode")) = QString::number(gintStatusCode).trimmed();
+    rs.Fields(QStringLiteral("Status")) = status.trimmed();
+    rs.Fields(QStringLiteral("LastModified")) = stampedBy(changer);
+    if (status == QLatin1String("In") && gblnAutoClearComments) {
+        rs.Fields(QStringLiteral("DueBack")) = QString();
+        gstrDueBack.clear();
+        rs.Fields(QStringLiteral("Comments")) = QString();
+        gstrComment.clear();
+    }
+}
+
+void showStatusInTrayTip()
+{
+    ResumeNext([] {
+        frmMain().setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") +
+                             gstrCurrentStatus + QStringLiteral("'"));
+    });
+}
+
+bool boolFromText(const QString& text)
+{
+    if (text.isEmpty() || text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) {
+        return false;
+    }
+    if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) {
+        return true;
+    }
+    bool ok = false;
+    const double value = text.toDouble(&ok);
+    if (!ok) {
+        typeMismatch();
+    }
+    return value != 0;
+}
+
+long long wholeFromText(const QString& text)
+{
+    bool ok = false;
+    const double value = text.toDouble(&ok);
+    if (!ok || !std::isfinite(value)) {
+        typeMismatch();
+    }
+    // CInt rounds a half to the even neighbour, as nearbyint does in the default mode.
+    return static_cast<long long>(std::nearbyint(value));
+}
+
+} // namespace status

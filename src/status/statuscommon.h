@@ -1,0 +1,66 @@
+#pragma once
+// What the status writers share: the error trap that resumes like VB's handlers,
+// the head of their error boxes, and the pieces of SQL every writer builds the
+// same way.
+
+#include "dao/dao.h"
+
+#include <QString>
+#include <functional>
+
+namespace status {
+
+// What a handler tells the trapped statement: run it again (VB's Resume), go on
+// at the next statement (Resume Next), or leave the procedure (Exit Sub).
+enum class Resume
+{
+    Again,
+    Next,
+    Exit
+};
+
+// A procedure's error trap. Each statement runs through it; a dao::JetError is
+// put in Err and handed to the handler, whose answer decides what runs next.
+// Once a handler has answered Exit, every later statement is passed over.
+class Trap
+{
+public:
+    using Handler = std::function<Resume(const dao::JetError&)>;
+    explicit Trap(Handler handler);
+
+    // False when the procedure is to end (now or earlier).
+    bool operator()(const std::function<void()>& statement);
+    bool exited() const;
+
+private:
+    Handler m_handler;
+    bool m_exited = false;
+};
+
+// VB's Str() of a whole number: a positive number gets a leading blank.
+QString vbStr(long long number);
+// "Error (" & Str(Err.Number) & " ) in " & procedure & CR & Err.Description
+QString errorHead(const QString& procedure);
+
+// gdbDatabase, or VB's error 91 when no database object is set.
+dao::Database& database();
+
+// "SELECT * FROM EmployeeTable WHERE Name LIKE " and the name.
+QString employeeRowSql(const QString& name);
+// "yyyy-mm-dd hh:mm:ss by name", the present time.
+QString stampedBy(const QString& name);
+// The tracking mirror: everyone who follows trackee sees the new status.
+QString trackingMirrorSql(const QString& status, const QString& trackee);
+// Sets StatusCode (from gintStatusCode), Status and LastModified of the set's row,
+// which is in Edit; for "In" exactly, with AutoClearComments, also clears DueBack
+// and Comments and their globals ("in" keeps them).
+void writeStatusFields(dao::Recordset& rs, const QString& status, const QString& changer);
+// The tray tip: gstrProgramTitle [gstrDefaultUser] 'gstrCurrentStatus', failures ignored.
+void showStatusInTrayTip();
+
+// VB's CBool of a trimmed field text, with "" (a Null) read as False; 13 when not a truth value.
+bool boolFromText(const QString& text);
+// VB's CInt of a trimmed field text (rounded to even), wide; 94 for "", 13 when not a number.
+long long wholeFromText(const QString& text);
+
+} // namespace status

@@ -1,0 +1,187 @@
+// The person's own status writes, the choice between them and the group write,
+// the status code look-up and the active flag.
+
+#include "status/statuswrite.h"
+
+#include "dao/dao.h"
+#include "database/counters.h"
+#include "database/moddatabase.h"
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+#include "status/statuscommon.h"
+#include "status/translog.h"
+
+#include <memory>
+
+using namespace platform;
+using status::Resume;
+
+namespace {
+
+// The code the look-up leaves while no row of StatusTypesTable has matched.
+constexpr long long kCodeNotFound = 9999;
+// The code of a status word typed by hand.
+constexpr long long kCodeTypedByHand = 4;
+
+} // namespace
+
+void subSetStatus(const QString& status)
+{
+    MainScreen& screen = frmMain();
+    const QStringList headers = screen.listHeaders();
+    const qsizetype nameAt = headers.indexOf(QStringLiteral("Name"));
+    if (nameAt >= 0) {
+        gintNameColumn = nameAt;
+    }
+    if (screen.listRowCount() == 0 || !screen.selectedItemIsSelected()) {
+        subUpdateDefaultUsersRecord(status);
+        return;
+    }
+    const QStringList selected = screen.selectedRowTexts(int(gintNameColumn));
+    if (selected.size() == 1 && selected.first() == gstrDefaultUser) {
+        subUpdateDefaultUsersRecord(status);
+        return;
+    }
+    if (screen.groupButtonEnabled()) {
+        subUpdateSelectedUsersRecords(status);
+    } else {
+        MsgBox(QStringLiteral(" Your security setting only allows you to change YOUR OWN Status in this Group."),
+               vbOKOnly);
+    }
+}
+
+void subSetStatusCode(const QString& status)
+{
+    try {
+        gstrSQL = QStringLiteral("Select * from StatusTypesTable WHERE Status = ") + dao::quote(status);
+        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+        gintStatusCode = kCodeNotFound;
+        if (rs->RecordCount() > 0) {
+            // The engine's "=" ignores case; the upper-cased comparison decides, and the last match wins.
+            for (rs->MoveFirst(); !rs->isEOF(); rs->MoveNext()) {
+                if (rs->Fields(QStringLiteral("Status")).Text().toUpper() == status.toUpper()) {
+                    gintStatusCode = status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
+                    gintOwnStatusCode = gintStatusCode;
+                    gstrCurrentStatus = status;
+                    frmMain().setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser +
+                                         QStringLiteral("]") + QStringLiteral(" '") + gstrCurrentStatus +
+                                         QStringLiteral("'"));
+                }
+            }
+        }
+        rs->Close();
+        if (gintStatusCode == kCodeNotFound) {
+            gintStatusCode = kCodeTypedByHand;
+        }
+    } catch (const dao::JetError& e) {
+        Err.Set(e);
+        MsgBox(QStringLiteral("modUser - subSetStatusCode") + QStringLiteral("\r\n") + QStringLiteral("Error=") +
+                   Err.Description,
+               vbOKOnly);
+    }
+}
+
+// No failure is handled here until the tray tip: the open, the edit, the mirror,
+// the counter and the log step let a failure go up to the caller. Only the
+// writers of the log and the counter and subOpenDatabase recover by themselves.
+void subUpdateDefaultUsersRecord(const QString& status)
+{
+    subOpenDatabase();
+    gstrSQL = status::employeeRowSql(gstrDefaultUser);
+    Err.Clear();
+    const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    if (rs->RecordCount() > 0) {
+        rs->MoveFirst();
+        subSetStatusCode(status);
+        gstrCurrentStatus = status;
+        rs->Edit();
+        status::writeStatusFields(*rs, status, gstrDefaultUser);
+        rs->Update();
+        rs->Close();
+    }
+    gstrSQL = status::trackingMirrorSql(status, gstrDefaultUser);
+    status::database().Execute(gstrSQL);
+    subUpdateStatusCounter();
+    if (gblnSuppressNextLog) {
+        // The screen saver's mark was the last change: this write is its end, not news.
+        gblnSuppressNextLog = false;
+    } else {
+        subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
+    }
+    status::showStatusInTrayTip();
+}
+
+// The lock sensing's write: Status and LastModified only; the code, the caption,
+// DueBack and Comments stay as they are, and the log row is always written.
+void subUpdateDefaultUsersRecordStatusOnly(const QString& status)
+{
+    gstrSQL = status::employeeRowSql(gstrDefaultUser);
+    Err.Clear();
+    subOpenDatabase();
+    const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    if (rs->RecordCount() > 0) {
+        rs->MoveFirst();
+        rs->Edit();
+        rs->Fields(QStringLiteral("Status")) = status.trimmed();
+        rs->Fields(QStringLiteral("LastModified")) = status::stampedBy(gstrDefaultUser.trimmed());
+        rs->Update();
+        rs->Close();
+    }
+    gstrSQL = status::trackingMirrorSql(status.trimmed(), gstrDefaultUser.trimmed());
+    status::database().Execute(gstrSQL);
+    subUpdateStatusCounter();
+    subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
+    status::showStatusInTrayTip();
+}
+
+void subSetActiveFlag(const QString& flag)
+{
+    if (gstrDefaultUser.isEmpty()) {
+        return;
+    }
+    const QString strProcedure = QStringLiteral("modUser - subSetActiveFlag event");
+    const QString title = gstrProgramTitle + QStringLiteral(" - Set Active Flag Error");
+    status::Trap trap([&](const dao::JetError& e) {
+        switch (e.number()) {
+        case dao::errCannotUpdate:
+            if (MsgBox(status::errorHead(strProcedure) + QStringLiteral("\r") +
+                           QStringLiteral("Unable to update your 'Activity Status' at present. Probable cause - the "
+                                          "Administrator has the database locked exclusively. This is usually only "
+                                          "temporary - press Retry to continue or Cancel to abort the transaction."),
+                       vbRetryCancel + vbQuestion, title) == vbRetry) {
+                return Resume::Again;
+            }
+            return Resume::Exit;
+        case dao::errCouldNotLockFile:
+        case dao::errObjectInvalid:
+        case dao::errExclusiveByAdmin:
+            DoEvents();
+            return Resume::Next;
+        default:
+            MsgBox(status::errorHead(strProcedure), vbOKOnly, title);
+            return Resume::Next;
+        }
+    });
+
+    std::unique_ptr<dao::Recordset> rs;
+    gstrSQL = status::employeeRowSql(gstrDefaultUser);
+    trap([] { subOpenDatabase(); });
+    trap([&] { rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    if (!rs) {
+        return; // the open was passed over: there is no set to write
+    }
+    trap([&] { rs->MoveFirst(); });
+    if (!trap([&] { rs->Edit(); }) || rs->EditMode() == dao::dbEditNone) {
+        return; // an edit passed over leaves nothing to write to
+    }
+    trap([&] { rs->Fields(QStringLiteral("ActiveFlag")) = flag; });
+    // These two fill the globals for the first log row after start-up.
+    trap([&] { gstrDueBack = rs->Fields(QStringLiteral("DueBack")).Text(); });
+    trap([&] { gstrComment = rs->Fields(QStringLiteral("Comments")).Text(); });
+    trap([&] { rs->Update(); });
+    trap([&] { rs->Close(); });
+    trap([] { subCloseDatabase(); });
+}

@@ -1,0 +1,108 @@
+#include "status/translog.h"
+
+#include "dao/dao.h"
+#include "database/moddatabase.h"
+#include "platform/clock.h"
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+#include "status/statuscommon.h"
+
+#include <QLocale>
+
+using namespace platform;
+using status::Resume;
+
+namespace {
+
+const QString kProcedure = QStringLiteral("modUser - subUpdateTransactionLog event");
+const QString kTitle = QStringLiteral("VESK-OR - Repair/Compacting Error");
+
+// The run's failure that is reported: the third, counted over the whole run.
+constexpr long long kReportedFailure = 3;
+// Past the reported failure the insert is still retried, but only this many
+// times in one call: a lasting failure then costs a few seconds, not the client.
+constexpr int kRetriesPastReport = 20;
+// The pause between tries, so that a retry waits for the other client.
+constexpr int kRetryPauseMs = 150;
+
+// The double as VB's general text in the person's locale: fifteen digits, no
+// grouping, and the locale's own decimal sign (a comma stays a comma here).
+QString generalText(double value)
+{
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale.toString(value, 'g', 15);
+}
+
+void showLogFailure()
+{
+    frmMain().setBusyPointer(false);
+    const QString cr = QStringLiteral("\r");
+    MsgBox(QStringLiteral("Cannot complete the current operation due to the following error: (") +
+               status::vbStr(Err.Number) + QStringLiteral(" ) ") + cr + Err.Description + cr + cr +
+               QStringLiteral("Possible causes:") + cr +
+               QStringLiteral("Someone was updating their status at the exact moment you selected OK.") + cr +
+               QStringLiteral("Someone has the database open using MS Access.") + cr + cr + QStringLiteral(" ) in ") +
+               kProcedure,
+           vbOKOnly + vbExclamation, kTitle);
+}
+
+QString insertSql(const QStringList& values)
+{
+    QStringList quoted;
+    for (const QString& value : values) {
+        quoted << dao::quote(value);
+    }
+    return QStringLiteral("INSERT INTO TransactionLogTable (Name, Status, DueBack, Comments, LastModified, "
+                          "NetworkLogonID, LogDateTime, ComputerName, IPAddress) VALUES (") +
+           quoted.join(QLatin1Char(',')) + QStringLiteral(")");
+}
+
+} // namespace
+
+void subUpdateTransactionLog(const QString& status, const QString& dueBack, const QString& comments,
+                             const QString& name)
+{
+    status::Trap trap([](const dao::JetError&) {
+        showLogFailure();
+        return Resume::Next;
+    });
+    if (!gblnTransactionLog) {
+        return;
+    }
+    QString who;
+    QString lastModified;
+    QString logDateTime;
+    trap([&] { who = name.isEmpty() ? gstrDefaultUser : name; });
+    // Two readings of the clock, as the two columns were always taken: they may differ by a tick.
+    trap([&] { lastModified = status::stampedBy(gstrDefaultUser); });
+    trap([&] { logDateTime = generalText(DateTimeNum(Now())); });
+    trap([&] {
+        gstrSQL = insertSql({who, status, dueBack, comments, lastModified, gstrLoginName, logDateTime, gstrComputerName,
+                             gstrIPAddress});
+    });
+    trap([] { subOpenDatabase(); });
+
+    // From here on a failure only counts; intLogRetries is never reset, so the
+    // third failure of the run is the one reported, wherever it falls.
+    int retriesPastReport = 0;
+    for (;;) {
+        Err.Clear();
+        if (ResumeNext([] { status::database().Execute(gstrSQL); })) {
+            return;
+        }
+        ++intLogRetries;
+        if (intLogRetries == kReportedFailure) {
+            break;
+        }
+        if (intLogRetries > kReportedFailure && ++retriesPastReport > kRetriesPastReport) {
+            return; // the status change stands; this log row is lost
+        }
+        DoEvents();
+        Sleep(kRetryPauseMs);
+    }
+    showLogFailure();
+}
