@@ -1,9 +1,9 @@
 #pragma once
-// A board without widgets and a site the status engine writes to, for the tests
-// of the status writes, the log and the settings.
+// A board without widgets and a site the status engine writes to.
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
+#include "database/site.h"
 #include "start/globals.h"
 #include "start/mainscreen.h"
 #include "tempsite.h"
@@ -11,51 +11,33 @@
 
 #include <QTimer>
 
-// ListViewMain, its toolbar button and the group tabs as plain lists.
+// ListViewMain with the headers "Status" and "Name", and the Group button.
 class FakeBoard : public MainScreen
 {
 public:
-    QStringList headers = {QStringLiteral("Status"), QStringLiteral("Name"), QStringLiteral("Phone")};
-    QList<QStringList> rows; // sub-item texts of each row
-    QList<int> selected;     // row indexes, in list order
-    int current = -1;        // the list's current item
+    QStringList names;   // the Name sub-item of each row
+    QList<int> selected; // row indexes, in list order
+    int current = -1;    // the list's current item
     bool groupButton = false;
     QList<ListColumn> columns;
-    QStringList groups;
-    QString selectedGroup;
-    int statusScreens = 0;
-    int groupScreens = 0;
-
-    // Rows of the given names, with the Name sub-item in the second column.
-    void list(const QStringList& names)
-    {
-        rows.clear();
-        for (const QString& name : names) {
-            rows << QStringList{QStringLiteral("In"), name, QString()};
-        }
-    }
 
     QStringList listHeaders() const override
     {
-        return headers;
+        return {QStringLiteral("Status"), QStringLiteral("Name")};
     }
     int listRowCount() const override
     {
-        return int(rows.size());
+        return int(names.size());
     }
     bool selectedItemIsSelected() const override
     {
         return selected.contains(current);
     }
-    QString selectedItemText(int subItem) const override
-    {
-        return current >= 0 ? rows.at(current).value(subItem) : QString();
-    }
     QStringList selectedRowTexts(int subItem) const override
     {
         QStringList texts;
         for (int row : selected) {
-            texts << rows.at(row).value(subItem);
+            texts << (subItem == 1 ? names.at(row) : QString());
         }
         return texts;
     }
@@ -67,34 +49,9 @@ public:
     {
         return columns;
     }
-    void clearGroups() override
-    {
-        groups = {QStringLiteral("Everyone")};
-    }
-    void addGroup(const QString& group) override
-    {
-        groups << group;
-    }
-    bool selectGroup(const QString& group) override
-    {
-        if (!groups.contains(group)) {
-            return false;
-        }
-        selectedGroup = group;
-        return true;
-    }
-    void showStatusScreen() override
-    {
-        ++statusScreens;
-    }
-    void showGroupScreen() override
-    {
-        ++groupScreens;
-    }
 };
 
-// The gateways, a site with Ann Lee (this client's person), Bob Ray and Cy Dee,
-// the board, and the database regime pointed at the site with the log on.
+// Ann Lee (this client's person), Bob Ray and Cy Dee on a site, the log on.
 struct StatusFixture
 {
     TestGateways gw;
@@ -103,12 +60,9 @@ struct StatusFixture
 
     StatusFixture()
     {
-        site.person(QStringLiteral("Ann Lee"), QStringLiteral("alee"))
-            .person(QStringLiteral("Bob Ray"))
-            .person(QStringLiteral("Cy Dee"));
+        site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray")).person(QStringLiteral("Cy Dee"));
         setMainScreen(&board);
-        gstrDatabasePath = site.path();
-        gstrCurrentDatabasePath = site.path();
+        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
         gblnDatabaseClosed = true;
         gstrDefaultUser = QStringLiteral("Ann Lee");
         gstrLoginName = QStringLiteral("alee");
@@ -119,21 +73,16 @@ struct StatusFixture
     ~StatusFixture()
     {
         TimerCloseDatabase().stop();
-        if (gdbDatabase) {
-            gdbDatabase->Close();
-        }
         gdbDatabase.reset();
     }
 
-    // The first row's fields of a statement, as trimmed texts, or {} when none.
+    // The first row of a statement as trimmed texts; {} when there is none.
     QStringList row(const QString& sql) const
     {
         auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
         QStringList texts;
-        if (!rs->isEOF()) {
-            for (int i = 0; i < rs->FieldCount(); ++i) {
-                texts << rs->Fields(i).Text();
-            }
+        for (int i = 0; !rs->isEOF() && i < rs->FieldCount(); ++i) {
+            texts << rs->Fields(i).Text();
         }
         return texts;
     }
@@ -141,12 +90,16 @@ struct StatusFixture
     {
         return row(sql).value(0);
     }
-    long long count(const QString& table) const
-    {
-        return value(QStringLiteral("SELECT COUNT(*) FROM ") + table).toLongLong();
-    }
     QString statusOf(const QString& name) const
     {
         return value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
+    }
+    long long counter() const
+    {
+        return database::readCounter(*site.openDb(), QStringLiteral("Counter"));
+    }
+    long long logRows() const
+    {
+        return value(QStringLiteral("SELECT COUNT(*) FROM TransactionLogTable")).toLongLong();
     }
 };
