@@ -1,6 +1,7 @@
 #include "database/moddatabase.h"
 
 #include "dao/dao.h"
+#include "database/objectref.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
@@ -23,8 +24,6 @@ constexpr int kEventPauseMs = 5;
 // fnGroupExists: how often a lost database object is opened again, and the pause between.
 constexpr int kObjectGoneTries = 5;
 constexpr int kObjectGonePauseMs = 100;
-// VB's run-time error for a use of a database object never opened.
-constexpr int kObjectNotSet = 91;
 
 void letEventsRun(int times)
 {
@@ -175,27 +174,31 @@ void subCloseDatabase()
     ++glngDatabaseCloseCount;
 }
 
+bool fnRetryAfterObjectGone(int tryNumber)
+{
+    if (tryNumber >= kObjectGoneTries) {
+        return false;
+    }
+    // With the flag False a closed object would never be opened again.
+    gblnDatabaseClosed = true;
+    Sleep(kObjectGonePauseMs);
+    return true;
+}
+
 bool fnGroupExists(const QString& groupName)
 {
     bool result = false;
     std::unique_ptr<dao::Recordset> rs;
-    // A database object lost in a DoEvents (3420) is only opened again when the
-    // flag says closed, so the flag is set before the next try; a handful of
-    // tries, then it is answered as any other error.
+    // A lost database object (3420): open again and repeat, a handful of times;
+    // then it is answered as any other error.
     for (int tries = 1;; ++tries) {
         Err.Clear();
         subOpenDatabase();
-        ResumeNext([&] {
-            if (!gdbDatabase) {
-                Err.Raise(kObjectNotSet, QStringLiteral("Object variable or With block variable not set"));
-            }
-            rs = gdbDatabase->OpenRecordset(QStringLiteral("GroupTable"), dao::dbOpenTable, dao::dbReadOnly);
-        });
-        if (Err.Number != dao::errObjectInvalid || tries == kObjectGoneTries) {
+        ResumeNext(
+            [&] { rs = fnDatabase().OpenRecordset(QStringLiteral("GroupTable"), dao::dbOpenTable, dao::dbReadOnly); });
+        if (Err.Number != dao::errObjectInvalid || !fnRetryAfterObjectGone(tries)) {
             break;
         }
-        gblnDatabaseClosed = true;
-        Sleep(kObjectGonePauseMs);
     }
     if (Err.Number != 0) {
         MsgBox(QStringLiteral("Err: ") + QString::number(Err.Number) + QStringLiteral(" - ") + Err.Description);

@@ -17,6 +17,11 @@ void subCloseDatabase();
 QTimer& TimerCloseDatabase();
 void TimerCloseDatabase_Timer();
 
+// After Jet's 3420 (the database object went away while events ran): marks the
+// file closed so that the next subOpenDatabase really opens, pauses a moment, and
+// tells whether the read may be tried again (a handful of tries, counted from 1).
+bool fnRetryAfterObjectGone(int tryNumber);
+
 // True when GroupTable has that name (a Seek on its "PrimaryKey").
 bool fnGroupExists(const QString& groupName);
 // After a failed Update: 4 (retry) or 2 (give up).

@@ -1,0 +1,173 @@
+#include "database/counters.h"
+
+#include "dao/dao.h"
+#include "database/moddatabase.h"
+#include "database/objectref.h"
+#include "database/upgrade.h"
+#include "platform/msgbox.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+#include "status/settings.h"
+
+#include <cmath>
+
+using namespace platform;
+
+namespace {
+
+const QString CRLF = QStringLiteral("\r\n");
+
+// A trimmed field as a Long, as VB converts it on assignment: a Null, a blank or
+// a word is a type mismatch.
+long long longOf(const dao::Field& field)
+{
+    const QString text = field.Text();
+    bool ok = false;
+    const long long whole = text.toLongLong(&ok);
+    if (ok) {
+        return whole;
+    }
+    const double number = text.toDouble(&ok);
+    if (!ok || field.IsNull()) {
+        Err.Raise(vbErrTypeMismatch, QStringLiteral("Type mismatch"));
+    }
+    return std::llround(number);
+}
+
+void zeroReadCounters()
+{
+    glngStatusCounter = 0;
+    glngStatusTypeCounter = 0;
+    glngGroupCounter = 0;
+    glngSecurityCounter = 0;
+    glngExtraColumnsCounter = 0;
+}
+
+// One statement under subGetCounterValues's trap: a failure drops the five read
+// values to 0, and the next statement runs.
+bool step(const std::function<void()>& statement)
+{
+    if (ResumeNext(statement)) {
+        return true;
+    }
+    zeroReadCounters();
+    return false;
+}
+
+// A test under the same trap: a failure runs the branch.
+bool stepTest(const std::function<bool()>& test)
+{
+    bool result = true;
+    step([&] { result = test(); });
+    return result;
+}
+
+// Step 6 of the poll: the system's security level again, and the toolbar rights by it.
+void rereadSecurityLevel(std::unique_ptr<dao::Recordset>& rs)
+{
+    step([&] {
+        gstrSQL = QStringLiteral("Select * from GlobalSettingsTable");
+        rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    });
+    if (stepTest([&] { return fnRecordset(rs).RecordCount() > 0; })) {
+        step([&] { gintSystemSecurityLevel = longOf(fnRecordset(rs).Fields(QStringLiteral("SystemSecurityLevel"))); });
+        step([&] { fnRecordset(rs).Close(); });
+        step([] { frmMain().subSetToolBarRights(); });
+    } else {
+        step([&] { fnRecordset(rs).Close(); });
+    }
+    step([] { glngLastSecurityCounter = glngSecurityCounter; });
+}
+
+} // namespace
+
+void subGetCounterValues()
+{
+    std::unique_ptr<dao::Recordset> rs;
+    step([] { subTestStatusCounterTable(); });
+    step([] { gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable"); });
+    step([] { subOpenDatabase(); });
+    step([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    step([&] { fnRecordset(rs).MoveFirst(); });
+    step([&] { glngStatusCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("Counter"))); });
+    step([&] { glngStatusTypeCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("StatusTypeCounter"))); });
+    step([&] { glngGroupCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("GroupCounter"))); });
+    step([&] { glngSecurityCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("SecurityCounter"))); });
+    step([&] { glngExtraColumnsCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("ExtraColumnsCounter"))); });
+    step([&] { fnRecordset(rs).Close(); });
+
+    // Only a rise is acted on: a counter the administrator reset goes unnoticed
+    // until it passes the old value.
+    if (glngGroupCounter > glngLastGroupCounter) {
+        step([] { subReadGroups(); });
+        glngLastGroupCounter = glngGroupCounter;
+    }
+    if (glngStatusTypeCounter > glngLastStatusTypeCounter) {
+        step([] { frmMain().subLoadToolBarButtons(); });
+        glngLastStatusTypeCounter = glngStatusTypeCounter;
+    }
+    if (glngSecurityCounter > glngLastSecurityCounter) {
+        rereadSecurityLevel(rs);
+    }
+    step([] { subCloseDatabase(); });
+}
+
+void subUpdateStatusCounter()
+{
+    // Where the procedure got to. Its two boxes word the error without it, as
+    // they always have; it stays for whoever reads the procedure under a debugger.
+    const QString strBase = QStringLiteral("modUser - subUpdateStatusCounter event");
+    QString strProcedure = strBase;
+    for (;;) {
+        try {
+            gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+            subOpenDatabase();
+            std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+            strProcedure = strBase + QStringLiteral(" - Finsihed Opening Database");
+            if (rs->RecordCount() == 0) {
+                strProcedure = strBase + QStringLiteral(" - Creating Status Counter default value");
+                rs->AddNew();
+                rs->Update();
+                // The new row becomes the current one, so that its Counter is read next.
+                rs->MoveFirst();
+            }
+            if (rs->Fields(QStringLiteral("Counter")).IsNull()) {
+                strProcedure =
+                    strBase + QStringLiteral(" - Creating Status Counter default value - setting counter to 1");
+                rs->Edit();
+                rs->Fields(QStringLiteral("Counter")) = 1;
+                rs->Update();
+            }
+            strProcedure = strBase + QStringLiteral(" - moving first");
+            rs->MoveFirst();
+            const long long lngNewValue = longOf(rs->Fields(QStringLiteral("Counter"))) + 1;
+            const QString value = QString::number(lngNewValue);
+            strProcedure = strBase + QStringLiteral(" - Updating Status counter to: ") + value;
+            rs->Edit();
+            rs->Fields(QStringLiteral("Counter")) = lngNewValue;
+            strProcedure = strBase + QStringLiteral(" - About to Update Status counter to: ") + value;
+            rs->Update();
+            strProcedure = strBase + QStringLiteral(" - Updated Status counter to: ") + value;
+            rs->Close();
+            subCloseDatabase();
+            // The last acted-on value stays, so this client's next refresh rebuilds too.
+            glngStatusCounter = lngNewValue;
+            return;
+        } catch (const dao::JetError& e) {
+            Err.Set(e);
+        }
+        if (Err.Number != dao::errRecordLocked) {
+            // The change that led here stands; only the counter was not raised.
+            MsgBox(QStringLiteral("Error=") + QString::number(Err.Number) + CRLF + QStringLiteral(" Error message=") +
+                       Err.Description + QStringLiteral(". Update cancelled."),
+                   vbExclamation);
+            return;
+        }
+        if (MsgBox(QStringLiteral("Error: ") + QString::number(Err.Number) + QStringLiteral(" - ") + Err.Description +
+                       CRLF + QStringLiteral("Would you like to retry ?"),
+                   vbYesNo + vbQuestion, QString() + gstrProgramTitle) != vbYes) {
+            return;
+        }
+    }
+}
