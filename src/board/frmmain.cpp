@@ -1,0 +1,248 @@
+// frmMain: its controls, and what it answers the logic as the main screen.
+#include "board/frmmain.h"
+
+#include "status/statuswrite.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEvent>
+#include <QHeaderView>
+#include <QLabel>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeWidget>
+
+namespace {
+
+struct ToolbarButton
+{
+    const char* key;
+    const char* caption;
+    const char* toolTip;
+};
+
+// ToolbarMain in its order: 14 fixed buttons, then the design's three status
+// buttons, which the status types of the database replace when the toolbar is
+// rebuilt.
+const ToolbarButton kToolbarButtons[] = {
+    {"Search", "", "Find item in selected column"},
+    {"Change", "Change", "Change YOUR Status"},
+    {"Group", "Group", "Change status of one or more Group members"},
+    {"Refresh", "Refresh", "Update your screen with 'fresh' data"},
+    {"Servers", "Servers", "Display Remote Servers List"},
+    {"Home", "Home", "Return to Home Server"},
+    {"New Message", "New Msg", "Create new VESK-OR message for selected users"},
+    {"Preview", "Preview", "Preview VESK-OR Messages"},
+    {"eMail", "eMail", "Send eMail"},
+    {"QUIL", "QUIL", "Send QUIL Message"},
+    {"Options", "Options", "Edit your Options"},
+    {"Print", "Print", "Print Phone or Status List"},
+    {"About", "About", "Display version information"},
+    {"Exit", "Exit", "Exit"},
+    {"Out", "Out", "Out"},
+    {"Busy", "Busy", "Busy"},
+    {"In", "In", "In"},
+};
+
+constexpr int kPanelCount = 3;
+
+} // namespace
+
+MainScreen* FrmMain::load()
+{
+    auto* screen = new FrmMain;
+    screen->Form_Load();
+    return screen;
+}
+
+FrmMain::FrmMain()
+    : ListViewMain(new QTreeWidget(this)), ToolbarMain(new QToolBar(QStringLiteral("ToolbarMain"), this)),
+      StatusBarMain(new QStatusBar(this))
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    ListViewMain->setObjectName(QStringLiteral("ListViewMain"));
+    ListViewMain->setRootIsDecorated(false);
+    ListViewMain->setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Status"), QStringLiteral("Phone"),
+                                   QStringLiteral("Due Back"), QStringLiteral("Comments"),
+                                   QStringLiteral("Last Modified")});
+    setCentralWidget(ListViewMain);
+    buildToolbar();
+    buildStatusBar();
+
+    TimerMain.setInterval(1000);
+    connect(&TimerMain, &QTimer::timeout, this, &FrmMain::TimerMain_Timer);
+    tmrCheckForForcedShutDown.setInterval(60000);
+    connect(&tmrCheckForForcedShutDown, &QTimer::timeout, this, &FrmMain::tmrCheckForForcedShutDown_Timer);
+    tmrCheckForForcedShutDown.start(); // enabled from the start
+
+    setMainScreen(this);
+}
+
+FrmMain::~FrmMain()
+{
+    if (mainScreenLoaded() && &frmMain() == this) {
+        setMainScreen(nullptr);
+    }
+    setBusyPointer(false);
+}
+
+void FrmMain::buildToolbar()
+{
+    ToolbarMain->setObjectName(QStringLiteral("ToolbarMain"));
+    ToolbarMain->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    for (const ToolbarButton& b : kToolbarButtons) {
+        QAction* button = ToolbarMain->addAction(QString::fromUtf8(b.caption));
+        button->setObjectName(QString::fromUtf8(b.key));
+        button->setData(QString::fromUtf8(b.key));
+        button->setToolTip(QString::fromUtf8(b.toolTip));
+    }
+    toolbarButton(1)->setEnabled(false); // the place of the find box
+    toolbarButton(3)->setEnabled(false); // the right to change others, until it is granted
+    addToolBar(ToolbarMain);
+    connect(ToolbarMain, &QToolBar::actionTriggered, this, &FrmMain::toolbarClicked);
+}
+
+void FrmMain::buildStatusBar()
+{
+    StatusBarMain->setObjectName(QStringLiteral("StatusBarMain"));
+    for (int i = 0; i < kPanelCount; ++i) {
+        auto* label = new QLabel(StatusBarMain);
+        label->setFrameShape(QFrame::Panel);
+        label->setFrameShadow(QFrame::Sunken);
+        StatusBarMain->addWidget(label, i == 1 ? 1 : 0);
+        m_panels.append(label);
+    }
+    setStatusBar(StatusBarMain);
+}
+
+// Only the status buttons act on this board; the commands come with the full board.
+void FrmMain::toolbarClicked(QAction* button)
+{
+    const QString key = button->data().toString();
+    if (key == QLatin1String("Out")) {
+        subCommand_Out();
+    } else if (key == QLatin1String("Busy")) {
+        subCommand_Busy();
+    } else if (key == QLatin1String("In")) {
+        subCommand_In();
+    }
+}
+
+QAction* FrmMain::toolbarButton(int position) const
+{
+    const QList<QAction*> buttons = ToolbarMain->actions();
+    return position >= 1 && position <= buttons.size() ? buttons[position - 1] : nullptr;
+}
+
+QAction* FrmMain::toolbarButton(const QString& key) const
+{
+    for (QAction* button : ToolbarMain->actions()) {
+        if (button->data().toString() == key) {
+            return button;
+        }
+    }
+    return nullptr;
+}
+
+QLabel* FrmMain::panel(int number) const
+{
+    return number >= 1 && number <= m_panels.size() ? m_panels[number - 1] : nullptr;
+}
+
+// --- MainScreen -------------------------------------------------------------------
+
+void FrmMain::setCaption(const QString& caption)
+{
+    setWindowTitle(caption);
+}
+
+QString FrmMain::caption() const
+{
+    return windowTitle();
+}
+
+bool FrmMain::isMinimized() const
+{
+    return QMainWindow::isMinimized();
+}
+
+void FrmMain::minimize()
+{
+    showMinimized();
+}
+
+void FrmMain::setBusyPointer(bool busy)
+{
+    if (busy == m_busyPointer || !qApp) {
+        return;
+    }
+    m_busyPointer = busy;
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void FrmMain::unload()
+{
+    setMainScreen(nullptr);
+    close(); // deleted on close
+}
+
+bool FrmMain::isLoaded() const
+{
+    return true;
+}
+
+QRect FrmMain::normalGeometry() const
+{
+    return QMainWindow::normalGeometry();
+}
+
+void FrmMain::setNormalGeometry(const QRect& geometry)
+{
+    if (windowState() == Qt::WindowNoState) {
+        setGeometry(geometry);
+    }
+}
+
+void FrmMain::setPanelText(int number, const QString& text)
+{
+    if (QLabel* label = panel(number)) {
+        label->setText(text);
+    }
+}
+
+QString FrmMain::panelText(int number) const
+{
+    QLabel* label = panel(number);
+    return label ? label->text() : QString();
+}
+
+void FrmMain::setPanelToolTip(int number, const QString& text)
+{
+    if (QLabel* label = panel(number)) {
+        label->setToolTip(text);
+    }
+}
+
+QString FrmMain::panelToolTip(int number) const
+{
+    QLabel* label = panel(number);
+    return label ? label->toolTip() : QString();
+}
+
+bool FrmMain::groupButtonEnabled() const
+{
+    return toolbarButton(3)->isEnabled();
+}
+
+void FrmMain::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        Form_Activate();
+    }
+}

@@ -1,0 +1,81 @@
+#pragma once
+// frmMain, the board: ListViewMain (the people), ToolbarMain (the commands and
+// status buttons), StatusBarMain (three panels) and the board's timers. It is
+// the MainScreen the logic talks to, registered while it lives.
+//
+// This first board reads the options and the person's settings and marks the
+// person active (its Load), and starts its timers (its Activate). Filling the
+// list, the groups' tabs and tree, the tray icon and the screen layout are calls
+// into MainScreen procedures that this board does not fill in yet.
+
+#include "start/mainscreen.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+class QAction;
+class QLabel;
+class QStatusBar;
+class QToolBar;
+class QTreeWidget;
+
+class FrmMain : public QMainWindow, public MainScreen
+{
+    Q_OBJECT
+
+public:
+    // Makes the board and runs its Load: the factory behind frmMain()'s first use.
+    static MainScreen* load();
+
+    FrmMain();
+    ~FrmMain() override;
+
+    QTreeWidget* ListViewMain;
+    QToolBar* ToolbarMain;
+    QStatusBar* StatusBarMain;
+    QTimer TimerMain;                 // 1 s: the refresh count-down
+    QTimer tmrCheckForForcedShutDown; // 60 s: the forced-shutdown file
+
+    // ToolbarMain's button by position (1 to 17) or by key ("Group"); nullptr when none.
+    QAction* toolbarButton(int position) const;
+    QAction* toolbarButton(const QString& key) const;
+
+    // MainScreen: the window.
+    void setCaption(const QString& caption) override;
+    QString caption() const override;
+    bool isMinimized() const override;
+    void minimize() override;
+    void setBusyPointer(bool busy) override;
+    void unload() override;
+    bool isLoaded() const override;
+    QRect normalGeometry() const override;
+    void setNormalGeometry(const QRect& geometry) override;
+    // MainScreen: the status bar, the toolbar, the list's font.
+    void setPanelText(int panel, const QString& text) override;
+    QString panelText(int panel) const override;
+    void setPanelToolTip(int panel, const QString& text) override;
+    QString panelToolTip(int panel) const override;
+    bool groupButtonEnabled() const override;
+    void applyDisplayFont() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void buildToolbar();
+    void buildStatusBar();
+    void toolbarClicked(QAction* button);
+    QLabel* panel(int number) const;
+
+    // The screen's events (frmmainload.cpp).
+    void Form_Load();
+    void Form_Activate();
+    void showLogoBehindList();
+    void TimerMain_Timer();
+    void tmrCheckForForcedShutDown_Timer();
+
+    QList<QLabel*> m_panels;
+    bool blnFirstActivate = true;
+    bool m_inActivate = false;
+    bool m_busyPointer = false;
+};

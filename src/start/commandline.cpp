@@ -1,0 +1,164 @@
+#include "start/commandline.h"
+
+#include "dao/dao.h"
+#include "database/moddatabase.h"
+#include "database/objectref.h"
+#include "platform/identity.h"
+#include "platform/process.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "start/newusersetupseam.h"
+#include "start/welcome.h"
+#include "status/statuswrite.h"
+
+#include <QStringList>
+
+namespace {
+
+// GetUserNameA is given room for 64 characters with the terminator; a longer
+// name fails and leaves the buffer blank.
+constexpr int kLoginNameBuffer = 64;
+// VB's "Subscript out of range": an array element that is not there.
+constexpr int kErrSubscript = 9;
+
+// The person's EmployeeTable rows whose column matches value (without regard to
+// case, the value matching only itself).
+std::unique_ptr<dao::Recordset> openEmployeeRows(const QString& column, const QString& value)
+{
+    gstrSQL = QStringLiteral("SELECT * FROM EmployeeTable WHERE ") + column + QStringLiteral(" LIKE ") +
+              dao::quoteLike(value);
+    subOpenDatabase();
+    return fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+}
+
+// The UID look-up of the blank and "-UID:" cases: gstrDefaultUser and the flags
+// from the first row with gstrUserID.
+void lookUpUserID()
+{
+    auto rs = openEmployeeRows(QStringLiteral("UID"), gstrUserID);
+    if (rs->RecordCount() > 0) {
+        rs->MoveFirst();
+        gstrDefaultUser = rs->Fields(QStringLiteral("Name")).Text();
+        gblnValidUserID = true;
+        if (!gstrDefaultUser.isEmpty()) {
+            gblnValidUserName = true;
+        }
+    }
+    rs->Close();
+    subCloseDatabase();
+}
+
+// An element of a split line, as VB's arrays hand it out: one that is not there
+// is a run-time error.
+QString element(const QStringList& parts, qsizetype index)
+{
+    if (index < 0 || index >= parts.size()) {
+        Err.Raise(kErrSubscript, QStringLiteral("Subscript out of range"));
+    }
+    return parts[index];
+}
+
+// VB's Split(text, ":"): an empty text gives no pieces at all.
+QStringList piecesOf(const QString& token)
+{
+    return token.isEmpty() ? QStringList() : token.split(QLatin1Char(':'));
+}
+
+} // namespace
+
+void subCheckCommandLine()
+{
+    QString login = platform::identity().loginName();
+    if (login.size() >= kLoginNameBuffer) {
+        login.clear();
+    }
+    gstrLoginName = login.trimmed().isEmpty() ? QStringLiteral("Unknown") : login;
+    gstrCommandLine = gstrGivenCommandLine.trimmed();
+    gblnValidUserName = false;
+    gblnValidUserID = false;
+
+    if (gstrCommandLine.isEmpty()) {
+        subCommandLineIsBlank();
+    } else if (gstrCommandLine.contains(QLatin1Char(':'))) {
+        subCommandLineHasParameters();
+    } else {
+        subCommandLineIsProbablyLegacy();
+    }
+}
+
+void subCommandLineIsBlank()
+{
+    gstrDefaultUser.clear();
+    gstrUserID = gstrLoginName;
+    lookUpUserID();
+    if (gblnValidUserName) {
+        return;
+    }
+    // Not known: the setup screen, waited for. Activate's last step then brings
+    // frmWelcome back unless the setup was cancelled.
+    showNewUserSetup(true);
+    frmWelcome().unload();
+}
+
+void subCommandLineIsProbablyLegacy()
+{
+    auto rs = openEmployeeRows(QStringLiteral("Name"), gstrCommandLine);
+    if (rs->RecordCount() > 0) {
+        rs->MoveFirst();
+        gstrDefaultUser = rs->Fields(QStringLiteral("Name")).Text();
+        gstrUserID = rs->Fields(QStringLiteral("UID")).Text();
+        gblnValidUserName = true;
+        if (!gstrUserID.isEmpty()) {
+            gblnValidUserID = true;
+            rs->Close();
+            subCloseDatabase();
+            return;
+        }
+    } else {
+        gstrDefaultUser = gstrCommandLine;
+    }
+    rs->Close();
+    subCloseDatabase();
+
+    // The setup screen is not waited for: it returns at once with the flag still
+    // clear, so an unknown old-style shortcut ends the run here.
+    gstrUserID = gstrLoginName;
+    showNewUserSetup(false);
+    if (!gblnNewUserSetupDone) {
+        platform::End();
+    }
+    frmWelcome().unload();
+}
+
+void subCommandLineHasParameters()
+{
+    // The first token keeps its "-", the others lose it at the split.
+    const QStringList tokens = gstrCommandLine.split(QStringLiteral(" -"));
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
+        if (tokens[i].isEmpty()) {
+            ++i; // only one empty token is stepped over
+        }
+        const QStringList pieces = piecesOf(element(tokens, i));
+        const QString key = element(pieces, 0).toUpper();
+
+        if (key == QLatin1String("UID") || key == QLatin1String("-UID")) {
+            const QString uid = element(pieces, 1).trimmed();
+            gstrUserID = uid.isEmpty() ? gstrLoginName : uid;
+            lookUpUserID();
+            if (!gblnValidUserName) {
+                showNewUserSetup(false);
+                if (!gblnValidUserName) {
+                    frmWelcome().unload();
+                    platform::End();
+                }
+            }
+        } else if (key == QLatin1String("STS") || key == QLatin1String("-STS")) {
+            gstrCurrentStatus = element(pieces, 1).trimmed();
+            // A copy: the write (and frmMain's Load, which its first use runs) sets gstrCurrentStatus anew.
+            const QString status = gstrCurrentStatus;
+            subSetStatus(status);
+        } else if (key == QLatin1String("-RunTime")) {
+            // Never matches, as the key is upper-cased: the option has no effect.
+        }
+    }
+}

@@ -1,0 +1,25 @@
+#include "start/forcedshutdown.h"
+
+#include "platform/mounts.h"
+#include "platform/profile.h"
+#include "platform/shell.h"
+#include "start/globals.h"
+
+void subCheckINIForForcedShutDown()
+{
+    const QString value =
+        platform::GetPrivateProfileString(QStringLiteral("ForceShutDown"), QStringLiteral("ForceShutDown"), QString(),
+                                          200, gstrDatabasePath + QStringLiteral("forceshutdown.ini"));
+    gblnForcedShutDown = value.toUpper() == QLatin1String("TRUE");
+}
+
+void subStartIniCheck(const QString& program, const QString& commandLine)
+{
+    // The line goes over as one argument: the client started again joins its
+    // arguments with blanks, so it reads the same line back.
+    QStringList arguments;
+    if (!commandLine.isEmpty()) {
+        arguments << commandLine;
+    }
+    platform::shell().startProgram(platform::nativePathOf(program), arguments);
+}

@@ -1,0 +1,128 @@
+#include "start/frmwelcome.h"
+
+#include "platform/process.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QScreen>
+#include <QVBoxLayout>
+
+FrmWelcome::FrmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(this))
+{
+    setObjectName(QStringLiteral("frmWelcome"));
+    setWindowFlags(Qt::SplashScreen);
+    setFrameStyle(QFrame::Box | QFrame::Raised);
+    setLineWidth(2);
+
+    auto* name = new QLabel(QStringLiteral("VESK-OR Pro"), this);
+    QFont big = name->font();
+    big.setPointSize(big.pointSize() * 2);
+    big.setBold(true);
+    name->setFont(big);
+    name->setAlignment(Qt::AlignCenter);
+    m_release->setAlignment(Qt::AlignCenter);
+    m_progress->setAlignment(Qt::AlignCenter);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(32, 24, 32, 16);
+    layout->addWidget(name);
+    layout->addWidget(m_release);
+    layout->addSpacing(16);
+    layout->addWidget(m_progress);
+
+    TimerWelcome.setInterval(2000);
+    connect(&TimerWelcome, &QTimer::timeout, this, &FrmWelcome::TimerWelcome_Timer);
+    setWelcomeScreen(this);
+    Form_Load();
+}
+
+FrmWelcome::~FrmWelcome()
+{
+    if (&frmWelcome() == this) {
+        setWelcomeScreen(nullptr);
+    }
+}
+
+// Centred on the screen, in the normal window state.
+void FrmWelcome::Form_Load()
+{
+    m_release->setText(QStringLiteral("Release 2006-07-22"));
+    m_progress->setText(QStringLiteral("Starting..."));
+    setFixedSize(sizeHint().expandedTo(QSize(360, 160)));
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->geometry();
+        move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
+    }
+    setWindowState(Qt::WindowNoState);
+}
+
+// Activate comes once the splash is on screen; it runs a single time.
+void FrmWelcome::showEvent(QShowEvent* event)
+{
+    QFrame::showEvent(event);
+    if (!m_activated) {
+        m_activated = true;
+        QTimer::singleShot(0, this, &FrmWelcome::Form_Activate);
+    }
+}
+
+void FrmWelcome::Form_Activate()
+{
+    subWelcomeActivate(QCoreApplication::applicationDirPath());
+    // No screen left to carry the run on: it ends, as when the last screen unloads.
+    if (m_unloaded && !TimerWelcome.isActive() && !mainScreenLoaded()) {
+        platform::End();
+    }
+}
+
+// The hand-over: frmMain (loaded by this first use unless it already is) is shown,
+// and the splash goes.
+void FrmWelcome::TimerWelcome_Timer()
+{
+    TimerWelcome.stop();
+    if (auto* board = dynamic_cast<QWidget*>(&frmMain())) {
+        board->show();
+        board->activateWindow();
+    }
+    setWelcomeScreen(nullptr);
+    close();
+    deleteLater();
+}
+
+void FrmWelcome::unload()
+{
+    m_unloaded = true;
+    hide();
+}
+
+bool FrmWelcome::isUnloaded() const
+{
+    return m_unloaded;
+}
+
+void FrmWelcome::setTimerWelcomeEnabled(bool on)
+{
+    if (on) {
+        TimerWelcome.start();
+    } else {
+        TimerWelcome.stop();
+    }
+}
+
+bool FrmWelcome::timerWelcomeEnabled() const
+{
+    return TimerWelcome.isActive();
+}
+
+void FrmWelcome::showProgress(const QString& text)
+{
+    m_progress->setText(text);
+}
+
+QString FrmWelcome::progress() const
+{
+    return m_progress->text();
+}

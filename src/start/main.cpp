@@ -1,0 +1,68 @@
+// user: the client. The splash finds the database and the person, then hands
+// over to the board.
+//
+// The command line is the arguments joined with blanks, as Windows hands a
+// program its command line: user -UID:alee -STS:Busy
+#include "board/frmmain.h"
+#include "dao/jeterror.h"
+#include "platform/gui/guigateways.h"
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/err.h"
+#include "start/frmwelcome.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+
+#include <QApplication>
+
+namespace {
+
+// A failure no procedure handles ends the run the way VB's run time does: one
+// stop box with the number and the text, then the end. Nothing is repaired.
+[[noreturn]] void endOnRunTimeError(const dao::JetError& e)
+{
+    static bool ending = false;
+    if (!ending) {
+        ending = true;
+        platform::MsgBox(QStringLiteral("Run-time error '") + QString::number(e.number()) + QStringLiteral("':") +
+                             QStringLiteral("\r\r") + e.description(),
+                         platform::vbCritical, gstrProgramTitle);
+    }
+    platform::End(1);
+}
+
+class ClientApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const dao::JetError& e) {
+            endOnRunTimeError(e);
+        }
+    }
+};
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    ClientApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("user"));
+    platform::installGuiGateways();
+    platform::atEnd([] {
+        if (gdbDatabase) {
+            ResumeNext([] { gdbDatabase->Close(); });
+        }
+    });
+
+    gstrGivenCommandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+    setMainScreenFactory(&FrmMain::load);
+
+    auto* welcome = new FrmWelcome;
+    welcome->show();
+    platform::End(app.exec());
+}

@@ -1,0 +1,106 @@
+#include "start/welcome.h"
+
+#include "database/upgrade.h"
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/commandline.h"
+#include "start/globals.h"
+#include "start/startup.h"
+
+#include <memory>
+
+// --- the stand-in ---------------------------------------------------------------
+
+void WelcomeScreen::unload()
+{
+    m_unloaded = true;
+}
+
+bool WelcomeScreen::isUnloaded() const
+{
+    return m_unloaded;
+}
+
+void WelcomeScreen::setTimerWelcomeEnabled(bool on)
+{
+    m_timer = on;
+}
+
+bool WelcomeScreen::timerWelcomeEnabled() const
+{
+    return m_timer;
+}
+
+void WelcomeScreen::showProgress(const QString& text)
+{
+    m_progress = text;
+}
+
+QString WelcomeScreen::progress() const
+{
+    return m_progress;
+}
+
+namespace {
+
+WelcomeScreen* g_screen = nullptr;
+std::unique_ptr<WelcomeScreen> g_standIn;
+
+} // namespace
+
+WelcomeScreen& frmWelcome()
+{
+    if (g_screen) {
+        return *g_screen;
+    }
+    if (!g_standIn) {
+        g_standIn = std::make_unique<WelcomeScreen>();
+    }
+    return *g_standIn;
+}
+
+void setWelcomeScreen(WelcomeScreen* screen)
+{
+    g_screen = screen;
+}
+
+void resetWelcomeScreen()
+{
+    g_screen = nullptr;
+    g_standIn.reset();
+}
+
+// --- Activate ---------------------------------------------------------------------
+
+void subSetApplicationPath(const QString& programFolder)
+{
+    QString path = programFolder;
+    if (!path.startsWith(QLatin1String("\\\\"))) {
+        path = fnUNCPathOf(path);
+    }
+    gstrApplicationPath = withClosingSeparator(path);
+}
+
+void subWelcomeActivate(const QString& programFolder)
+{
+    platform::DoEvents();
+    subGetComputerName();
+    subSetApplicationPath(programFolder);
+    gstrHelpFile = gstrApplicationPath + QStringLiteral("user.chm");
+    gstrReleaseDate = QStringLiteral("2006-07-22");
+    gstrBuildName = QStringLiteral("2006-07D");
+    gstrProgramTitle = QStringLiteral(" VESK-OR Pro ");
+    platform::setAppTitle(gstrProgramTitle);
+
+    frmWelcome().showProgress(QStringLiteral("Opening the database..."));
+    subInitializeLocalDatabase();
+    frmWelcome().showProgress(QStringLiteral("Checking the database structure..."));
+    subUpdateDatabaseStructure();
+    frmWelcome().showProgress(QStringLiteral("Identifying the user..."));
+    subCheckCommandLine();
+
+    if (!gblnNewUserSetupCancelled) {
+        frmWelcome().setTimerWelcomeEnabled(false);
+        frmWelcome().setTimerWelcomeEnabled(true);
+    }
+}

@@ -1,0 +1,147 @@
+// The real programs, run offscreen on a site: the client `user` writing a status
+// from its command line, the client without veskor.ini, and inicheck waiting out
+// a forced shutdown before it starts the client again.
+#include "dao/dao.h"
+#include "database/site.h"
+#include "tempsite.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// The program copied into folder, as a site installs it beside veskor.ini.
+QString installed(const QString& binary, const QString& folder)
+{
+    const QString target = QDir(folder).filePath(QFileInfo(binary).fileName());
+    QFile::remove(target);
+    if (!QFile::copy(binary, target)) {
+        return QString();
+    }
+    return target;
+}
+
+void writeFile(const QString& path, const QByteArray& text)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text);
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Offscreen, with boxes answered from a file and written to a log, so no box waits for a person.
+void prepareClient(QProcess& process, const QString& folder, const QByteArray& answers)
+{
+    writeFile(folder + QStringLiteral("/answers.txt"), answers);
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    env.insert(QStringLiteral("VESKOR_MSGBOX_ANSWERS"), folder + QStringLiteral("/answers.txt"));
+    env.insert(QStringLiteral("VESKOR_MSGBOX_LOG"), folder + QStringLiteral("/boxes.log"));
+    process.setProcessEnvironment(env);
+    process.setWorkingDirectory(folder);
+}
+
+QString text(dao::Database& db, const QString& sql)
+{
+    auto rs = db.OpenRecordset(sql);
+    return rs->RecordCount() > 0 ? rs->Fields(0).Text() : QString();
+}
+
+} // namespace
+
+class TestClient : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void statusFromTheCommandLine()
+    {
+        TempSite site;
+        site.person(QStringLiteral("Jo Bloggs"), QStringLiteral("jo"))
+            .person(QStringLiteral("Ann Lee"), QStringLiteral("alee"))
+            .status(QStringLiteral("Jo Bloggs"), QStringLiteral("Out"))
+            .tracking(QStringLiteral("Ann Lee"), QStringLiteral("Jo Bloggs"), QStringLiteral("Out"));
+        const long long counterBefore = database::readCounter(*site.openDb(), QStringLiteral("Counter"));
+        const QString folder = site.path().chopped(1);
+        const QString user = installed(QStringLiteral(VESKOR_USER_BINARY), folder);
+        QVERIFY(!user.isEmpty());
+
+        QProcess client;
+        prepareClient(client, folder, QByteArray());
+        client.start(user, {QStringLiteral("-UID:jo"), QStringLiteral("-STS:Busy")});
+        QVERIFY(client.waitForStarted());
+
+        // The write lands within a few seconds; the client then runs on until stopped.
+        const auto written = [&] {
+            auto db = site.openDb();
+            return text(*db, "SELECT Status FROM EmployeeTable WHERE Name = \"Jo Bloggs\"") == "Busy" &&
+                   text(*db, "SELECT TrackeeStatus FROM EmployeeStatusTracking WHERE Trackee = \"Jo Bloggs\"") ==
+                       "Busy" &&
+                   text(*db, "SELECT Count(*) FROM TransactionLogTable WHERE Status = \"Busy\"") == "1" &&
+                   database::readCounter(*db, QStringLiteral("Counter")) > counterBefore;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(written(), 20000);
+        QCOMPARE(client.state(), QProcess::Running);
+        client.kill();
+        client.waitForFinished();
+
+        auto db = site.openDb();
+        QCOMPARE(text(*db, "SELECT ActiveFlag FROM EmployeeTable WHERE Name = \"Jo Bloggs\""), QStringLiteral("Yes"));
+        QCOMPARE(text(*db, "SELECT NetworkLogonID FROM TransactionLogTable WHERE Status = \"Busy\"").isEmpty(), false);
+        QCOMPARE(readFile(folder + QStringLiteral("/boxes.log")), QByteArray()); // no box on the way
+    }
+
+    void noSettingsFile()
+    {
+        QTemporaryDir folder;
+        const QString user = installed(QStringLiteral(VESKOR_USER_BINARY), folder.path());
+        QProcess client;
+        prepareClient(client, folder.path(), "OK\n");
+        client.start(user, {});
+        QVERIFY(client.waitForFinished(20000));
+        QCOMPARE(client.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(client.exitCode(), 0);
+        QCOMPARE(readFile(folder.filePath(QStringLiteral("boxes.log"))),
+                 QByteArray(" VESK-OR Pro  - Error in Initialize Local Database\t16\tThe VESKOR.INI file is missing "
+                            "from the Application Path.\\r\\nPlease ask your VESK-OR Administrator to correct this "
+                            "problem.\\r\\nUnable to continue. Press OK to exit.\n"));
+    }
+
+    void inicheckWaitsThenStartsTheClient()
+    {
+        QTemporaryDir folder;
+        const QString inicheck = installed(QStringLiteral(VESKOR_INICHECK_BINARY), folder.path());
+        QVERIFY(!inicheck.isEmpty());
+        // A stand-in client that writes down the arguments it was started with.
+        const QString started = folder.filePath(QStringLiteral("started"));
+        writeFile(folder.filePath(QStringLiteral("user")),
+                  "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$(dirname \"$0\")/started\"\n");
+        QFile(folder.filePath(QStringLiteral("user")))
+            .setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        database::writeSettingsFile(folder.path());
+        database::setForcedShutDown(folder.path(), true);
+
+        QProcess process;
+        process.start(inicheck, {QStringLiteral("-UID:  -STS:ForcedShutDown")});
+        QVERIFY(process.waitForStarted());
+        QTest::qWait(1500);
+        QCOMPARE(process.state(), QProcess::Running);
+        QVERIFY(!QFile::exists(started));
+
+        database::setForcedShutDown(folder.path(), false);
+        QVERIFY(process.waitForFinished(15000));
+        QCOMPARE(process.exitCode(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(readFile(started), QByteArray("-UID:  -STS:ForcedShutDown\n"), 5000);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestClient)
+#include "tst_client.moc"

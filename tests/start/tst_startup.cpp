@@ -1,0 +1,297 @@
+// Start-up on real site files: finding the database through veskor.ini, each
+// failure's box and what follows it, the forced-shutdown file, the program's path.
+#include "dao/dao.h"
+#include "platform/mounts.h"
+#include "start/globals.h"
+#include "start/mainscreen.h"
+#include "start/startup.h"
+#include "start/welcome.h"
+#include "tempsite.h"
+#include "testgateways.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+#include <sqlite3.h>
+
+using namespace platform;
+
+namespace {
+
+// frmMain as far as these tests look at it: was it unloaded?
+class FakeMain : public MainScreen
+{
+public:
+    void unload() override
+    {
+        unloaded = true;
+    }
+    bool unloaded = false;
+};
+
+enum class Damage
+{
+    NoIni,
+    Garbage,
+    NoDatabase,
+    NoFolder,
+    DatabaseIsFolder,
+    WrongVersion,
+    Locked
+};
+
+void writeIni(const TempSite& site, const QString& dataPath)
+{
+    QFile ini(site.iniPath());
+    QVERIFY(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ini.write(QStringLiteral("[DataPath]\r\nDataPath=%1\r\n").arg(dataPath).toUtf8());
+}
+
+// Another client in the middle of a write: the file's lock is held until the end of the test.
+sqlite3* holdWriteLock(const QString& file)
+{
+    sqlite3* db = nullptr;
+    sqlite3_open(QFile::encodeName(file).constData(), &db);
+    sqlite3_exec(db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+    return db;
+}
+
+// The expected text with %1 replaced (QString::arg would warn about texts without it).
+QString withFolder(QString text, const QString& folder)
+{
+    return text.replace(QStringLiteral("%1"), folder);
+}
+
+const QString kTitle = QStringLiteral(" VESK-OR Pro  - Error in Initialize Local Database");
+
+} // namespace
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup()
+    {
+        resetWelcomeScreen();
+        setMountTable(std::nullopt);
+        dao::DBEngine::setBusyTimeoutMs(2000);
+    }
+
+    void initializeFailures_data()
+    {
+        QTest::addColumn<Damage>("damage");
+        QTest::addColumn<QList<int>>("answers");
+        QTest::addColumn<QString>("begins"); // the last box's text
+        QTest::addColumn<QString>("prompt"); // its end; %1 the database folder
+        QTest::addColumn<int>("flags");
+        QTest::addColumn<bool>("ends");
+
+        const QString cannotConnect = QStringLiteral(
+            "%1veskor.mdb\rVESK-OR is unable to connect to a database at this path. \rYou may have lost your network "
+            "connection, or you are running the software on a notebook PC which is not connected to the LAN. Unable "
+            "to continue.");
+        QTest::newRow("53 no veskor.ini")
+            << Damage::NoIni << QList<int>{vbOK} << QStringLiteral("")
+            << QStringLiteral("The VESKOR.INI file is missing from the Application Path.\r\nPlease ask your VESK-OR "
+                              "Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.")
+            << int(vbCritical) << true;
+        QTest::newRow("3343 garbage file")
+            << Damage::Garbage << QList<int>{vbOK} << QStringLiteral("")
+            << QStringLiteral("\rPlease inform the Network Supervisor that the database is damaged and must be "
+                              "repaired. Probable cause - someone switched off or crashed their PC whilst updating "
+                              "the database on the server.")
+            << int(vbExclamation) << false;
+        QTest::newRow("3024 Retry, then Cancel") << Damage::NoDatabase << QList<int>{vbRetry, vbCancel} << QString()
+                                                 << cannotConnect << int(vbRetryCancel + vbCritical) << true;
+        QTest::newRow("3044 no such folder") << Damage::NoFolder << QList<int>{vbOK} << QStringLiteral("Error: 3044 - ")
+                                             << QStringLiteral("\r\rPress OK to exit.") << int(vbCritical) << true;
+        QTest::newRow("3055 a folder named veskor.mdb")
+            << Damage::DatabaseIsFolder << QList<int>{vbOK} << QString()
+            << QString(cannotConnect).replace("continue.", "continue. Press OK to exit.") << int(vbCritical) << true;
+        QTest::newRow("not a 2005 database")
+            << Damage::WrongVersion << QList<int>{vbOK} << QStringLiteral("")
+            << QStringLiteral("%1veskor.mdb\r\nis not a VESK-OR 2005 database.\r\n\r\nPlease ask your VESK-OR "
+                              "Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.")
+            << int(vbCritical) << true;
+        QTest::newRow("3050 three times")
+            << Damage::Locked << QList<int>{vbOK}
+            << QStringLiteral("Error (3050 ) in modDatabase - subInitializeLocalDatabase event\r")
+            << QStringLiteral("\rUnable to start VESK-OR at this time. Please try again...") << int(vbOKOnly) << false;
+    }
+    void initializeFailures()
+    {
+        QFETCH(Damage, damage);
+        QFETCH(QList<int>, answers);
+        QFETCH(QString, begins);
+        QFETCH(QString, prompt);
+        QFETCH(int, flags);
+        QFETCH(bool, ends);
+
+        TestGateways gw;
+        TempSite site;
+        FakeMain board;
+        setMainScreen(&board);
+        gstrApplicationPath = site.path();
+        sqlite3* otherClient = nullptr;
+        switch (damage) {
+        case Damage::NoIni:
+            QVERIFY(QFile::remove(site.iniPath()));
+            break;
+        case Damage::Garbage: {
+            QFile db(site.dbPath());
+            QVERIFY(db.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            db.write(QByteArray(4096, 'x'));
+            break;
+        }
+        case Damage::NoDatabase:
+            QVERIFY(QFile::remove(site.dbPath()));
+            break;
+        case Damage::NoFolder:
+            writeIni(site, site.path() + QStringLiteral("gone/"));
+            break;
+        case Damage::DatabaseIsFolder:
+            QVERIFY(QFile::remove(site.dbPath()) && QDir().mkdir(site.dbPath()));
+            break;
+        case Damage::WrongVersion:
+            site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
+            break;
+        case Damage::Locked:
+            dao::DBEngine::setBusyTimeoutMs(20);
+            otherClient = holdWriteLock(site.dbPath());
+            break;
+        }
+        for (int a : answers) {
+            gw.boxes().answer(a);
+        }
+
+        const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
+        sqlite3_close(otherClient);
+
+        QCOMPARE(gw.boxes().count(), answers.size());
+        const ShownBox box = gw.boxes().last();
+        const QString expected = withFolder(prompt, gstrCurrentDatabasePath);
+        QVERIFY2(box.prompt.startsWith(begins) && box.prompt.endsWith(expected), qPrintable(box.prompt));
+        QCOMPARE(box.flags, flags);
+        QCOMPARE(box.title, kTitle);
+        QCOMPARE(ended.has_value(), ends);
+        // A failure that does not end the run leaves without a database, and frmMain goes.
+        QCOMPARE(board.unloaded, !ends);
+        if (!ends) {
+            QVERIFY(!gdbDatabase);
+        }
+        QVERIFY(!frmWelcome().timerWelcomeEnabled());
+        if (damage == Damage::Locked) {
+            QCOMPARE(gw.clock().sleptMs(), 3 * 2000); // the box after the third two-second wait
+        }
+    }
+
+    // The folder veskor.ini names, the program's own folder when the value is
+    // shorter than two characters, and a UNC folder found at its mount.
+    void dataPath_data()
+    {
+        QTest::addColumn<QString>("dataPath"); // %1 the site folder without its closing separator
+        QTest::addColumn<QString>("expected"); // gstrDatabasePath; %1 as above
+        QTest::newRow("empty") << ""
+                               << "%1/";
+        QTest::newRow("one character") << "x"
+                                       << "%1/";
+        QTest::newRow("closing separator added") << "%1"
+                                                 << "%1/";
+        QTest::newRow("UNC") << "\\\\srv\\share"
+                             << "\\\\srv\\share\\";
+    }
+    void dataPath()
+    {
+        QFETCH(QString, dataPath);
+        QFETCH(QString, expected);
+        TestGateways gw;
+        TempSite site;
+        const QString folder = site.path().chopped(1);
+        setMountTable(MountTable{{QStringLiteral("//srv/share"), folder, QStringLiteral("cifs")}});
+        writeIni(site, withFolder(dataPath, folder));
+        gstrApplicationPath = site.path();
+
+        subInitializeLocalDatabase();
+        QCOMPARE(gstrDatabasePath, withFolder(expected, folder));
+        QCOMPARE(gstrCurrentDatabasePath, gstrDatabasePath);
+        QVERIFY(gdbDatabase && gdbDatabase->isOpen());
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void forcedShutDown_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("shutDown");
+        QTest::newRow("TRUE") << "TRUE" << true;
+        QTest::newRow("true") << "true" << true;
+        QTest::newRow("True, blanks") << " True " << true;
+        QTest::newRow("FALSE") << "FALSE" << false;
+        QTest::newRow("yes") << "yes" << false;
+        QTest::newRow("no file") << QString() << false;
+    }
+    void forcedShutDown()
+    {
+        QFETCH(QString, value);
+        QFETCH(bool, shutDown);
+        TestGateways gw;
+        TempSite site;
+        gstrApplicationPath = site.path();
+        gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
+        if (!value.isNull()) {
+            QFile file(site.path() + QStringLiteral("forceshutdown.ini"));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n");
+        }
+
+        const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
+        QCOMPARE(gblnForcedShutDown, shutDown);
+        QCOMPARE(ended.has_value(), shutDown);
+        const QStringList expected{QStringLiteral("start %1inicheck -UID:jo  -STS:Busy").arg(site.path())};
+        QCOMPARE(gw.shell().calls, shutDown ? expected : QStringList());
+        QCOMPARE(bool(gdbDatabase), !shutDown); // a shutdown ends before the open
+    }
+
+    void applicationPath_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("on a share") << "/mnt/staff/veskor"
+                                    << "\\\\fs\\staff\\veskor\\";
+        QTest::newRow("share itself") << "/mnt/staff"
+                                      << "\\\\fs\\staff\\";
+        QTest::newRow("local") << "/opt/veskor"
+                               << "/opt/veskor/";
+        QTest::newRow("UNC stays") << "\\\\fs\\staff\\x"
+                                   << "\\\\fs\\staff\\x\\";
+    }
+    void applicationPath()
+    {
+        QFETCH(QString, folder);
+        QFETCH(QString, expected);
+        TestGateways gw;
+        setMountTable(MountTable{{QStringLiteral("//fs/staff"), QStringLiteral("/mnt/staff"), QStringLiteral("cifs")}});
+        subSetApplicationPath(folder);
+        QCOMPARE(gstrApplicationPath, expected);
+    }
+
+    void waitTwoSeconds_data()
+    {
+        QTest::addColumn<QTime>("start");
+        QTest::addColumn<qint64>("waited");
+        QTest::newRow("on the second") << QTime(9, 30, 0) << qint64(2000);
+        QTest::newRow("within a second") << QTime(9, 30, 0, 700) << qint64(1300);
+        QTest::newRow("over midnight") << QTime(23, 59, 59, 500) << qint64(500);
+    }
+    void waitTwoSeconds()
+    {
+        QFETCH(QTime, start);
+        QFETCH(qint64, waited);
+        TestGateways gw(QDateTime(QDate(2026, 11, 22), start));
+        subWaitTwoSeconds();
+        QCOMPARE(gw.clock().sleptMs(), waited);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestStartup)
+#include "tst_startup.moc"
