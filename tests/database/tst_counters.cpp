@@ -13,32 +13,31 @@
 #include <sqlite3.h>
 
 using namespace platform;
+using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
 namespace {
 
-class FakeMain : public MainScreen
+// Counts the board's reactions: the group reader clears the groups first.
+struct FakeMain : MainScreen
 {
-public:
     void clearGroups() override
     {
-        ++groupReads;
+        ++reactions[0];
     }
     void subLoadToolBarButtons() override
     {
-        ++toolBarLoads;
+        ++reactions[1];
     }
     void subSetToolBarRights() override
     {
-        ++rightsSet;
+        ++reactions[2];
     }
-    int groupReads = 0;
-    int toolBarLoads = 0;
-    int rightsSet = 0;
+    QList<int> reactions{0, 0, 0};
 };
 
-long long counterOf(const TempSite& site, const QString& column)
+long long counterOf(const TempSite& site)
 {
-    auto rs = site.openDb()->OpenRecordset("SELECT " + column + " FROM StatusCounterTable", dao::dbOpenSnapshot);
+    auto rs = site.openDb()->OpenRecordset("SELECT Counter FROM StatusCounterTable", dao::dbOpenSnapshot);
     return rs->isEOF() ? -1 : rs->Fields(0).Value().toLongLong();
 }
 
@@ -48,43 +47,36 @@ void useSite(const TempSite& site)
     gblnDatabaseClosed = true;
 }
 
-// A short wait for other clients' locks, for connections opened while it lives.
-struct ShortBusyWait
+Counters lastActedOn()
 {
-    ShortBusyWait() : saved(dao::DBEngine::busyTimeoutMs())
-    {
-        dao::DBEngine::setBusyTimeoutMs(50);
-    }
-    ~ShortBusyWait()
-    {
-        dao::DBEngine::setBusyTimeoutMs(saved);
-    }
-    int saved;
-};
+    return {glngLastStatusCounter, glngLastStatusTypeCounter, glngLastGroupCounter, glngLastSecurityCounter,
+            glngLastExtraColumnsCounter};
+}
 
-// Another client holding the file: "BEGIN IMMEDIATE" lets others read but not
-// write; "BEGIN EXCLUSIVE" lets no one in.
+// Another client in a transaction on the file ("BEGIN IMMEDIATE" lets others read
+// but not write, "BEGIN EXCLUSIVE" lets no one in), with a short busy wait for
+// the connections opened meanwhile.
 class OtherClient
 {
 public:
-    OtherClient(const TempSite& site, const char* begin)
+    explicit OtherClient(const TempSite& site) : m_busy(dao::DBEngine::busyTimeoutMs())
     {
+        dao::DBEngine::setBusyTimeoutMs(50);
         sqlite3_open_v2(QFile::encodeName(site.dbPath()).constData(), &m_db, SQLITE_OPEN_READWRITE, nullptr);
-        m_ok = sqlite3_exec(m_db, begin, nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+    bool begin(const char* statements)
+    {
+        return sqlite3_exec(m_db, statements, nullptr, nullptr, nullptr) == SQLITE_OK;
     }
     ~OtherClient()
     {
-        sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
-        sqlite3_close(m_db);
-    }
-    bool holds() const
-    {
-        return m_ok;
+        sqlite3_close(m_db); // rolls the transaction back
+        dao::DBEngine::setBusyTimeoutMs(m_busy);
     }
 
 private:
+    int m_busy;
     sqlite3* m_db = nullptr;
-    bool m_ok = false;
 };
 
 } // namespace
@@ -105,13 +97,11 @@ private slots:
         TempSite site;
         site.execute("DELETE FROM StatusCounterTable");
         useSite(site);
-
         // The new row's Null counter is set to 1, then raised.
         subUpdateStatusCounter();
-        QCOMPARE(counterOf(site, "Counter"), 2);
-        QCOMPARE(glngStatusCounter, 2);
+        QCOMPARE(counterOf(site), 2);
         subUpdateStatusCounter();
-        QCOMPARE(counterOf(site, "Counter"), 3);
+        QCOMPARE(counterOf(site), 3);
         QCOMPARE(glngStatusCounter, 3);
         QCOMPARE(glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
         QCOMPARE(gw.boxes().count(), 0);
@@ -119,42 +109,33 @@ private slots:
 
     void poll_data()
     {
-        // The file's counters, the values last acted on, and what the poll must do.
-        QTest::addColumn<QList<long long>>("file");  // Counter, StatusType, Group, Security, ExtraColumns
-        QTest::addColumn<QList<long long>>("acted"); // the glngLast... values before the poll
-        QTest::addColumn<int>("groupReads");
-        QTest::addColumn<int>("toolBarLoads");
-        QTest::addColumn<int>("rightsSet");
-        QTest::addColumn<QList<long long>>("actedAfter");
-
-        using L = QList<long long>;
+        QTest::addColumn<Counters>("file");
+        QTest::addColumn<Counters>("acted"); // last acted on, before the poll
+        QTest::addColumn<QList<int>>("reactions");
+        QTest::addColumn<Counters>("actedAfter");
         QTest::newRow("first pass acts on everything")
-            << L{5, 1, 3, 2, 4} << L{0, 0, 0, 0, 0} << 1 << 1 << 1 << L{0, 1, 3, 2, 0};
-        QTest::newRow("nothing moved") << L{5, 1, 3, 2, 4} << L{5, 1, 3, 2, 4} << 0 << 0 << 0 << L{5, 1, 3, 2, 4};
+            << Counters{5, 1, 3, 2, 4} << Counters{0, 0, 0, 0, 0} << QList<int>{1, 1, 1} << Counters{0, 1, 3, 2, 0};
         QTest::newRow("group and security rise")
-            << L{5, 1, 9, 3, 4} << L{5, 1, 3, 2, 4} << 1 << 0 << 1 << L{5, 1, 9, 3, 4};
+            << Counters{5, 1, 9, 3, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{1, 0, 1} << Counters{5, 1, 9, 3, 4};
         QTest::newRow("a fall goes unnoticed")
-            << L{5, 1, 1, 1, 4} << L{5, 1, 3, 2, 4} << 0 << 0 << 0 << L{5, 1, 3, 2, 4};
+            << Counters{5, 1, 1, 1, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{0, 0, 0} << Counters{5, 1, 3, 2, 4};
         // The administrator's raise of StatusTypeCounter is undone before the read.
         QTest::newRow("status types fall back to 1")
-            << L{5, 7, 3, 2, 4} << L{5, 1, 3, 2, 4} << 0 << 0 << 0 << L{5, 1, 3, 2, 4};
+            << Counters{5, 7, 3, 2, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{0, 0, 0} << Counters{5, 1, 3, 2, 4};
     }
 
     void poll()
     {
-        QFETCH(QList<long long>, file);
-        QFETCH(QList<long long>, acted);
-        QFETCH(int, groupReads);
-        QFETCH(int, toolBarLoads);
-        QFETCH(int, rightsSet);
-        QFETCH(QList<long long>, actedAfter);
-
+        QFETCH(Counters, file);
+        QFETCH(Counters, acted);
+        QFETCH(QList<int>, reactions);
+        QFETCH(Counters, actedAfter);
         TestGateways gw;
         FakeMain screen;
         setMainScreen(&screen);
         TempSite site;
-        site.execute(QStringLiteral("UPDATE StatusCounterTable SET Counter = %1, StatusTypeCounter = %2, GroupCounter "
-                                    "= %3, SecurityCounter = %4, ExtraColumnsCounter = %5")
+        site.execute(QStringLiteral("UPDATE StatusCounterTable SET Counter = %1, StatusTypeCounter = %2, "
+                                    "GroupCounter = %3, SecurityCounter = %4, ExtraColumnsCounter = %5")
                          .arg(file[0])
                          .arg(file[1])
                          .arg(file[2])
@@ -169,18 +150,19 @@ private slots:
         glngLastExtraColumnsCounter = acted[4];
 
         subGetCounterValues();
-        QCOMPARE(glngStatusCounter, file[0]);
-        QCOMPARE(glngStatusTypeCounter, 1);
-        QCOMPARE(glngGroupCounter, file[2]);
-        QCOMPARE(glngSecurityCounter, file[3]);
-        QCOMPARE(glngExtraColumnsCounter, file[4]);
-        QCOMPARE(screen.groupReads, groupReads);
-        QCOMPARE(screen.toolBarLoads, toolBarLoads);
-        QCOMPARE(screen.rightsSet, rightsSet);
-        QCOMPARE(gintSystemSecurityLevel, rightsSet ? 2 : 0);
-        const QList<long long> after{glngLastStatusCounter, glngLastStatusTypeCounter, glngLastGroupCounter,
-                                     glngLastSecurityCounter, glngLastExtraColumnsCounter};
-        QCOMPARE(after, actedAfter);
+        const Counters read{glngStatusCounter, glngStatusTypeCounter, glngGroupCounter, glngSecurityCounter,
+                            glngExtraColumnsCounter};
+        QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
+        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(gintSystemSecurityLevel, reactions[2] ? 2 : 0);
+        QCOMPARE(lastActedOn(), actedAfter);
+
+        // Nothing moved since: the next poll acts on nothing and only reads, the
+        // check's two reads and its own.
+        dao::DBEngine::resetStatementCount();
+        subGetCounterValues();
+        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(dao::DBEngine::statementCount(), 3);
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -188,52 +170,46 @@ private slots:
     void failedReadGivesZeros()
     {
         TestGateways gw;
-        ShortBusyWait wait;
         TempSite site;
         useSite(site);
-        subOpenDatabase();
         glngStatusCounter = glngGroupCounter = glngLastStatusCounter = glngLastGroupCounter = 4;
         {
-            OtherClient other(site, "BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9");
-            QVERIFY(other.holds());
+            OtherClient other(site);
+            subOpenDatabase();
+            QVERIFY(other.begin("BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9"));
             subGetCounterValues();
         }
-        QCOMPARE(glngStatusCounter, 0);
-        QCOMPARE(glngGroupCounter, 0);
-        QCOMPARE(glngStatusTypeCounter + glngSecurityCounter + glngExtraColumnsCounter, 0);
-        QVERIFY(glngStatusCounter != glngLastStatusCounter);
+        QCOMPARE(glngStatusCounter + glngStatusTypeCounter + glngGroupCounter + glngSecurityCounter +
+                     glngExtraColumnsCounter,
+                 0);
+        QCOMPARE(lastActedOn(), (Counters{4, 0, 4, 0, 0}));
         QCOMPARE(gw.boxes().count(), 0);
     }
 
     void lockedCounterAsksToRetry()
     {
         TestGateways gw;
-        ShortBusyWait wait;
         TempSite site;
         useSite(site);
-        const long long before = counterOf(site, "Counter");
         gw.boxes().answer(vbYes).answer(vbNo);
         {
-            OtherClient other(site, "BEGIN IMMEDIATE");
-            QVERIFY(other.holds());
+            OtherClient other(site);
+            QVERIFY(other.begin("BEGIN IMMEDIATE"));
             subUpdateStatusCounter();
         }
         // Yes starts again at the open; No leaves with the counter as it was.
         QCOMPARE(gw.boxes().count(), 2);
-        const ShownBox box = gw.boxes().last();
-        QVERIFY2(box.prompt.startsWith("Error: 3218 - "), qPrintable(box.prompt));
-        QVERIFY(box.prompt.endsWith("\r\nWould you like to retry ?"));
-        QCOMPARE(box.flags, int(vbYesNo + vbQuestion));
-        QCOMPARE(box.title, QStringLiteral(" VESK-OR Pro "));
-        QCOMPARE(counterOf(site, "Counter"), before);
-        QCOMPARE(glngStatusCounter, 0);
+        QVERIFY2(gw.boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw.boxes().last().prompt));
+        QVERIFY(gw.boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
+        QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
+        QCOMPARE(gw.boxes().last().title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(counterOf(site), 1);
 
         // Any other error is a warning, and the procedure leaves.
         site.execute("DROP TABLE StatusCounterTable");
         gw.boxes().answer(vbOK);
         subUpdateStatusCounter();
-        QVERIFY2(gw.boxes().last().prompt.startsWith("Error=3078\r\n Error message="),
-                 qPrintable(gw.boxes().last().prompt));
+        QVERIFY(gw.boxes().last().prompt.startsWith("Error=3078\r\n Error message="));
         QVERIFY(gw.boxes().last().prompt.endsWith(". Update cancelled."));
         QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
     }

@@ -10,35 +10,23 @@
 #include <QFile>
 #include <QTest>
 #include <QTimer>
-#include <memory>
 
 using database::SchemaRelease;
 
 namespace {
 
-// The first row's value of a column as text; "<absent>" when there is no such column.
-QString valueOf(const TempSite& site, const QString& table, const QString& column)
-{
-    try {
-        auto rs = site.openDb()->OpenRecordset("SELECT " + column + " FROM " + table, dao::dbOpenSnapshot);
-        return rs->isEOF() ? QStringLiteral("<no row>") : rs->Fields(0).Text();
-    } catch (const dao::JetError&) {
-        return QStringLiteral("<absent>");
-    }
-}
-
-// Every table's columns and rows, as text.
-QStringList everything(const TempSite& site)
+// Each table's columns and rows as text; with `only`, those columns of the first row.
+QStringList contents(const TempSite& site, const QStringList& tables, const QString& only = {})
 {
     auto db = site.openDb();
     QStringList lines;
-    for (const QString& table : db->TableNames()) {
+    for (const QString& table : tables) {
+        auto rs = db->OpenRecordset("SELECT " + (only.isEmpty() ? "*" : only) + " FROM " + table, dao::dbOpenSnapshot);
         lines << table + ": " + db->FieldNames(table).join(',');
-        auto rs = db->OpenRecordset("SELECT * FROM " + table, dao::dbOpenSnapshot);
         for (; !rs->isEOF(); rs->MoveNext()) {
             QStringList row;
             for (int i = 0; i < rs->FieldCount(); ++i)
-                row << (rs->Fields(i).IsNull() ? QStringLiteral("<null>") : rs->Fields(i).Text());
+                row << (rs->Fields(i).IsNull() ? QStringLiteral("Null") : rs->Fields(i).Text());
             lines << row.join('|');
         }
     }
@@ -51,17 +39,6 @@ void useSite(const TempSite& site)
     gblnDatabaseClosed = true;
 }
 
-enum class FileKind
-{
-    Present,
-    Older,
-    VersionAsNumber,
-    OtherVersion,
-    Foreign,
-    Missing,
-    Garbage,
-};
-
 } // namespace
 
 class TstUpgrade : public QObject
@@ -69,20 +46,6 @@ class TstUpgrade : public QObject
     Q_OBJECT
 
 private slots:
-    // One older file, with a row in each table the upgrade touches, brought up to date.
-    void initTestCase()
-    {
-        TestGateways gw;
-        m_upgraded = std::make_unique<TempSite>(SchemaRelease::Older);
-        m_upgraded->person("Ann Lee").tracking("Ann Lee", "Ann Lee");
-        m_upgraded->execute("INSERT INTO MessagesTable (Category, SentToName) VALUES (\"New\", \"Ann Lee\")");
-        m_upgraded->execute("INSERT INTO TransactionLogTable (Name) VALUES (\"Ann Lee\")");
-        useSite(*m_upgraded);
-        subUpdateDatabaseStructure();
-        QCOMPARE(gw.boxes().count(), 0);
-        TimerCloseDatabase().stop();
-    }
-
     void cleanup()
     {
         TimerCloseDatabase().stop();
@@ -91,69 +54,69 @@ private slots:
     void olderFileGainsEveryColumn_data()
     {
         QTest::addColumn<QString>("table");
-        QTest::addColumn<QString>("column");
-        QTest::addColumn<QString>("value");
-        const QString g = "GlobalSettingsTable", e = "EmployeeSettingsTable", n = "NewUserDefaultsTable",
-                      a = "AdminSettingsTable";
-        const struct
-        {
-            QString table, column, value;
-        } rows[] = {
-            {g, "DatabaseReleaseVersion", "2005"},
-            {g, "AllowMessaging", "True"},
-            {g, "AllowStatusAlerts", "True"},
-            {g, "AllowPresenceSensing", "True"},
-            {g, "AllowUserToAddVeskOrToStartupFolder", "True"},
-            {g, "UpdateStatusOnLock", "False"},
-            {e, "SplitterPositionVertical", "1800"},
-            {e, "SplitterPositionHorizontal", "1575"},
-            {e, "DisplayTreeView", "1"},
-            {e, "StatusAlertsOverride", "False"},
-            {e, "FontBoldDisplay", "0"},
-            {e, "FontSizeDisplay", "8"},
-            {n, "SplitterPositionVertical", "1800"},
-            {n, "SplitterPositionHorizontal", "1575"},
-            {n, "FontBoldDisplay", "0"},
-            {n, "FontSizeDisplay", "8"},
-            {a, "LastSelectedNode", "Users"},
-            {a, "AdminFontBoldDisplay", "0"},
-            {a, "AdminFontSizeDisplay", "8"},
-            // Renamed by a drop and an add: the values are lost, the column starts Null.
-            {"EmployeeStatusTracking", "TrackeeLastUpdated", ""},
-            {"EmployeeStatusTracking", "TrackeeLastUpdate", "<absent>"},
-            {"MessagesTable", "TrackeeLastUpdate", "<absent>"},
-            {"MessagesTable", "MessageOwner", ""},
-            {"TransactionLogTable", "LogDateTime", ""},
-            {"TransactionLogTable", "ComputerName", ""},
-            {"TransactionLogTable", "IPAddress", ""},
-        };
-        for (const auto& row : rows)
-            QTest::addRow("%s.%s", qPrintable(row.table), qPrintable(row.column))
-                << row.table << row.column << row.value;
+        QTest::addColumn<QString>("columns");
+        QTest::addColumn<QString>("values");
+        QTest::newRow("GlobalSettingsTable")
+            << "GlobalSettingsTable"
+            << "DatabaseReleaseVersion, AllowMessaging, AllowStatusAlerts, AllowPresenceSensing, "
+               "AllowUserToAddVeskOrToStartupFolder, UpdateStatusOnLock"
+            << "2005|True|True|True|True|False";
+        QTest::newRow("EmployeeSettingsTable") << "EmployeeSettingsTable"
+                                               << "SplitterPositionVertical, SplitterPositionHorizontal, "
+                                                  "DisplayTreeView, StatusAlertsOverride, FontBoldDisplay, "
+                                                  "FontSizeDisplay"
+                                               << "1800|1575|1|False|0|8";
+        QTest::newRow("NewUserDefaultsTable")
+            << "NewUserDefaultsTable"
+            << "SplitterPositionVertical, SplitterPositionHorizontal, FontBoldDisplay, FontSizeDisplay"
+            << "1800|1575|0|8";
+        QTest::newRow("AdminSettingsTable") << "AdminSettingsTable"
+                                            << "LastSelectedNode, AdminFontBoldDisplay, AdminFontSizeDisplay"
+                                            << "Users|0|8";
+        // Renamed by a drop and an add: the old values are lost, the new column starts Null.
+        QTest::newRow("EmployeeStatusTracking") << "EmployeeStatusTracking"
+                                                << "TrackeeLastUpdated"
+                                                << "Null";
+        QTest::newRow("MessagesTable") << "MessagesTable"
+                                       << "MessageOwner"
+                                       << "Null";
+        QTest::newRow("TransactionLogTable") << "TransactionLogTable"
+                                             << "LogDateTime, ComputerName, IPAddress"
+                                             << "Null|Null|Null";
     }
 
     void olderFileGainsEveryColumn()
     {
         QFETCH(QString, table);
-        QFETCH(QString, column);
-        QFETCH(QString, value);
-        QCOMPARE(valueOf(*m_upgraded, table, column), value);
+        QFETCH(QString, columns);
+        QFETCH(QString, values);
+        TestGateways gw;
+        TempSite site(SchemaRelease::Older);
+        site.person("Ann Lee").tracking("Ann Lee", "Ann Lee");
+        site.execute("INSERT INTO MessagesTable (Category, SentToName) VALUES (\"New\", \"Ann Lee\")");
+        site.execute("INSERT INTO TransactionLogTable (Name) VALUES (\"Ann Lee\")");
+        useSite(site);
+
+        subUpdateDatabaseStructure();
+        const QStringList lines = contents(site, {table}, columns);
+        QCOMPARE(lines.value(1), values);
+        QVERIFY(!lines.first().contains("TrackeeLastUpdate,") && !lines.first().endsWith("TrackeeLastUpdate"));
+        QCOMPARE(gw.boxes().count(), 0);
     }
 
-    // A row marked "if it went well" looks at the error number as the rows before
-    // left it: a success does not clear it, only a "clear" row does.
-    void aFailureStandsUntilACleanRow()
+    // A row marked "if it went well" sees the number the rows before it left: a
+    // success does not clear it, only a "clear" row does.
+    void aFailureStandsUntilAClearingRow()
     {
         TestGateways gw;
         TempSite site(SchemaRelease::Older);
         site.execute("ALTER TABLE GlobalSettingsTable ADD COLUMN DatabaseReleaseVersion TEXT(10)");
         useSite(site);
-
         subUpdateDatabaseStructure();
-        QCOMPARE(valueOf(site, "GlobalSettingsTable", "DatabaseReleaseVersion"), QString());
-        QCOMPARE(valueOf(site, "GlobalSettingsTable", "AllowMessaging"), QString());
-        QCOMPARE(valueOf(site, "GlobalSettingsTable", "AllowStatusAlerts"), QString());
-        QCOMPARE(valueOf(site, "GlobalSettingsTable", "AllowPresenceSensing"), QStringLiteral("True"));
+        QCOMPARE(contents(site, {"GlobalSettingsTable"},
+                          "DatabaseReleaseVersion, AllowMessaging, AllowStatusAlerts, AllowPresenceSensing")
+                     .value(1),
+                 QStringLiteral("Null|Null|Null|True"));
     }
 
     void presentFileIsUntouched()
@@ -165,52 +128,56 @@ private slots:
         site.execute("UPDATE AdminSettingsTable SET LastSelectedNode = \"Groups\", AdminFontSizeDisplay = 10");
         site.execute("UPDATE EmployeeSettingsTable SET FontSizeDisplay = 12, DisplayTreeView = 0");
         site.execute("UPDATE GlobalSettingsTable SET AllowMessaging = False, DatabaseReleaseVersion = \"2006\"");
-        const QStringList before = everything(site);
+        const QStringList tables = site.openDb()->TableNames();
+        const QStringList before = contents(site, tables);
         useSite(site);
-
         subUpdateDatabaseStructure();
-        QCOMPARE(everything(site), before);
-        QCOMPARE(gstrDatabaseReleaseVersion, QString());
+        QCOMPARE(contents(site, tables), before);
     }
 
     void validDatabase_data()
     {
-        QTest::addColumn<FileKind>("kind");
+        QTest::addColumn<SchemaRelease>("release");
+        QTest::addColumn<QStringList>("replacement"); // statements that make a file of their own instead
+        QTest::addColumn<QByteArray>("garbage");      // bytes written over the file
         QTest::addColumn<bool>("valid");
-        QTest::newRow("present release") << FileKind::Present << true;
-        QTest::newRow("older release") << FileKind::Older << true;
-        QTest::newRow("2005 stored as a number") << FileKind::VersionAsNumber << true;
-        QTest::newRow("another version") << FileKind::OtherVersion << false;
-        QTest::newRow("no GlobalSettingsTable") << FileKind::Foreign << false;
-        QTest::newRow("no file") << FileKind::Missing << false;
-        QTest::newRow("not a database") << FileKind::Garbage << false;
+        QTest::newRow("present release") << SchemaRelease::Present << QStringList() << QByteArray() << true;
+        QTest::newRow("older release") << SchemaRelease::Older << QStringList() << QByteArray() << true;
+        QTest::newRow("2005 stored as a number")
+            << SchemaRelease::Present
+            << QStringList{"CREATE TABLE GlobalSettingsTable (DatabaseVersion LONG)",
+                           "INSERT INTO GlobalSettingsTable (DatabaseVersion) VALUES (2005)"}
+            << QByteArray() << true;
+        QTest::newRow("another version") << SchemaRelease::Present
+                                         << QStringList{"CREATE TABLE GlobalSettingsTable (DatabaseVersion TEXT(10))",
+                                                        "INSERT INTO GlobalSettingsTable VALUES (\"2004\")"}
+                                         << QByteArray() << false;
+        QTest::newRow("no GlobalSettingsTable")
+            << SchemaRelease::Present << QStringList{"CREATE TABLE Invoices (Number LONG)"} << QByteArray() << false;
+        QTest::newRow("not a database") << SchemaRelease::Present << QStringList() << QByteArray("Standard Jet DB")
+                                        << false;
     }
 
     void validDatabase()
     {
-        QFETCH(FileKind, kind);
+        QFETCH(SchemaRelease, release);
+        QFETCH(QStringList, replacement);
+        QFETCH(QByteArray, garbage);
         QFETCH(bool, valid);
         TestGateways gw;
-        TempSite site(kind == FileKind::Older ? SchemaRelease::Older : SchemaRelease::Present);
-        if (kind == FileKind::OtherVersion)
-            site.execute("UPDATE GlobalSettingsTable SET DatabaseVersion = \"2004\"");
-        if (kind == FileKind::VersionAsNumber || kind == FileKind::Foreign) {
+        TempSite site(release);
+        if (!replacement.isEmpty()) {
             QVERIFY(QFile::remove(site.dbPath()));
             auto db = dao::DBEngine::CreateDatabase(site.dbPath());
-            db->Execute(kind == FileKind::Foreign ? "CREATE TABLE Invoices (Number LONG)"
-                                                  : "CREATE TABLE GlobalSettingsTable (DatabaseVersion LONG)");
-            if (kind == FileKind::VersionAsNumber)
-                db->Execute("INSERT INTO GlobalSettingsTable (DatabaseVersion) VALUES (2005)");
+            for (const QString& statement : replacement)
+                db->Execute(statement);
         }
-        if (kind == FileKind::Missing)
-            QVERIFY(QFile::remove(site.dbPath()));
-        if (kind == FileKind::Garbage) {
+        if (!garbage.isEmpty()) {
             QFile file(site.dbPath());
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write("Standard Jet DB, but not really");
+            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(garbage) > 0);
         }
-
         QCOMPARE(fnIsValidDatabase(site.path()), valid);
+        QVERIFY(!fnIsValidDatabase(site.path() + "elsewhere/"));
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -218,24 +185,16 @@ private slots:
     {
         TestGateways gw;
         TempSite site(SchemaRelease::Older);
-        site.execute("UPDATE StatusCounterTable SET Counter = Null, StatusTypeCounter = 7, GroupCounter = 4");
+        site.execute("UPDATE StatusCounterTable SET Counter = Null, GroupCounter = 4");
         useSite(site);
-
         subTestStatusCounterTable();
-        QCOMPARE(valueOf(site, "StatusCounterTable", "ExtraColumnsCounter"), QStringLiteral("1"));
-        QCOMPARE(valueOf(site, "StatusCounterTable", "Counter"), QStringLiteral("1"));
-        // Its test reads a field no table has, so it falls back to 1 every time.
-        QCOMPARE(valueOf(site, "StatusCounterTable", "StatusTypeCounter"), QStringLiteral("1"));
-        QCOMPARE(valueOf(site, "StatusCounterTable", "GroupCounter"), QStringLiteral("4"));
+        const QString columns = "Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter";
+        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), QStringLiteral("1|1|4|1|1"));
 
         site.execute("DELETE FROM StatusCounterTable");
         subTestStatusCounterTable();
-        QCOMPARE(valueOf(site, "StatusCounterTable", "Counter"), QStringLiteral("1"));
-        QCOMPARE(gw.boxes().count(), 0);
+        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), QStringLiteral("1|1|1|1|1"));
     }
-
-private:
-    std::unique_ptr<TempSite> m_upgraded;
 };
 
 QTEST_GUILESS_MAIN(TstUpgrade)

@@ -1,0 +1,140 @@
+// What one refresh costs when nothing changed: subGetCounterValues, with the
+// check of the counters' table before it, (1) on a file already open, as during
+// a burst of work, and (2) with a real open and the close timer's close. Its raw
+// twin is one prepared single-row select of StatusCounterTable on an open
+// connection, every column read. At the end the ratios poll/raw are printed; the
+// goal for the already-open case is 3 or less.
+#include "dao/dao.h"
+#include "database/counters.h"
+#include "database/moddatabase.h"
+#include "database/site.h"
+#include "start/globals.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <map>
+#include <sqlite3.h>
+#include <string>
+
+namespace {
+
+QString g_dir;
+
+// A first poll acts on every counter; after it, a poll with nothing moved acts on none.
+void startRun()
+{
+    resetRunWide();
+    gstrCurrentDatabasePath = database::siteFolderText(g_dir);
+    gblnDatabaseClosed = true;
+    subGetCounterValues();
+}
+
+// Statements sent to SQLite per poll, shown beside the times.
+void reportStatements(benchmark::State& state)
+{
+    state.counters["statements"] = double(dao::DBEngine::statementCount()) / double(state.iterations());
+}
+
+void PollAlreadyOpen(benchmark::State& state)
+{
+    startRun();
+    dao::DBEngine::resetStatementCount();
+    for (auto _ : state) {
+        subGetCounterValues();
+    }
+    reportStatements(state);
+    TimerCloseDatabase_Timer();
+}
+
+void PollWithRealOpen(benchmark::State& state)
+{
+    startRun();
+    dao::DBEngine::resetStatementCount();
+    for (auto _ : state) {
+        TimerCloseDatabase_Timer(); // the tick that ends the last burst
+        subGetCounterValues();
+    }
+    reportStatements(state);
+    TimerCloseDatabase_Timer();
+}
+
+void RawSelect(benchmark::State& state)
+{
+    sqlite3* db = nullptr;
+    const QByteArray path = QFile::encodeName(QDir(g_dir).filePath(database::kDatabaseFileName));
+    sqlite3_open_v2(path.constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_exec(db, "PRAGMA journal_mode=DELETE; PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+    for (auto _ : state) {
+        sqlite3_stmt* stmt = nullptr;
+        sqlite3_prepare_v2(db, "SELECT * FROM StatusCounterTable", -1, &stmt, nullptr);
+        while (sqlite3_step(stmt) == SQLITE_ROW) {
+            for (int i = 0; i < sqlite3_column_count(stmt); ++i)
+                benchmark::DoNotOptimize(sqlite3_column_int64(stmt, i));
+        }
+        sqlite3_finalize(stmt);
+    }
+    sqlite3_close(db);
+}
+
+BENCHMARK(PollAlreadyOpen);
+BENCHMARK(PollWithRealOpen);
+BENCHMARK(RawSelect);
+
+// The usual console report, then each poll's time over the raw select's.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    RatioReporter() : ConsoleReporter(OO_Tabular)
+    {
+    }
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
+                m_times[run.benchmark_name()] = {run.real_accumulated_time / double(run.iterations),
+                                                 run.cpu_accumulated_time / double(run.iterations)};
+        }
+    }
+    void Finalize() override
+    {
+        ConsoleReporter::Finalize();
+        const auto raw = m_times.find("RawSelect");
+        for (const char* poll : {"PollAlreadyOpen", "PollWithRealOpen"}) {
+            const auto engine = m_times.find(poll);
+            if (engine == m_times.end() || raw == m_times.end())
+                continue;
+            std::printf("ratio %s/raw: %.2f (cpu time %.2f)\n", poll, engine->second.real / raw->second.real,
+                        engine->second.cpu / raw->second.cpu);
+        }
+    }
+
+private:
+    struct Times
+    {
+        double real = 0; // per iteration
+        double cpu = 0;
+    };
+    std::map<std::string, Times> m_times;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir dir;
+    g_dir = dir.filePath(QStringLiteral("site"));
+    database::createSite(g_dir);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    benchmark::Shutdown();
+    return 0;
+}
