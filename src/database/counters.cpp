@@ -29,7 +29,7 @@ long long longOf(const dao::Field& field)
         return whole;
     }
     const double number = text.toDouble(&ok);
-    if (!ok || field.IsNull()) {
+    if (!ok) {
         Err.Raise(vbErrTypeMismatch, QStringLiteral("Type mismatch"));
     }
     return std::llround(number);
@@ -85,9 +85,9 @@ void rereadSecurityLevel(std::unique_ptr<dao::Recordset>& rs)
 void subGetCounterValues()
 {
     std::unique_ptr<dao::Recordset> rs;
-    step([] { subTestStatusCounterTable(); });
-    step([] { gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable"); });
-    step([] { subOpenDatabase(); });
+    subTestStatusCounterTable();
+    gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+    subOpenDatabase();
     step([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
     step([&] { fnRecordset(rs).MoveFirst(); });
     step([&] { glngStatusCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("Counter"))); });
@@ -115,8 +115,8 @@ void subGetCounterValues()
 
 void subUpdateStatusCounter()
 {
-    // Where the procedure got to. Its two boxes word the error without it, as
-    // they always have; it stays for whoever reads the procedure under a debugger.
+    // How far the procedure got. Neither of its boxes names it; it is kept as
+    // every guarded procedure keeps its name, and read in a debugger.
     const QString strBase = QStringLiteral("modUser - subUpdateStatusCounter event");
     QString strProcedure = strBase;
     for (;;) {

@@ -21,7 +21,7 @@ const QString CRLF = QStringLiteral("\r\n");
 // A pause after each DoEvents, so that "let events run" waits a moment for the
 // other client instead of spinning.
 constexpr int kEventPauseMs = 5;
-// fnGroupExists: how often a lost database object is opened again, and the pause between.
+// How often a read that lost its database object (3420) opens it again, and the pause between.
 constexpr int kObjectGoneTries = 5;
 constexpr int kObjectGonePauseMs = 100;
 
@@ -217,7 +217,7 @@ bool fnGroupExists(const QString& groupName)
 
 int fnDatabaseBusyResponse(const QString& description, long long errNumber, const QString& procedureName)
 {
-    Q_UNUSED(procedureName);
+    Q_UNUSED(procedureName); // callers pass it, but neither box names it
     int answer = vbCancel;
     if (errNumber == dao::errCannotUpdate || errNumber == dao::errLockedByUser) {
         if (gintDatabaseRetryCount == 0) {
