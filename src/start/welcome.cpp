@@ -1,6 +1,7 @@
 #include "start/welcome.h"
 
 #include "database/upgrade.h"
+#include "platform/identity.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/commandline.h"
@@ -85,6 +86,8 @@ void subWelcomeActivate(const QString& programFolder)
 {
     platform::DoEvents();
     subGetComputerName();
+    // The address the log rows carry, found once with the machine's name.
+    gstrIPAddress = platform::identity().ipAddress();
     subSetApplicationPath(programFolder);
     gstrHelpFile = gstrApplicationPath + QStringLiteral("user.chm");
     gstrReleaseDate = QStringLiteral("2006-07-22");
