@@ -48,14 +48,14 @@ constexpr int kPanelCount = 3;
 
 } // namespace
 
-MainScreen* FrmMain::load()
+MainScreen* frmMain::load()
 {
-    auto* screen = new FrmMain;
+    auto* screen = new frmMain;
     screen->Form_Load();
     return screen;
 }
 
-FrmMain::FrmMain()
+frmMain::frmMain()
     : ListViewMain(new QTreeWidget(this)), ToolbarMain(new QToolBar(QStringLiteral("ToolbarMain"), this)),
       StatusBarMain(new QStatusBar(this))
 {
@@ -71,23 +71,23 @@ FrmMain::FrmMain()
     buildStatusBar();
 
     TimerMain.setInterval(1000);
-    connect(&TimerMain, &QTimer::timeout, this, &FrmMain::TimerMain_Timer);
+    connect(&TimerMain, &QTimer::timeout, this, &frmMain::TimerMain_Timer);
     tmrCheckForForcedShutDown.setInterval(60000);
-    connect(&tmrCheckForForcedShutDown, &QTimer::timeout, this, &FrmMain::tmrCheckForForcedShutDown_Timer);
+    connect(&tmrCheckForForcedShutDown, &QTimer::timeout, this, &frmMain::tmrCheckForForcedShutDown_Timer);
     tmrCheckForForcedShutDown.start(); // enabled from the start
 
     setMainScreen(this);
 }
 
-FrmMain::~FrmMain()
+frmMain::~frmMain()
 {
-    if (mainScreenLoaded() && &frmMain() == this) {
+    if (mainScreenLoaded() && &mainScreen() == this) {
         setMainScreen(nullptr);
     }
     setBusyPointer(false);
 }
 
-void FrmMain::buildToolbar()
+void frmMain::buildToolbar()
 {
     ToolbarMain->setObjectName(QStringLiteral("ToolbarMain"));
     ToolbarMain->setToolButtonStyle(Qt::ToolButtonTextOnly);
@@ -100,10 +100,10 @@ void FrmMain::buildToolbar()
     toolbarButton(1)->setEnabled(false); // the place of the find box
     toolbarButton(3)->setEnabled(false); // the right to change others, until it is granted
     addToolBar(ToolbarMain);
-    connect(ToolbarMain, &QToolBar::actionTriggered, this, &FrmMain::toolbarClicked);
+    connect(ToolbarMain, &QToolBar::actionTriggered, this, &frmMain::toolbarClicked);
 }
 
-void FrmMain::buildStatusBar()
+void frmMain::buildStatusBar()
 {
     StatusBarMain->setObjectName(QStringLiteral("StatusBarMain"));
     for (int i = 0; i < kPanelCount; ++i) {
@@ -117,7 +117,7 @@ void FrmMain::buildStatusBar()
 }
 
 // Only the status buttons act on this board; the commands come with the full board.
-void FrmMain::toolbarClicked(QAction* button)
+void frmMain::toolbarClicked(QAction* button)
 {
     const QString key = button->data().toString();
     if (key == QLatin1String("Out")) {
@@ -129,13 +129,13 @@ void FrmMain::toolbarClicked(QAction* button)
     }
 }
 
-QAction* FrmMain::toolbarButton(int position) const
+QAction* frmMain::toolbarButton(int position) const
 {
     const QList<QAction*> buttons = ToolbarMain->actions();
     return position >= 1 && position <= buttons.size() ? buttons[position - 1] : nullptr;
 }
 
-QAction* FrmMain::toolbarButton(const QString& key) const
+QAction* frmMain::toolbarButton(const QString& key) const
 {
     for (QAction* button : ToolbarMain->actions()) {
         if (button->data().toString() == key) {
@@ -145,34 +145,34 @@ QAction* FrmMain::toolbarButton(const QString& key) const
     return nullptr;
 }
 
-QLabel* FrmMain::panel(int number) const
+QLabel* frmMain::panel(int number) const
 {
     return number >= 1 && number <= m_panels.size() ? m_panels[number - 1] : nullptr;
 }
 
 // --- MainScreen -------------------------------------------------------------------
 
-void FrmMain::setCaption(const QString& caption)
+void frmMain::setCaption(const QString& caption)
 {
     setWindowTitle(caption);
 }
 
-QString FrmMain::caption() const
+QString frmMain::caption() const
 {
     return windowTitle();
 }
 
-bool FrmMain::isMinimized() const
+bool frmMain::isMinimized() const
 {
     return QMainWindow::isMinimized();
 }
 
-void FrmMain::minimize()
+void frmMain::minimize()
 {
     showMinimized();
 }
 
-void FrmMain::setBusyPointer(bool busy)
+void frmMain::setBusyPointer(bool busy)
 {
     if (busy == m_busyPointer || !qApp) {
         return;
@@ -185,61 +185,61 @@ void FrmMain::setBusyPointer(bool busy)
     }
 }
 
-void FrmMain::unload()
+void frmMain::unload()
 {
     setMainScreen(nullptr);
     close(); // deleted on close
 }
 
-bool FrmMain::isLoaded() const
+bool frmMain::isLoaded() const
 {
     return true;
 }
 
-QRect FrmMain::normalGeometry() const
+QRect frmMain::normalGeometry() const
 {
     return QMainWindow::normalGeometry();
 }
 
-void FrmMain::setNormalGeometry(const QRect& geometry)
+void frmMain::setNormalGeometry(const QRect& geometry)
 {
     if (windowState() == Qt::WindowNoState) {
         setGeometry(geometry);
     }
 }
 
-void FrmMain::setPanelText(int number, const QString& text)
+void frmMain::setPanelText(int number, const QString& text)
 {
     if (QLabel* label = panel(number)) {
         label->setText(text);
     }
 }
 
-QString FrmMain::panelText(int number) const
+QString frmMain::panelText(int number) const
 {
     QLabel* label = panel(number);
     return label ? label->text() : QString();
 }
 
-void FrmMain::setPanelToolTip(int number, const QString& text)
+void frmMain::setPanelToolTip(int number, const QString& text)
 {
     if (QLabel* label = panel(number)) {
         label->setToolTip(text);
     }
 }
 
-QString FrmMain::panelToolTip(int number) const
+QString frmMain::panelToolTip(int number) const
 {
     QLabel* label = panel(number);
     return label ? label->toolTip() : QString();
 }
 
-bool FrmMain::groupButtonEnabled() const
+bool frmMain::groupButtonEnabled() const
 {
     return toolbarButton(3)->isEnabled();
 }
 
-void FrmMain::changeEvent(QEvent* event)
+void frmMain::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {

@@ -19,16 +19,16 @@ class QStatusBar;
 class QToolBar;
 class QTreeWidget;
 
-class FrmMain : public QMainWindow, public MainScreen
+class frmMain : public QMainWindow, public MainScreen
 {
     Q_OBJECT
 
 public:
-    // Makes the board and runs its Load: the factory behind frmMain()'s first use.
+    // Makes the board and runs its Load: the factory behind mainScreen()'s first use.
     static MainScreen* load();
 
-    FrmMain();
-    ~FrmMain() override;
+    frmMain();
+    ~frmMain() override;
 
     QTreeWidget* ListViewMain;
     QToolBar* ToolbarMain;

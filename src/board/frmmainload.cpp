@@ -16,7 +16,7 @@
 #include <QTreeWidget>
 #include <algorithm>
 
-void FrmMain::Form_Load()
+void frmMain::Form_Load()
 {
     gblnWin2kPlus = platform::identity().osMajorVersion() >= 5;
     // The start-up's open stays no longer: from here the next subOpenDatabase really opens.
@@ -56,7 +56,7 @@ void FrmMain::Form_Load()
 
 // "LOGO.GIF" beside the program, when there is one, stands behind the list; any
 // failure to show it is passed over.
-void FrmMain::showLogoBehindList()
+void frmMain::showLogoBehindList()
 {
     const QString file = platform::nativePathOf(gstrApplicationPath + QStringLiteral("LOGO.GIF"));
     const QPixmap logo = QFile::exists(file) ? QPixmap(file) : QPixmap();
@@ -68,7 +68,7 @@ void FrmMain::showLogoBehindList()
     ListViewMain->viewport()->setPalette(palette);
 }
 
-void FrmMain::Form_Activate()
+void frmMain::Form_Activate()
 {
     // Letting events run below can bring another activation; it waits for this one.
     if (m_inActivate) {
@@ -104,7 +104,7 @@ void FrmMain::Form_Activate()
 }
 
 // The person's FontBoldDisplay, and FontSizeDisplay kept between 8 and 15.
-void FrmMain::applyDisplayFont()
+void frmMain::applyDisplayFont()
 {
     gintFontSizeDisplay = std::clamp(gintFontSizeDisplay, 8LL, 15LL);
     QFont font = ListViewMain->font();
@@ -114,10 +114,10 @@ void FrmMain::applyDisplayFont()
 }
 
 // The refresh count-down and the forced-shutdown look are the full board's.
-void FrmMain::TimerMain_Timer()
+void frmMain::TimerMain_Timer()
 {
 }
 
-void FrmMain::tmrCheckForForcedShutDown_Timer()
+void frmMain::tmrCheckForForcedShutDown_Timer()
 {
 }

@@ -73,7 +73,7 @@ void rereadSecurityLevel(std::unique_ptr<dao::Recordset>& rs)
     if (stepTest([&] { return fnRecordset(rs).RecordCount() > 0; })) {
         step([&] { gintSystemSecurityLevel = longOf(fnRecordset(rs).Fields(QStringLiteral("SystemSecurityLevel"))); });
         step([&] { fnRecordset(rs).Close(); });
-        step([] { frmMain().subSetToolBarRights(); });
+        step([] { mainScreen().subSetToolBarRights(); });
     } else {
         step([&] { fnRecordset(rs).Close(); });
     }
@@ -104,7 +104,7 @@ void subGetCounterValues()
         glngLastGroupCounter = glngGroupCounter;
     }
     if (glngStatusTypeCounter > glngLastStatusTypeCounter) {
-        step([] { frmMain().subLoadToolBarButtons(); });
+        step([] { mainScreen().subLoadToolBarButtons(); });
         glngLastStatusTypeCounter = glngStatusTypeCounter;
     }
     if (glngSecurityCounter > glngLastSecurityCounter) {

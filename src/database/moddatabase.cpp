@@ -36,7 +36,7 @@ void letEventsRun(int times)
 [[noreturn]] void closeUnloadAndEnd()
 {
     subCloseDatabase();
-    frmMain().unload();
+    mainScreen().unload();
     End();
 }
 
@@ -150,14 +150,14 @@ void subOpenDatabase()
             }
             return;
         }
-        frmMain().setPanelText(2, QStringLiteral(" Opening database - try #") + QString::number(intCounter));
+        mainScreen().setPanelText(2, QStringLiteral(" Opening database - try #") + QString::number(intCounter));
         ++intCounter;
         if (intCounter < 3) {
             Sleep(intCounter * 500);
             continue;
         }
         intCounter = 0;
-        frmMain().setBusyPointer(false);
+        mainScreen().setBusyPointer(false);
         answerFailedOpen(strProcedure);
     }
 }
@@ -236,6 +236,6 @@ int fnDatabaseBusyResponse(const QString& description, long long errNumber, cons
                    description + QStringLiteral(". Update cancelled."),
                vbExclamation);
     }
-    frmMain().setBusyPointer(false);
+    mainScreen().setBusyPointer(false);
     return answer;
 }

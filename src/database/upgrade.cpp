@@ -134,7 +134,7 @@ bool fnIsValidDatabase(const QString& path)
     ResumeNext([&] { version = fnRecordset(rs).Fields(QStringLiteral("databaseversion")).Value(); });
     // Stored as text or as a number, 2005 reads as "2005".
     if (Err.Number != 0 || version.toString() != QStringLiteral("2005")) {
-        frmMain().setBusyPointer(false);
+        mainScreen().setBusyPointer(false);
     } else {
         result = true;
     }

@@ -97,7 +97,7 @@ void subCommandLineIsBlank()
     // Not known: the setup screen, waited for. Activate's last step then brings
     // frmWelcome back unless the setup was cancelled.
     showNewUserSetup(true);
-    frmWelcome().unload();
+    welcomeScreen().unload();
 }
 
 void subCommandLineIsProbablyLegacy()
@@ -127,7 +127,7 @@ void subCommandLineIsProbablyLegacy()
     if (!gblnNewUserSetupDone) {
         platform::End();
     }
-    frmWelcome().unload();
+    welcomeScreen().unload();
 }
 
 void subCommandLineHasParameters()
@@ -148,7 +148,7 @@ void subCommandLineHasParameters()
             if (!gblnValidUserName) {
                 showNewUserSetup(false);
                 if (!gblnValidUserName) {
-                    frmWelcome().unload();
+                    welcomeScreen().unload();
                     platform::End();
                 }
             }

@@ -10,7 +10,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-FrmWelcome::FrmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(this))
+frmWelcome::frmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(this))
 {
     setObjectName(QStringLiteral("frmWelcome"));
     setWindowFlags(Qt::SplashScreen);
@@ -34,20 +34,20 @@ FrmWelcome::FrmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(th
     layout->addWidget(m_progress);
 
     TimerWelcome.setInterval(2000);
-    connect(&TimerWelcome, &QTimer::timeout, this, &FrmWelcome::TimerWelcome_Timer);
+    connect(&TimerWelcome, &QTimer::timeout, this, &frmWelcome::TimerWelcome_Timer);
     setWelcomeScreen(this);
     Form_Load();
 }
 
-FrmWelcome::~FrmWelcome()
+frmWelcome::~frmWelcome()
 {
-    if (&frmWelcome() == this) {
+    if (&welcomeScreen() == this) {
         setWelcomeScreen(nullptr);
     }
 }
 
 // Centred on the screen, in the normal window state.
-void FrmWelcome::Form_Load()
+void frmWelcome::Form_Load()
 {
     m_release->setText(QStringLiteral("Release 2006-07-22"));
     m_progress->setText(QStringLiteral("Starting..."));
@@ -60,16 +60,16 @@ void FrmWelcome::Form_Load()
 }
 
 // Activate comes once the splash is on screen; it runs a single time.
-void FrmWelcome::showEvent(QShowEvent* event)
+void frmWelcome::showEvent(QShowEvent* event)
 {
     QFrame::showEvent(event);
     if (!m_activated) {
         m_activated = true;
-        QTimer::singleShot(0, this, &FrmWelcome::Form_Activate);
+        QTimer::singleShot(0, this, &frmWelcome::Form_Activate);
     }
 }
 
-void FrmWelcome::Form_Activate()
+void frmWelcome::Form_Activate()
 {
     subWelcomeActivate(QCoreApplication::applicationDirPath());
     // No screen left to carry the run on: it ends, as when the last screen unloads.
@@ -80,10 +80,10 @@ void FrmWelcome::Form_Activate()
 
 // The hand-over: frmMain (loaded by this first use unless it already is) is shown,
 // and the splash goes.
-void FrmWelcome::TimerWelcome_Timer()
+void frmWelcome::TimerWelcome_Timer()
 {
     TimerWelcome.stop();
-    if (auto* board = dynamic_cast<QWidget*>(&frmMain())) {
+    if (auto* board = dynamic_cast<QWidget*>(&mainScreen())) {
         board->show();
         board->activateWindow();
     }
@@ -92,18 +92,18 @@ void FrmWelcome::TimerWelcome_Timer()
     deleteLater();
 }
 
-void FrmWelcome::unload()
+void frmWelcome::unload()
 {
     m_unloaded = true;
     hide();
 }
 
-bool FrmWelcome::isUnloaded() const
+bool frmWelcome::isUnloaded() const
 {
     return m_unloaded;
 }
 
-void FrmWelcome::setTimerWelcomeEnabled(bool on)
+void frmWelcome::setTimerWelcomeEnabled(bool on)
 {
     if (on) {
         TimerWelcome.start();
@@ -112,17 +112,17 @@ void FrmWelcome::setTimerWelcomeEnabled(bool on)
     }
 }
 
-bool FrmWelcome::timerWelcomeEnabled() const
+bool frmWelcome::timerWelcomeEnabled() const
 {
     return TimerWelcome.isActive();
 }
 
-void FrmWelcome::showProgress(const QString& text)
+void frmWelcome::showProgress(const QString& text)
 {
     m_progress->setText(text);
 }
 
-QString FrmWelcome::progress() const
+QString frmWelcome::progress() const
 {
     return m_progress->text();
 }

@@ -10,13 +10,13 @@
 
 class QLabel;
 
-class FrmWelcome : public QFrame, public WelcomeScreen
+class frmWelcome : public QFrame, public WelcomeScreen
 {
     Q_OBJECT
 
 public:
-    FrmWelcome();
-    ~FrmWelcome() override;
+    frmWelcome();
+    ~frmWelcome() override;
 
     QTimer TimerWelcome; // 2000 ms, off until Activate's last step
 

@@ -64,7 +64,7 @@ void readDataPath()
         gstrCurrentDatabasePath = gstrDatabasePath;
     } catch (const dao::JetError& e) {
         Err.Set(e);
-        frmWelcome().setTimerWelcomeEnabled(false);
+        welcomeScreen().setTimerWelcomeEnabled(false);
         if (Err.Number == vbErrFileNotFound) {
             MsgBox(QStringLiteral("The VESKOR.INI file is missing from the Application Path.") + CRLF +
                        QStringLiteral("Please ask your VESK-OR Administrator to correct this problem.") + CRLF +
@@ -103,7 +103,7 @@ OpenAnswer answerFailedOpen(int& lockFailures)
                    QStringLiteral(" off or crashed their PC whilst updating the database on the server."),
                vbExclamation, boxTitle());
         subCloseDatabase();
-        frmMain().unload();
+        mainScreen().unload();
         return OpenAnswer::Leave;
     case dao::errFileNotFound:
     case dao::errDiskOrNetwork:
@@ -131,13 +131,13 @@ OpenAnswer answerFailedOpen(int& lockFailures)
         MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" ) in ") + kProcedure + CR + Err.Description + CR +
                    QStringLiteral("Unable to start VESK-OR at this time. Please try again..."),
                vbOKOnly, boxTitle());
-        frmMain().unload();
+        mainScreen().unload();
         return OpenAnswer::Leave;
     default:
         MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" ) in ") + kProcedure + CR + Err.Description,
                vbOKOnly, boxTitle());
         subCloseDatabase();
-        frmMain().unload();
+        mainScreen().unload();
         return OpenAnswer::Leave;
     }
 }

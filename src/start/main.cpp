@@ -60,9 +60,9 @@ int main(int argc, char* argv[])
     });
 
     gstrGivenCommandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
-    setMainScreenFactory(&FrmMain::load);
+    setMainScreenFactory(&frmMain::load);
 
-    auto* welcome = new FrmWelcome;
+    auto* welcome = new frmWelcome;
     welcome->show();
     platform::End(app.exec());
 }

@@ -205,7 +205,7 @@ MainScreen& standIn()
 
 } // namespace
 
-MainScreen& frmMain()
+MainScreen& mainScreen()
 {
     if (!g_screen && g_factory) {
         // The factory's screen registers itself through setMainScreen().

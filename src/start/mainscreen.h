@@ -1,12 +1,12 @@
 #pragma once
 // What the logic asks of the main screen, so that it runs, and is tested, without
-// widgets. frmMain (the board) implements it; until one is loaded, frmMain() is a
+// widgets. frmMain (the board) implements it; until one is loaded, mainScreen() is a
 // stand-in that remembers texts and answers "nothing there": an empty list, the
 // Group button disabled, not minimized.
 //
 // Procedures of the board that the logic calls (subRefreshUserList and the like)
 // stand here under their own names, so a call reads as it does on the screen:
-//   frmMain().subRefreshUserList("");
+//   mainScreen().subRefreshUserList("");
 
 #include <QList>
 #include <QRect>
@@ -94,7 +94,7 @@ private:
 
 // The main screen in use: the loaded frmMain, else one made by the factory (the
 // client's "first use loads it"), else the stand-in.
-MainScreen& frmMain();
+MainScreen& mainScreen();
 // The client installs how frmMain is made on first use; nullptr removes it.
 void setMainScreenFactory(std::function<MainScreen*()> factory);
 // The screen registers itself while it lives (nullptr when it goes).

@@ -49,7 +49,7 @@ std::unique_ptr<WelcomeScreen> g_standIn;
 
 } // namespace
 
-WelcomeScreen& frmWelcome()
+WelcomeScreen& welcomeScreen()
 {
     if (g_screen) {
         return *g_screen;
@@ -95,15 +95,15 @@ void subWelcomeActivate(const QString& programFolder)
     gstrProgramTitle = QStringLiteral(" VESK-OR Pro ");
     platform::setAppTitle(gstrProgramTitle);
 
-    frmWelcome().showProgress(QStringLiteral("Opening the database..."));
+    welcomeScreen().showProgress(QStringLiteral("Opening the database..."));
     subInitializeLocalDatabase();
-    frmWelcome().showProgress(QStringLiteral("Checking the database structure..."));
+    welcomeScreen().showProgress(QStringLiteral("Checking the database structure..."));
     subUpdateDatabaseStructure();
-    frmWelcome().showProgress(QStringLiteral("Identifying the user..."));
+    welcomeScreen().showProgress(QStringLiteral("Identifying the user..."));
     subCheckCommandLine();
 
     if (!gblnNewUserSetupCancelled) {
-        frmWelcome().setTimerWelcomeEnabled(false);
-        frmWelcome().setTimerWelcomeEnabled(true);
+        welcomeScreen().setTimerWelcomeEnabled(false);
+        welcomeScreen().setTimerWelcomeEnabled(true);
     }
 }

@@ -3,7 +3,7 @@
 // the way from the program's folder to a known person, before frmMain takes over.
 //
 // The client's frmWelcome implements WelcomeScreen and registers itself; until
-// then frmWelcome() is a stand-in that remembers what was asked of it.
+// then welcomeScreen() is a stand-in that remembers what was asked of it.
 
 #include <QString>
 
@@ -31,7 +31,7 @@ private:
 };
 
 // The splash in use: the registered one, else the stand-in.
-WelcomeScreen& frmWelcome();
+WelcomeScreen& welcomeScreen();
 void setWelcomeScreen(WelcomeScreen* screen);
 // Tests: forget the registered screen and clear the stand-in.
 void resetWelcomeScreen();

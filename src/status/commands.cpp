@@ -15,10 +15,10 @@ namespace {
 void setStatusAndRefresh(const QString& status)
 {
     subSetStatus(status);
-    frmMain().subRefreshUserList(QString());
+    mainScreen().subRefreshUserList(QString());
     if (gblnAutoMinimize) {
-        frmMain().minimize();
-        frmMain().subTaskBarSysTrayActivation();
+        mainScreen().minimize();
+        mainScreen().subTaskBarSysTrayActivation();
     }
 }
 
@@ -36,7 +36,7 @@ void subCommand_Busy()
 
 void subCommand_Out()
 {
-    MainScreen& screen = frmMain();
+    MainScreen& screen = mainScreen();
     if (gblnOutViaStatusScreen) {
         // An earlier Out left the flag standing: frmGroup's Load finds the word here.
         screen.setToolbarTag(QStringLiteral("Out"));

@@ -53,8 +53,8 @@ Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
     case 3709:               // a damaged index: nothing more can be trusted
         MsgBox(corruptedText(), vbOKOnly + vbCritical, title);
         subCloseDatabase();
-        frmMain().subUnloadAllForms();
-        frmMain().unload();
+        mainScreen().subUnloadAllForms();
+        mainScreen().unload();
         End();
     case dao::errInvalidArgument:
         MsgBox(corruptedText(), vbOKOnly + vbCritical, title);
@@ -82,7 +82,7 @@ Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
 
 void subUpdateSelectedUsersRecords(const QString& status)
 {
-    const QStringList names = frmMain().selectedRowTexts(int(gintNameColumn));
+    const QStringList names = mainScreen().selectedRowTexts(int(gintNameColumn));
     if (names.isEmpty()) {
         return;
     }

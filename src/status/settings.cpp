@@ -146,7 +146,7 @@ void readPersonRow(SettingsRow& row)
     if (row.read(QStringLiteral("UserSecurityLevel"), gintUserSecurityLevel)) {
         const QString word = levelWord(gintUserSecurityLevel);
         if (!word.isEmpty()) {
-            frmMain().setPanelToolTip(kUserSecurityPanel, QStringLiteral("User Security is ") + word);
+            mainScreen().setPanelToolTip(kUserSecurityPanel, QStringLiteral("User Security is ") + word);
         }
     }
     row.read(QStringLiteral("MinimizeSetting"), gintMinimizeSetting);
@@ -162,7 +162,7 @@ void readPersonRow(SettingsRow& row)
 // The window at its saved place and size, each value only where one was saved.
 void placeWindow()
 {
-    QRect place = frmMain().normalGeometry();
+    QRect place = mainScreen().normalGeometry();
     if (glngScreenLeft) {
         place.moveLeft(int(*glngScreenLeft));
     }
@@ -175,7 +175,7 @@ void placeWindow()
     if (glngScreenHeight) {
         place.setHeight(int(*glngScreenHeight));
     }
-    frmMain().setNormalGeometry(place);
+    mainScreen().setNormalGeometry(place);
 }
 
 } // namespace
@@ -199,7 +199,7 @@ void subReadOptions()
     }
     const QString word = levelWord(gintSystemSecurityLevel);
     if (!word.isEmpty()) {
-        frmMain().setPanelToolTip(kSystemSecurityPanel, QStringLiteral("System Security is ") + word);
+        mainScreen().setPanelToolTip(kSystemSecurityPanel, QStringLiteral("System Security is ") + word);
     }
     {
         SettingsRow row(personSettingsSql(gstrDefaultUser));
@@ -210,7 +210,7 @@ void subReadOptions()
 
 void subReadUserSettings(const QString& name)
 {
-    ResumeNext([] { frmMain().clearSortArrows(); });
+    ResumeNext([] { mainScreen().clearSortArrows(); });
     ResumeNext([] { subOpenDatabase(); });
     {
         SettingsRow row(personSettingsSql(name));
@@ -224,6 +224,6 @@ void subReadUserSettings(const QString& name)
         }
     });
     ResumeNext([] { placeWindow(); });
-    ResumeNext([] { frmMain().applyDisplayFont(); });
-    ResumeNext([] { frmMain().subLoadToolBarButtons(); });
+    ResumeNext([] { mainScreen().applyDisplayFont(); });
+    ResumeNext([] { mainScreen().subLoadToolBarButtons(); });
 }

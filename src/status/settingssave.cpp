@@ -28,7 +28,7 @@ bool isStandardColumn(const QString& name)
 
 void writeColumnLayout(dao::Recordset& rs)
 {
-    for (const ListColumn& column : frmMain().listColumns()) {
+    for (const ListColumn& column : mainScreen().listColumns()) {
         const QString base = isStandardColumn(column.name) ? column.name : QStringLiteral("New_") + column.name;
         rs.Fields(base + QStringLiteral("ColumnOrder")) = column.order;
         rs.Fields(base + QStringLiteral("ColumnWidth")) = column.width;
@@ -49,7 +49,7 @@ void writeLayout(dao::Recordset& rs)
     writeColumnLayout(rs);
     rs.Fields(QStringLiteral("IconSize")) = gintIconSize;
     rs.Fields(QStringLiteral("ToolBarText")) = gintToolBarText;
-    const QRect place = frmMain().normalGeometry();
+    const QRect place = mainScreen().normalGeometry();
     rs.Fields(QStringLiteral("ScreenTop")) = place.top();
     rs.Fields(QStringLiteral("ScreenLeft")) = place.left();
     rs.Fields(QStringLiteral("ScreenHeight")) = place.height();
@@ -94,17 +94,17 @@ void subReadGroups()
     std::unique_ptr<dao::Recordset> rs;
     gstrSQL = QStringLiteral("SELECT * FROM GroupTable ORDER BY GroupName");
     trap([&] { rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
-    trap([] { frmMain().clearGroups(); });
+    trap([] { mainScreen().clearGroups(); });
     if (rs) {
         trap([&] {
             for (; !rs->isEOF(); rs->MoveNext()) {
-                frmMain().addGroup(rs->Fields(QStringLiteral("GroupName")).Text());
+                mainScreen().addGroup(rs->Fields(QStringLiteral("GroupName")).Text());
             }
         });
     }
     trap([] {
-        if (!frmMain().selectGroup(gstrCurrentGroup)) {
-            frmMain().selectGroup(QStringLiteral("Everyone"));
+        if (!mainScreen().selectGroup(gstrCurrentGroup)) {
+            mainScreen().selectGroup(QStringLiteral("Everyone"));
         }
     });
     if (rs) {

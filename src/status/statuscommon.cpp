@@ -105,8 +105,8 @@ void writeStatusFields(dao::Recordset& rs, const QString& status, const QString&
 void showStatusInTrayTip()
 {
     ResumeNext([] {
-        frmMain().setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") +
-                             gstrCurrentStatus + QStringLiteral("'"));
+        mainScreen().setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") +
+                                gstrCurrentStatus + QStringLiteral("'"));
     });
 }
 

@@ -30,7 +30,7 @@ constexpr long long kCodeTypedByHand = 4;
 
 void subSetStatus(const QString& status)
 {
-    MainScreen& screen = frmMain();
+    MainScreen& screen = mainScreen();
     const QStringList headers = screen.listHeaders();
     const qsizetype nameAt = headers.indexOf(QStringLiteral("Name"));
     if (nameAt >= 0) {
@@ -66,9 +66,9 @@ void subSetStatusCode(const QString& status)
                     gintStatusCode = status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
                     gintOwnStatusCode = gintStatusCode;
                     gstrCurrentStatus = status;
-                    frmMain().setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser +
-                                         QStringLiteral("]") + QStringLiteral(" '") + gstrCurrentStatus +
-                                         QStringLiteral("'"));
+                    mainScreen().setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser +
+                                            QStringLiteral("]") + QStringLiteral(" '") + gstrCurrentStatus +
+                                            QStringLiteral("'"));
                 }
             }
         }

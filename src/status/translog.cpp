@@ -39,7 +39,7 @@ QString generalText(double value)
 
 void showLogFailure()
 {
-    frmMain().setBusyPointer(false);
+    mainScreen().setBusyPointer(false);
     const QString cr = QStringLiteral("\r");
     MsgBox(QStringLiteral("Cannot complete the current operation due to the following error: (") +
                status::vbStr(Err.Number) + QStringLiteral(" ) ") + cr + Err.Description + cr + cr +

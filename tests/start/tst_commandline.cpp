@@ -92,7 +92,7 @@ private slots:
         QCOMPARE(gstrUserID, userID);
         QCOMPARE(gblnValidUserName, validName);
         QCOMPARE(gblnValidUserID, validID);
-        QCOMPARE(frmWelcome().isUnloaded(), unloadsWelcome);
+        QCOMPARE(welcomeScreen().isUnloaded(), unloadsWelcome);
         QCOMPARE(gstrCommandLine, commandLine.trimmed());
         QCOMPARE(gstrLoginName, login.isEmpty() ? QStringLiteral("Unknown") : login);
         gdbDatabase.reset();

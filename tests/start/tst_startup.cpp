@@ -180,7 +180,7 @@ private slots:
         if (!ends) {
             QVERIFY(!gdbDatabase);
         }
-        QVERIFY(!frmWelcome().timerWelcomeEnabled());
+        QVERIFY(!welcomeScreen().timerWelcomeEnabled());
         if (damage == Damage::Locked) {
             QCOMPARE(gw.clock().sleptMs(), 3 * 2000); // the box after the third two-second wait
         }
