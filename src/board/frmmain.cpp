@@ -8,7 +8,9 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -57,7 +59,11 @@ MainScreen* frmMain::load()
 
 frmMain::frmMain()
     : ListViewMain(new QTreeWidget(this)), ToolbarMain(new QToolBar(QStringLiteral("ToolbarMain"), this)),
-      StatusBarMain(new QStatusBar(this))
+      StatusBarMain(new QStatusBar(this)), TabStripMain(new QTabBar(this)), TreeViewMain(new QTreeWidget(this)),
+      txtFind(new QLineEdit(this)), picTrackingContainer(new QWidget(this)), lblWhoAmITracking(new QLabel(this)),
+      lstWhoAmITracking(new QTreeWidget(this)), lblWhosTrackingMe(new QLabel(this)),
+      lstWhosTrackingMe(new QTreeWidget(this)), lblPreviewMsgsPane(new QLabel(this)),
+      ListViewMessages(new QTreeWidget(this)), imgPlannerBanner(new QLabel(this))
 {
     setObjectName(QStringLiteral("frmMain"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -67,6 +73,7 @@ frmMain::frmMain()
                                    QStringLiteral("Due Back"), QStringLiteral("Comments"),
                                    QStringLiteral("Last Modified")});
     setCentralWidget(ListViewMain);
+    buildControls();
     buildToolbar();
     buildStatusBar();
 
@@ -85,6 +92,37 @@ frmMain::~frmMain()
         setMainScreen(nullptr);
     }
     setBusyPointer(false);
+}
+
+// Names every control as the screen knows it; the layout places them.
+void frmMain::buildControls()
+{
+    const std::pair<QWidget*, const char*> named[] = {
+        {TabStripMain, "TabStripMain"},
+        {TreeViewMain, "TreeViewMain"},
+        {txtFind, "txtFind"},
+        {picTrackingContainer, "picTrackingContainer"},
+        {lblWhoAmITracking, "lblWhoAmITracking"},
+        {lstWhoAmITracking, "lstWhoAmITracking"},
+        {lblWhosTrackingMe, "lblWhosTrackingMe"},
+        {lstWhosTrackingMe, "lstWhosTrackingMe"},
+        {lblPreviewMsgsPane, "lblPreviewMsgsPane"},
+        {ListViewMessages, "ListViewMessages"},
+        {imgPlannerBanner, "imgPlannerBanner"},
+    };
+    for (const auto& [widget, name] : named) {
+        widget->setObjectName(QString::fromLatin1(name));
+        widget->hide(); // until the layout shows what the settings ask for
+    }
+    const std::pair<QTimer*, int> timers[] = {
+        {&tmrCheckForNewMessages, 10000},
+        {&tmrCheckForStatusAlerts, 3000},
+        {&tmrScreenSaver, 1000},
+        {&tmrDetectLockedWorkStation, 3000},
+    };
+    for (const auto& [timer, interval] : timers) {
+        timer->setInterval(interval);
+    }
 }
 
 void frmMain::buildToolbar()
@@ -189,6 +227,12 @@ void frmMain::unload()
 {
     setMainScreen(nullptr);
     close(); // deleted on close
+}
+
+// Until the ordinary end (QueryUnload) is in place, any reason simply unloads.
+void frmMain::requestUnload(int)
+{
+    unload();
 }
 
 bool frmMain::isLoaded() const

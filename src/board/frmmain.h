@@ -15,9 +15,21 @@
 
 class QAction;
 class QLabel;
+class QLineEdit;
 class QStatusBar;
+class QTabBar;
 class QToolBar;
 class QTreeWidget;
+class QWidget;
+
+// Why the window is being unloaded, as VB's QueryUnload tells it.
+enum UnloadMode : int
+{
+    vbFormControlMenu = 0,
+    vbFormCode = 1,
+    vbAppWindows = 2,
+    vbAppTaskManager = 3
+};
 
 class frmMain : public QMainWindow, public MainScreen
 {
@@ -30,11 +42,28 @@ public:
     frmMain();
     ~frmMain() override;
 
-    QTreeWidget* ListViewMain;
+    // The controls. All are made by the constructor; the layout places them.
+    QTreeWidget* ListViewMain; // the people and items
     QToolBar* ToolbarMain;
     QStatusBar* StatusBarMain;
-    QTimer TimerMain;                 // 1 s: the refresh count-down
-    QTimer tmrCheckForForcedShutDown; // 60 s: the forced-shutdown file
+    QTabBar* TabStripMain;         // the groups as tabs, or
+    QTreeWidget* TreeViewMain;     // the groups as a tree ("Groups", then one node per group)
+    QLineEdit* txtFind;            // the find box, in the toolbar's first place
+    QWidget* picTrackingContainer; // the status-alert pane
+    QLabel* lblWhoAmITracking;
+    QTreeWidget* lstWhoAmITracking; // whom this person follows: name, status, when
+    QLabel* lblWhosTrackingMe;
+    QTreeWidget* lstWhosTrackingMe; // who follows this person
+    QLabel* lblPreviewMsgsPane;
+    QTreeWidget* ListViewMessages; // new messages: from, subject, sent, sender, id
+    QLabel* imgPlannerBanner;      // the clickable logo across the window
+
+    QTimer TimerMain;                  // 1 s: the refresh count-down
+    QTimer tmrCheckForNewMessages;     // 10 s once, then 60 s
+    QTimer tmrCheckForStatusAlerts;    // 3 s once, then 60 s
+    QTimer tmrCheckForForcedShutDown;  // 60 s: the forced-shutdown file
+    QTimer tmrScreenSaver;             // 1 s
+    QTimer tmrDetectLockedWorkStation; // 3 s
 
     // ToolbarMain's button by position (1 to 17) or by key ("Group"); nullptr when none.
     QAction* toolbarButton(int position) const;
@@ -74,8 +103,21 @@ private:
     void TimerMain_Timer();
     void tmrCheckForForcedShutDown_Timer();
 
+    void buildControls();
+
     QList<QLabel*> m_panels;
     bool blnFirstActivate = true;
     bool m_inActivate = false;
     bool m_busyPointer = false;
+
+public:
+    // Ends the run in the ordinary way (QueryUnload, then the unload) for a reason
+    // other than the close box: the desktop session ending, SIGTERM, the Exit command.
+    void requestUnload(int unloadMode);
+
+    // --- list and refresh, groups, find, sort, timers, end of run (helper H1) ---
+
+    // --- commands, menus, toolbar, rights, layout (helper H2) ---
+
+    // --- tray, single instance, status icons (helper H3) ---
 };
