@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the engine benchmark (optimised, in build-bench) and runs it. It prints
-# Google Benchmark's table, then the ratios engine/raw SQLite for the two pieces
-# of work; the goal is 1.5 or less. Extra arguments go to the benchmark binary.
+# Builds the benchmarks (optimised, in build-bench) and runs them. Each prints
+# Google Benchmark's table, then its ratios against raw SQLite doing the same work
+# on the same file. Usage: scripts/bench.sh [dao|status|poll...] (default: all).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=$root/build-bench
@@ -9,5 +9,12 @@ build=$root/build-bench
 if [ ! -f "$build/CMakeCache.txt" ]; then
     cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
 fi
-cmake --build "$build" -j"$(nproc)" --target bench_dao
-exec "$build/bench/bench_dao" "$@"
+names=("$@")
+[ ${#names[@]} -gt 0 ] || names=(dao status poll)
+targets=()
+for n in "${names[@]}"; do targets+=("bench_$n"); done
+cmake --build "$build" -j"$(nproc)" --target "${targets[@]}"
+for t in "${targets[@]}"; do
+    echo "== $t"
+    "$build/bench/$t"
+done
