@@ -4,6 +4,7 @@
 // (prepare, bind, step, read every column, finalize). At the end the ratios
 // engine/raw are printed; the goal is 1.5 or less.
 #include "dao/dao.h"
+#include "ratioreporter.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -140,44 +141,6 @@ BENCHMARK(RawOpenOneRow);
 BENCHMARK(EngineEditUpdate);
 BENCHMARK(RawEditUpdate);
 
-// The usual console report, then each engine benchmark's time over its raw twin's.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    RatioReporter() : ConsoleReporter(OO_Tabular)
-    {
-    }
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                m_times[run.benchmark_name()] = {run.real_accumulated_time / double(run.iterations),
-                                                 run.cpu_accumulated_time / double(run.iterations)};
-        }
-    }
-    void Finalize() override
-    {
-        ConsoleReporter::Finalize();
-        for (const char* work : {"OpenOneRow", "EditUpdate"}) {
-            const auto engine = m_times.find(std::string("Engine") + work);
-            const auto raw = m_times.find(std::string("Raw") + work);
-            if (engine == m_times.end() || raw == m_times.end())
-                continue;
-            std::printf("ratio %s engine/raw: %.2f (cpu time %.2f)\n", work, engine->second.real / raw->second.real,
-                        engine->second.cpu / raw->second.cpu);
-        }
-    }
-
-private:
-    struct Times
-    {
-        double real = 0; // per iteration
-        double cpu = 0;
-    };
-    std::map<std::string, Times> m_times;
-};
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -188,7 +151,8 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    RatioReporter reporter;
+    RatioReporter reporter({{"OpenOneRow engine/raw", "EngineOpenOneRow", "RawOpenOneRow"},
+                            {"EditUpdate engine/raw", "EngineEditUpdate", "RawEditUpdate"}});
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;

@@ -8,6 +8,7 @@
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
+#include "ratioreporter.h"
 #include "start/globals.h"
 
 #include <QCoreApplication>
@@ -84,44 +85,6 @@ BENCHMARK(PollAlreadyOpen);
 BENCHMARK(PollWithRealOpen);
 BENCHMARK(RawSelect);
 
-// The usual console report, then each poll's time over the raw select's.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    RatioReporter() : ConsoleReporter(OO_Tabular)
-    {
-    }
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0)
-                m_times[run.benchmark_name()] = {run.real_accumulated_time / double(run.iterations),
-                                                 run.cpu_accumulated_time / double(run.iterations)};
-        }
-    }
-    void Finalize() override
-    {
-        ConsoleReporter::Finalize();
-        const auto raw = m_times.find("RawSelect");
-        for (const char* poll : {"PollAlreadyOpen", "PollWithRealOpen"}) {
-            const auto engine = m_times.find(poll);
-            if (engine == m_times.end() || raw == m_times.end())
-                continue;
-            std::printf("ratio %s/raw: %.2f (cpu time %.2f)\n", poll, engine->second.real / raw->second.real,
-                        engine->second.cpu / raw->second.cpu);
-        }
-    }
-
-private:
-    struct Times
-    {
-        double real = 0; // per iteration
-        double cpu = 0;
-    };
-    std::map<std::string, Times> m_times;
-};
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -133,7 +96,8 @@ int main(int argc, char** argv)
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    RatioReporter reporter;
+    RatioReporter reporter({{"PollAlreadyOpen/raw", "PollAlreadyOpen", "RawSelect"},
+                            {"PollWithRealOpen/raw", "PollWithRealOpen", "RawSelect"}});
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;

@@ -6,6 +6,7 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
+#include "ratioreporter.h"
 #include "start/globals.h"
 #include "status/statuswrite.h"
 
@@ -162,43 +163,6 @@ void RawStatusChange(benchmark::State& state)
 BENCHMARK(EngineStatusChange)->Unit(benchmark::kMicrosecond);
 BENCHMARK(RawStatusChange)->Unit(benchmark::kMicrosecond);
 
-// The usual console report, then the engine's time per change over raw SQLite's.
-class RatioReporter : public benchmark::ConsoleReporter
-{
-public:
-    RatioReporter() : ConsoleReporter(OO_Tabular)
-    {
-    }
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration && run.iterations > 0) {
-                Times& times = run.benchmark_name().rfind("Engine", 0) == 0 ? m_engine : m_raw;
-                times = {run.real_accumulated_time / double(run.iterations),
-                         run.cpu_accumulated_time / double(run.iterations)};
-            }
-        }
-    }
-    void Finalize() override
-    {
-        ConsoleReporter::Finalize();
-        if (m_engine.real > 0 && m_raw.real > 0) {
-            std::printf("ratio StatusChange engine/raw: %.2f (cpu time %.2f)\n", m_engine.real / m_raw.real,
-                        m_engine.cpu / m_raw.cpu);
-        }
-    }
-
-private:
-    struct Times
-    {
-        double real = 0; // per change
-        double cpu = 0;
-    };
-    Times m_engine;
-    Times m_raw;
-};
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -215,7 +179,7 @@ int main(int argc, char** argv)
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
     }
-    RatioReporter reporter;
+    RatioReporter reporter({{"StatusChange engine/raw", "EngineStatusChange", "RawStatusChange"}});
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;
