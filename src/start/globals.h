@@ -100,6 +100,10 @@
     X(bool, gblnPhotoSizeToFit, false)                                                                                 \
     X(long long, glngSplitterVertical, 1800)                                                                           \
     X(long long, glngSplitterHorizontal, 1575)                                                                         \
+    X(long long, glngSplitterVerticalMin, 0) /* the splitters' limits, set by each layout pass */                      \
+    X(long long, glngSplitterVerticalMax, 0)                                                                           \
+    X(long long, glngSplitterHorizontalMin, 0)                                                                         \
+    X(long long, glngSplitterHorizontalMax, 0)                                                                         \
     X(long long, gintFontBoldDisplay, 0)                                                                               \
     X(long long, gintFontSizeDisplay, 8)                                                                               \
     /* the board */                                                                                                    \
