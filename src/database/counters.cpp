@@ -6,6 +6,7 @@
 #include "database/upgrade.h"
 #include "platform/msgbox.h"
 #include "start/err.h"
+#include "start/errorboxes.h"
 #include "start/globals.h"
 #include "start/mainscreen.h"
 #include "status/settings.h"
@@ -15,8 +16,6 @@
 using namespace platform;
 
 namespace {
-
-const QString CRLF = QStringLiteral("\r\n");
 
 // A trimmed field as a Long, as VB converts it on assignment: a Null, a blank or
 // a word is a type mismatch.
@@ -159,14 +158,10 @@ void subUpdateStatusCounter()
         }
         if (Err.Number != dao::errRecordLocked) {
             // The change that led here stands; only the counter was not raised.
-            MsgBox(QStringLiteral("Error=") + QString::number(Err.Number) + CRLF + QStringLiteral(" Error message=") +
-                       Err.Description + QStringLiteral(". Update cancelled."),
-                   vbExclamation);
+            errorbox::showUpdate(Err.Number, Err.Description);
             return;
         }
-        if (MsgBox(QStringLiteral("Error: ") + QString::number(Err.Number) + QStringLiteral(" - ") + Err.Description +
-                       CRLF + QStringLiteral("Would you like to retry ?"),
-                   vbYesNo + vbQuestion, QString() + gstrProgramTitle) != vbYes) {
+        if (errorbox::showRetry(Err.Number, Err.Description, gstrProgramTitle) != vbYes) {
             return;
         }
     }

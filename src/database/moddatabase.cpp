@@ -6,6 +6,7 @@
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/err.h"
+#include "start/errorboxes.h"
 #include "start/globals.h"
 #include "start/mainscreen.h"
 
@@ -87,8 +88,8 @@ void answerFailedOpen(const QString& procedure)
         return;
     case dao::errCouldNotLockFile:
         // The words say OK where the box says Retry; they stand as they are.
-        if (MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" ) in ") + procedure + CR + Err.Description +
-                       CR + CR + QStringLiteral("The database is busy. Please wait a few seconds.") + CRLF + CRLF +
+        if (MsgBox(errorbox::general(procedure, errorbox::Joined) + CR + CR +
+                       QStringLiteral("The database is busy. Please wait a few seconds.") + CRLF + CRLF +
                        QStringLiteral("Press OK to Try Again.") + CRLF + QStringLiteral("Press Cancel to Exit."),
                    vbRetryCancel + vbExclamation, gstrProgramTitle) == vbCancel) {
             End();
@@ -232,9 +233,7 @@ int fnDatabaseBusyResponse(const QString& description, long long errNumber, cons
             gintDatabaseRetryCount = 0;
         }
     } else {
-        MsgBox(QStringLiteral("Error=") + QString::number(errNumber) + CRLF + QStringLiteral(" Error message=") +
-                   description + QStringLiteral(". Update cancelled."),
-               vbExclamation);
+        errorbox::showUpdate(errNumber, description);
     }
     mainScreen().setBusyPointer(false);
     return answer;

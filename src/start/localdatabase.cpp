@@ -8,6 +8,7 @@
 #include "platform/process.h"
 #include "platform/profile.h"
 #include "start/err.h"
+#include "start/errorboxes.h"
 #include "start/forcedshutdown.h"
 #include "start/globals.h"
 #include "start/mainscreen.h"
@@ -128,14 +129,11 @@ OpenAnswer answerFailedOpen(int& lockFailures)
         if (++lockFailures <= 2) {
             return OpenAnswer::TryAgain;
         }
-        MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" ) in ") + kProcedure + CR + Err.Description + CR +
-                   QStringLiteral("Unable to start VESK-OR at this time. Please try again..."),
-               vbOKOnly, boxTitle());
+        MsgBox(errorbox::startup(kProcedure), vbOKOnly, boxTitle());
         mainScreen().unload();
         return OpenAnswer::Leave;
     default:
-        MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" ) in ") + kProcedure + CR + Err.Description,
-               vbOKOnly, boxTitle());
+        errorbox::showGeneral(kProcedure, errorbox::Joined, vbOKOnly, boxTitle());
         subCloseDatabase();
         mainScreen().unload();
         return OpenAnswer::Leave;

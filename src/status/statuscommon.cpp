@@ -52,15 +52,9 @@ bool Trap::exited() const
     return m_exited;
 }
 
-QString vbStr(long long number)
-{
-    return number >= 0 ? QStringLiteral(" ") + QString::number(number) : QString::number(number);
-}
-
 QString errorHead(const QString& procedure)
 {
-    return QStringLiteral("Error (") + vbStr(Err.Number) + QStringLiteral(" ) in ") + procedure + QStringLiteral("\r") +
-           Err.Description;
+    return errorbox::general(procedure, errorbox::StrBlank);
 }
 
 dao::Database& database()

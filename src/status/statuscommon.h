@@ -4,6 +4,7 @@
 // same way.
 
 #include "dao/dao.h"
+#include "start/errorboxes.h"
 
 #include <QString>
 #include <functional>
@@ -38,8 +39,9 @@ private:
 };
 
 // VB's Str() of a whole number: a positive number gets a leading blank.
-QString vbStr(long long number);
-// "Error (" & Str(Err.Number) & " ) in " & procedure & CR & Err.Description
+using errorbox::vbStr;
+// "Error (" & Str(Err.Number) & " ) in " & procedure & CR & Err.Description: the
+// general error box's text as the status writers word it.
 QString errorHead(const QString& procedure);
 
 // gdbDatabase, or VB's error 91 when no database object is set.

@@ -6,6 +6,7 @@
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/err.h"
+#include "start/errorboxes.h"
 #include "start/globals.h"
 #include "start/mainscreen.h"
 #include "status/statuscommon.h"
@@ -40,14 +41,7 @@ QString generalText(double value)
 void showLogFailure()
 {
     mainScreen().setBusyPointer(false);
-    const QString cr = QStringLiteral("\r");
-    MsgBox(QStringLiteral("Cannot complete the current operation due to the following error: (") +
-               status::vbStr(Err.Number) + QStringLiteral(" ) ") + cr + Err.Description + cr + cr +
-               QStringLiteral("Possible causes:") + cr +
-               QStringLiteral("Someone was updating their status at the exact moment you selected OK.") + cr +
-               QStringLiteral("Someone has the database open using MS Access.") + cr + cr + QStringLiteral(" ) in ") +
-               kProcedure,
-           vbOKOnly + vbExclamation, kTitle);
+    errorbox::showLog(kProcedure, kTitle);
 }
 
 QString insertSql(const QStringList& values)
