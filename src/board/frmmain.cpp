@@ -76,6 +76,7 @@ frmMain::frmMain()
     buildControls();
     buildToolbar();
     buildStatusBar();
+    initTray();
 
     TimerMain.setInterval(1000);
     connect(&TimerMain, &QTimer::timeout, this, &frmMain::TimerMain_Timer);

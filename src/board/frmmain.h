@@ -120,4 +120,27 @@ public:
     // --- commands, menus, toolbar, rights, layout (helper H2) ---
 
     // --- tray, single instance, status icons (helper H3) ---
+public:
+    // The tray object while it exists (frmmain_tray.cpp).
+    class frmSysTray* m_frmSysTray = nullptr;
+    // MainScreen: the tray icon.
+    bool sysTrayIconExists() const override;
+    void subCreateSysTrayIcon() override;
+    void subUnloadSysTrayIcon() override;
+    void subTaskBarSysTrayActivation() override;
+    void setTrayTip(const QString& tip) override;
+    QString trayTip() const override;
+    // The tray's events.
+    void m_frmSysTray_SysTrayDoubleClick(Qt::MouseButton button);
+    void m_frmSysTray_SysTrayMouseDown(Qt::MouseButton button);
+    void m_frmSysTray_MenuClick(int index, const QString& key);
+    // Load step 7 (frmmain_instance.cpp): true when another copy for this person
+    // runs; it was raised, and this one is leaving.
+    bool fnRaiseOtherCopy();
+
+private:
+    void initTray();
+    void showTrayIconOfStatus();
+    void bringToFront();
+    class SingleInstance* m_singleInstance = nullptr;
 };

@@ -30,7 +30,9 @@ void frmMain::Form_Load()
     }
     subGetCounterValues();
     subLoadToolBarButtons();
-    // Raising another copy's window for the same person (and leaving) comes with the full board.
+    if (fnRaiseOtherCopy()) {
+        return; // another copy runs for this person: it was raised, this one leaves
+    }
 
     subReadUserSettings(gstrDefaultUser);
     subReadGroups();

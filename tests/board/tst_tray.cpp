@@ -1,0 +1,297 @@
+// The tray: frmSysTray's record, frmMain's tray object and its reactions, the
+// pictures, and one board per person (the local socket's two ends).
+#include "board/frmmain.h"
+#include "board/frmsystray.h"
+#include "board/singleinstance.h"
+#include "board/statusicons.h"
+#include "database/moddatabase.h"
+#include "platform/identity.h"
+#include "start/globals.h"
+#include "tempsite.h"
+#include "testgateways.h"
+
+#include <QApplication>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QMenu>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const QString kJo = QStringLiteral("Jo Bloggs");
+
+// Jo's board on a site, loaded and activated as the client does it.
+struct TrayBoard
+{
+    TestGateways gw;
+    TempSite site;
+    QPointer<frmMain> form;
+
+    explicit TrayBoard(int minimizeSetting)
+    {
+        site.person(kJo, QStringLiteral("jo")).person(QStringLiteral("Ann Lee")).status(kJo, QStringLiteral("In"));
+        site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET MinimizeSetting = %1").arg(minimizeSetting));
+        gstrDatabasePath = gstrCurrentDatabasePath = gstrApplicationPath = site.path();
+        gblnDatabaseClosed = true;
+        gstrDefaultUser = kJo;
+        gstrUserID = QStringLiteral("jo");
+        form = static_cast<frmMain*>(frmMain::load());
+        QApplication::setActiveWindow(form); // its Activate
+        QCoreApplication::processEvents();
+    }
+    ~TrayBoard()
+    {
+        delete form.data();
+        TimerCloseDatabase().stop();
+        gdbDatabase.reset();
+    }
+    QString field(const QString& column) const
+    {
+        auto rs = site.openDb()->OpenRecordset(
+            QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = ").arg(column) + dao::quote(kJo));
+        return rs->Fields(0).Text();
+    }
+};
+
+QImage imageOf(const QIcon& icon, int size)
+{
+    return icon.pixmap(size, size).toImage();
+}
+
+} // namespace
+
+class TestTray : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void trayObject_data()
+    {
+        QTest::addColumn<int>("minimizeSetting");
+        QTest::addColumn<bool>("tray");
+        QTest::newRow("task bar only") << 0 << false;
+        QTest::newRow("tray only") << 1 << true;
+        QTest::newRow("both") << 2 << true;
+    }
+
+    // Activate makes the tray object only when MinimizeSetting asks for one: the
+    // eight entries with their keys, the tip, and the picture of the person's status.
+    void trayObject()
+    {
+        QFETCH(int, minimizeSetting);
+        QFETCH(bool, tray);
+        TrayBoard board(minimizeSetting);
+        QCOMPARE(board.form->sysTrayIconExists(), tray);
+        if (!tray) {
+            QCOMPARE(board.form->trayTip(), QString());
+            return;
+        }
+        frmSysTray* sysTray = board.form->m_frmSysTray;
+        QStringList entries;
+        for (int i = 0; i < sysTray->mnuSysTray().size(); ++i) {
+            QAction* entry = sysTray->mnuSysTray()[i];
+            entries << (entry->isSeparator() ? QStringLiteral("-") : entry->text()) + "|" + sysTray->menuKey(i);
+        }
+        QCOMPARE(entries, QStringList({"&Restore VESK-OR|Restore", "Mi&nimize|Minimize", "Ma&ximize|Maximize",
+                                       "&Close|Close", "-|", "Set YOUR Status to IN|In", "Set YOUR Status to OUT|Out",
+                                       "Set YOUR Status to BUSY|Busy"}));
+        QCOMPARE(sysTray->DefaultMenuIndex(), 3); // the last entry flagged default
+        QCOMPARE(sysTray->ToolTip(), QStringLiteral(" VESK-OR Pro  [Jo Bloggs] 'In'"));
+        QCOMPARE(imageOf(sysTray->IconHandle(), 16), imageOf(statusIcon(3), 16));
+    }
+
+    void menuClick_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("status");
+        QTest::addColumn<Qt::WindowStates>("state");
+        QTest::newRow("Out") << "Out"
+                             << "Out" << Qt::WindowStates();
+        QTest::newRow("Busy") << "Busy"
+                              << "Busy" << Qt::WindowStates();
+        QTest::newRow("Minimize") << "Minimize"
+                                  << "In" << Qt::WindowStates(Qt::WindowMinimized);
+        QTest::newRow("Maximize") << "Maximize"
+                                  << "In" << Qt::WindowStates(Qt::WindowMaximized);
+    }
+
+    // The status entries write without asking for rights (the Group button is off);
+    // the tray's tip and picture follow. Minimised where no tray is available, the
+    // board stays on the task bar, even when it is to live in the tray only.
+    void menuClick()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, status);
+        QFETCH(Qt::WindowStates, state);
+        TrayBoard board(1);
+        QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
+        QVERIFY(!board.form->groupButtonEnabled());
+        frmSysTray* sysTray = board.form->m_frmSysTray;
+        const int index =
+            int(QStringList({"Restore", "Minimize", "Maximize", "Close", "", "In", "Out", "Busy"}).indexOf(key));
+        emit sysTray->MenuClick(index, key);
+        QCoreApplication::processEvents();
+
+        QCOMPARE(board.field(QStringLiteral("Status")), status);
+        QCOMPARE(sysTray->ToolTip(), QStringLiteral(" VESK-OR Pro  [Jo Bloggs] '%1'").arg(status));
+        QCOMPARE(imageOf(sysTray->IconHandle(), 16), imageOf(statusIcon(gintOwnStatusCode), 16));
+        QCOMPARE(board.form->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), state);
+        QVERIFY(board.form->isVisible());
+
+        // Back from the tray: Restore and the double click both give the normal window.
+        emit sysTray->MenuClick(0, QStringLiteral("Restore"));
+        QCOMPARE(board.form->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
+        board.form->showMinimized();
+        emit sysTray->SysTrayDoubleClick(Qt::LeftButton);
+        QVERIFY(!board.form->isMinimized());
+    }
+
+    // The right button pops the menu up; unloading takes the icon down, after
+    // which the tip goes nowhere.
+    void rightButtonUnloadAndClose()
+    {
+        TrayBoard board(2);
+        QPointer<frmSysTray> sysTray = board.form->m_frmSysTray;
+        emit sysTray->SysTrayMouseDown(Qt::LeftButton);
+        QVERIFY(!sysTray->mnuPopup()->isVisible());
+        emit sysTray->SysTrayMouseDown(Qt::RightButton);
+        QVERIFY(sysTray->mnuPopup()->isVisible());
+        sysTray->mnuPopup()->hide();
+
+        board.form->subUnloadSysTrayIcon();
+        QVERIFY(sysTray.isNull());
+        QVERIFY(!board.form->sysTrayIconExists());
+        board.form->setTrayTip(QStringLiteral("x"));
+        QCOMPARE(board.form->trayTip(), QString());
+    }
+
+    void sysTrayRecord_data()
+    {
+        QTest::addColumn<int>("osMajor");
+        QTest::addColumn<int>("tipLength");
+        QTest::addColumn<bool>("balloon");
+        QTest::newRow("new layout") << 10 << 128 << true;
+        QTest::newRow("old layout") << 4 << 64 << false;
+    }
+
+    // The layout decides the tip's length and whether balloons exist; the default
+    // entry is the bold one and moves with a removed entry.
+    void sysTrayRecord()
+    {
+        QFETCH(int, osMajor);
+        QFETCH(int, tipLength);
+        QFETCH(bool, balloon);
+        TestGateways gw;
+        gw.identity().osMajor = osMajor;
+        frmSysTray sysTray;
+        sysTray.setToolTip(QString(300, u'x'));
+        QCOMPARE(sysTray.ToolTip().size(), tipLength);
+
+        QSignalSpy shown(&sysTray, &frmSysTray::BalloonShow);
+        QSignalSpy timedOut(&sysTray, &frmSysTray::BalloonTimeOut);
+        sysTray.ShowBalloonTip(QStringLiteral("Ann is In"), QStringLiteral("Status"), 1, 10);
+        QCOMPARE(shown.size(), balloon ? 1 : 0);
+        QTRY_COMPARE(timedOut.size(), balloon ? 1 : 0);
+
+        sysTray.AddMenuItem(QStringLiteral("A"), QStringLiteral("a"));
+        sysTray.AddMenuItem(QStringLiteral("B"), QStringLiteral("b"), true);
+        sysTray.AddMenuItem(QStringLiteral("C"), QStringLiteral("c"));
+        QVERIFY(sysTray.mnuSysTray()[1]->font().bold());
+        sysTray.RemoveMenuItem(0);
+        QCOMPARE(sysTray.DefaultMenuIndex(), 0);
+        QCOMPARE(sysTray.menuKey(0), QStringLiteral("b"));
+        QVERIFY(sysTray.mnuSysTray()[0]->font().bold());
+        sysTray.RemoveMenuItem(0);
+        QCOMPARE(sysTray.DefaultMenuIndex(), -1);
+        QSignalSpy clicked(&sysTray, &frmSysTray::MenuClick);
+        sysTray.mnuSysTray()[0]->trigger();
+        QCOMPARE(clicked.value(0), QVariantList({0, QStringLiteral("c")}));
+    }
+
+    // Every status family and each toolbar picture is drawn at both sizes, and no
+    // two of them look alike.
+    void pictures()
+    {
+        QList<QImage> seen;
+        const auto add = [&](const QIcon& icon, QList<int> sizes = {16, 32}) {
+            QVERIFY(!icon.isNull());
+            for (int size : sizes) {
+                const QImage image = imageOf(icon, size);
+                QCOMPARE(image.size(), QSize(size, size));
+                QVERIFY(!seen.contains(image));
+                seen << image;
+            }
+        };
+        for (long long code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}) {
+            add(statusIcon(code));
+        }
+        for (int position = 1; position <= 14; ++position) {
+            add(toolbarIcon(position, true));
+        }
+        add(headerIcon(QStringLiteral("ArrowUp")), {16});
+        add(headerIcon(QStringLiteral("ArrowDown")), {16});
+        QCOMPARE(headerIcon(QStringLiteral("ArrowClear")).availableSizes(), QList<QSize>({QSize(16, 16)}));
+        QVERIFY(toolbarIcon(15, true).isNull());
+    }
+
+    // The first copy for a person listens and comes to the front when asked; a
+    // later copy for the same person asks and leaves; another person goes on.
+    void oneBoardPerPerson()
+    {
+        const QString site = QStringLiteral("/srv/veskor/");
+        SingleInstance first(QStringLiteral("jo"), site, kJo);
+        QVERIFY(first.claim());
+        QVERIFY(first.isListening());
+        QSignalSpy raised(&first, &SingleInstance::raiseRequested);
+        QLocalSocket later;
+        later.connectToServer(SingleInstance::serverName(QStringLiteral("jo"), site, kJo));
+        QVERIFY(later.waitForConnected(1000));
+        later.write("raise\n");
+        QTRY_COMPARE(raised.size(), 1);
+
+        // A first copy in another process, as the later copy sees it.
+        QLocalServer other;
+        QVERIFY(other.listen(SingleInstance::serverName(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"))));
+        SingleInstance second(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"));
+        QVERIFY(!second.claim());
+        QVERIFY(other.waitForNewConnection(1000));
+        QLocalSocket* asked = other.nextPendingConnection();
+        QVERIFY(asked->bytesAvailable() > 0 || asked->waitForReadyRead(1000));
+        QCOMPARE(asked->readAll(), QByteArray("raise\n"));
+
+        SingleInstance another(QStringLiteral("jo"), site, QStringLiteral("Bob Ray"));
+        QVERIFY(another.claim());
+        QVERIFY(another.isListening());
+    }
+
+    void serverNames_data()
+    {
+        QTest::addColumn<QString>("a");
+        QTest::addColumn<QString>("b");
+        QTest::newRow("blank and underscore") << "Ann Lee"
+                                              << "Ann_Lee";
+        QTest::newRow("case") << "ann lee"
+                              << "Ann Lee";
+        QTest::newRow("long names alike at the start") << QString(60, u'A') + "1" << QString(60, u'A') + "2";
+        QTest::newRow("slashes and accents") << "R/D Zoë"
+                                             << "R_D Zoe";
+    }
+
+    // Names that differ get sockets that differ, each safe for a socket's name.
+    void serverNames()
+    {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        const QString site = QStringLiteral("/srv/veskor/");
+        const QString nameA = SingleInstance::serverName(QStringLiteral("jo"), site, a);
+        QVERIFY(nameA != SingleInstance::serverName(QStringLiteral("jo"), site, b));
+        QVERIFY(nameA != SingleInstance::serverName(QStringLiteral("jo"), QStringLiteral("/srv/other/"), a));
+        QVERIFY(nameA.size() < 80);
+        QVERIFY(QRegularExpression(QStringLiteral("^[A-Za-z0-9._-]+$")).match(nameA).hasMatch());
+    }
+};
+
+QTEST_MAIN(TestTray)
+#include "tst_tray.moc"
