@@ -8,6 +8,7 @@
 #include "platform/gui/guigateways.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
+#include "start/endsignals.h"
 #include "start/err.h"
 #include "start/frmwelcome.h"
 #include "start/globals.h"
@@ -46,6 +47,18 @@ public:
     }
 };
 
+// An end from outside (a signal, the desktop session) takes the board's ordinary
+// end, so the person is logged out of the board; before the board is up there is
+// nobody to log out.
+void endFromOutside(EndSignals::Reason reason)
+{
+    auto* board = mainScreenLoaded() ? dynamic_cast<frmMain*>(&mainScreen()) : nullptr;
+    if (!board) {
+        platform::End(0);
+    }
+    board->requestUnload(reason == EndSignals::Terminated ? vbAppTaskManager : vbAppWindows);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -61,6 +74,16 @@ int main(int argc, char* argv[])
 
     gstrGivenCommandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
     setMainScreenFactory(&frmMain::load);
+
+    EndSignals ends;
+    ends.watchSession(app);
+    QObject::connect(&ends, &EndSignals::endRequested, &app, &endFromOutside);
+    // The session manager may also just quit the program: that too is an end from outside.
+    QObject::connect(&app, &QCoreApplication::aboutToQuit, &app, [] {
+        if (mainScreenLoaded()) {
+            endFromOutside(EndSignals::SessionEnding);
+        }
+    });
 
     auto* welcome = new frmWelcome;
     welcome->show();
