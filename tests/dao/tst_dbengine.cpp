@@ -1,6 +1,6 @@
 // DBEngine: opening and creating files, each open failure as the Jet number the
 // logic switches on, produced by the real condition; the maintenance lock; a
-// file busy in another process; a closed database.
+// file busy in another process; a closed or read-only database.
 #include "daotest.h"
 
 #include <QDir>
@@ -19,13 +19,9 @@ private slots:
     void init();
     void openFailures_data();
     void openFailures();
-    void damagedContentFailsAtOpen();
     void noPermission();
-    void missingFileIsNeverCreated();
-    void openPutsJournalBackToDelete();
     void createDatabase();
-    void exclusiveOpenInThisProcess();
-    void exclusiveOpenInAnotherProcess();
+    void exclusiveOpen();
     void busyFileAtOpen();
     void closedDatabaseIsInvalid();
     void readOnlyOpen();
@@ -69,27 +65,20 @@ void TestDBEngine::openFailures_data()
     QTest::addColumn<QString>("setup");
     QTest::addColumn<QString>("file");
     QTest::addColumn<int>("number");
-
-    QTest::newRow("empty name") << ""
-                                << "" << int(errInvalidFileName);
-    QTest::newRow("a directory") << "dir"
-                                 << "sub" << int(errInvalidFileName);
-    QTest::newRow("missing folder") << ""
-                                    << "nowhere/veskor.mdb" << int(errInvalidPath);
-    QTest::newRow("folder is a file") << "plain"
-                                      << "plain.txt/veskor.mdb" << int(errInvalidPath);
-    QTest::newRow("missing file") << ""
-                                  << "veskor.mdb" << int(errFileNotFound);
-    QTest::newRow("random bytes") << "random"
-                                  << "veskor.mdb" << int(errUnrecognizedFormat);
-    QTest::newRow("empty file") << "empty"
-                                << "veskor.mdb" << int(errUnrecognizedFormat);
-    QTest::newRow("legacy Jet file") << "jet"
-                                     << "veskor.mdb" << int(errUnrecognizedFormat);
-    QTest::newRow("legacy ACE file") << "ace"
-                                     << "veskor.mdb" << int(errUnrecognizedFormat);
-    QTest::newRow("truncated file") << "truncated"
-                                    << "veskor.mdb" << int(errCorrupt);
+    const auto row = [](const char* name, const char* setup, const char* file, int number) {
+        QTest::newRow(name) << setup << file << number;
+    };
+    row("empty name", "", "", errInvalidFileName);
+    row("a directory", "dir", "sub", errInvalidFileName);
+    row("missing folder", "", "nowhere/veskor.mdb", errInvalidPath);
+    row("folder is a file", "plain", "plain.txt/veskor.mdb", errInvalidPath);
+    row("missing file", "", "veskor.mdb", errFileNotFound);
+    row("random bytes", "random", "veskor.mdb", errUnrecognizedFormat);
+    row("empty file", "empty", "veskor.mdb", errUnrecognizedFormat);
+    row("legacy Jet file", "jet", "veskor.mdb", errUnrecognizedFormat);
+    row("legacy ACE file", "ace", "veskor.mdb", errUnrecognizedFormat);
+    row("truncated file", "truncated", "veskor.mdb", errCorrupt);
+    row("good header, damaged pages", "damaged", "veskor.mdb", errCorrupt);
 }
 
 void TestDBEngine::openFailures()
@@ -109,15 +98,18 @@ void TestDBEngine::openFailures()
         writeFile(target, bytes);
     } else if (setup == "empty") {
         writeFile(target, QByteArray());
-    } else if (setup == "jet") {
-        writeFile(target, legacyHeader("Standard Jet DB"));
-    } else if (setup == "ace") {
-        writeFile(target, legacyHeader("Standard ACE DB"));
-    } else if (setup == "truncated") {
+    } else if (setup == "jet" || setup == "ace") {
+        writeFile(target, legacyHeader(setup == "jet" ? "Standard Jet DB" : "Standard ACE DB"));
+    } else if (setup == "truncated" || setup == "damaged") {
         daotest::makePeople(target);
         daotest::sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));");
         QFile f(target);
-        QVERIFY(f.resize(f.size() / 2));
+        if (setup == "truncated") {
+            QVERIFY(f.resize(f.size() / 2));
+        } else {
+            QVERIFY(f.open(QIODevice::ReadWrite) && f.seek(100));
+            f.write(QByteArray(3000, '\xA5'));
+        }
     }
     QString description;
     try {
@@ -129,19 +121,8 @@ void TestDBEngine::openFailures()
     QVERIFY2(!description.isEmpty(), "the open did not fail");
     if (setup == "jet" || setup == "ace")
         QVERIFY(description.contains("Access"));
-}
-
-// A good header over damaged pages: the open's one read finds it.
-void TestDBEngine::damagedContentFailsAtOpen()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
-    QFile f(file);
-    QVERIFY(f.open(QIODevice::ReadWrite));
-    f.seek(100);
-    f.write(QByteArray(3000, '\xA5'));
-    f.close();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errCorrupt));
+    if (number == errFileNotFound)
+        QVERIFY(!QFile::exists(target)); // a missing file is never created
 }
 
 void TestDBEngine::noPermission()
@@ -157,68 +138,46 @@ void TestDBEngine::noPermission()
     QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), int(errNoPermission));
 }
 
-void TestDBEngine::missingFileIsNeverCreated()
+// A new file has a real header at once; an open puts a WAL journal back to
+// "delete", which works on a network share.
+void TestDBEngine::createDatabase()
 {
-    const QString file = path("veskor.mdb");
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errFileNotFound));
-    QVERIFY(!QFile::exists(file));
-}
+    const QString file = path("new.mdb");
+    DBEngine::CreateDatabase(file)->Close();
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Execute("CREATE TABLE T (A LONG)"); }), 0);
+    QCOMPARE(DBEngine::OpenDatabase(file)->TableNames(), QStringList{"T"});
+    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
+    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
 
-void TestDBEngine::openPutsJournalBackToDelete()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
     daotest::sqliteExec(file, "PRAGMA journal_mode=WAL");
-    QCOMPARE(daotest::sqliteValue(file, "PRAGMA journal_mode"), QString("wal"));
     DBEngine::OpenDatabase(file)->Close();
     QCOMPARE(daotest::sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
 }
 
-void TestDBEngine::createDatabase()
-{
-    const QString file = path("new.mdb");
-    auto db = DBEngine::CreateDatabase(file);
-    db->Execute("CREATE TABLE T (A LONG)");
-    db->Close();
-    QVERIFY(QFile(file).size() >= 4096);
-    QCOMPARE(DBEngine::OpenDatabase(file)->TableNames(), QStringList{"T"});
-    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
-    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
-    // A new file has a real header at once, so it opens even before any table exists.
-    DBEngine::CreateDatabase(path("blank.mdb"))->Close();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(path("blank.mdb")); }), 0);
-}
-
-void TestDBEngine::exclusiveOpenInThisProcess()
+// The maintenance open shuts out every other open with 3045, at once (without
+// the busy wait), in this process and in another; a holder that dies lets go.
+void TestDBEngine::exclusiveOpen()
 {
     const QString file = path("veskor.mdb");
     daotest::makePeople(file);
+    DBEngine::OpenDatabase(file)->Close();
+    QVERIFY(!QFile::exists(path("veskor.ldb"))); // a shared open makes no lock file
+
     auto shared = DBEngine::OpenDatabase(file);
     auto admin = DBEngine::OpenDatabase(file, true);
-    QVERIFY(admin->isExclusive());
-    QVERIFY(QFile::exists(path("veskor.ldb")));
+    QVERIFY(admin->isExclusive() && QFile::exists(path("veskor.ldb")));
     QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
     QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, true); }), int(errExclusivelyLocked));
     admin->Execute("UPDATE People SET Num = 99 WHERE ID = 1");
     admin->Close();
     QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
-    // A shared open never makes the lock file.
-    QFile::remove(path("veskor.ldb"));
-    DBEngine::OpenDatabase(file)->Close();
-    QVERIFY(!QFile::exists(path("veskor.ldb")));
-}
 
-void TestDBEngine::exclusiveOpenInAnotherProcess()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
     daotest::Helper helper;
     QCOMPARE(helper.start({"exclusive", file}), QString("locked"));
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
     QVERIFY2(timer.elapsed() < 1000, "3045 comes at once, without the busy wait");
-    // A holder that dies lets go of the lock with its process.
     helper.process.kill();
     helper.process.waitForFinished(5000);
     QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
@@ -246,19 +205,12 @@ void TestDBEngine::closedDatabaseIsInvalid()
     auto db = DBEngine::OpenDatabase(file);
     auto rs = db->OpenRecordset("People");
     db->Close();
-    QVERIFY(!db->isOpen());
-    QVERIFY(!rs->isOpen());
+    QVERIFY(!db->isOpen() && !rs->isOpen());
     QCOMPARE(jetNumber([&] { db->OpenRecordset("People"); }), int(errObjectInvalid));
     QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] { db->TableNames(); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] { rs->MoveNext(); }), int(errObjectInvalid));
     QCOMPARE(jetNumber([&] { rs->Fields("Name").Value(); }), int(errObjectInvalid));
     QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] {
-                 rs->Close();
-                 db->Close();
-             }),
-             0);
+    QCOMPARE(jetNumber([&] { db->Close(); }), 0); // closing twice is harmless
 }
 
 void TestDBEngine::readOnlyOpen()
@@ -270,7 +222,6 @@ void TestDBEngine::readOnlyOpen()
     auto rs = db->OpenRecordset("People");
     QCOMPARE(rs->RecordCount(), 3LL);
     QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
-    QCOMPARE(jetNumber([&] { rs->AddNew(); }), int(errCannotUpdate));
     QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
     QCOMPARE(daotest::sqliteValue(file, "SELECT count(*) FROM People"), QString("3"));
 }
