@@ -10,6 +10,7 @@
 #include <QPixmap>
 #include <QRadialGradient>
 #include <cmath>
+#include <iterator>
 
 namespace icons {
 
@@ -184,12 +185,19 @@ void padlock(QPainter& p)
     p.setBrush(Qt::NoBrush);
 }
 
-// Codes without a drawing of their own still get a hue of their own, spread
-// around the colour wheel by the golden angle so that neighbours differ.
+// Codes without a drawing of their own (a site's own status types) take turns
+// through colours kept away from the families above, so none passes for In or Out.
 QColor otherHue(long long code)
 {
-    const int hue = int((std::llabs(code) * 137) % 360);
-    return QColor::fromHsv(hue, 150, 200);
+    static const QColor kOthers[] = {
+        QColor(0x8d, 0x6e, 0x63), // brown
+        QColor(0x00, 0xac, 0xc1), // cyan
+        QColor(0x5c, 0x6b, 0xc0), // indigo
+        QColor(0x9e, 0x9d, 0x24), // olive
+        QColor(0xf4, 0x51, 0x1e), // deep orange
+        QColor(0x78, 0x90, 0x9c), // blue grey
+    };
+    return kOthers[std::llabs(code) % std::size(kOthers)];
 }
 
 void drawStatus(QPainter& p, long long code)
