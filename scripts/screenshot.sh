@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture).
+# Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+out=${1:-$root/docs/board.png}
+size=${2:-1100x650}
+build=$root/build
+"$root/scripts/build.sh" "$build"
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+site=$scratch/demo-site
+"$build/src/admin/veskor-admin" demo "$site" >/dev/null
+mkdir -p "$(dirname "$out")"
+# The demo's first person, Alice Moreton, looks at her office.
+QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size"
