@@ -16,36 +16,6 @@
 
 namespace {
 
-struct ToolbarButton
-{
-    const char* key;
-    const char* caption;
-    const char* toolTip;
-};
-
-// ToolbarMain in its order: 14 fixed buttons, then the design's three status
-// buttons, which the status types of the database replace when the toolbar is
-// rebuilt.
-const ToolbarButton kToolbarButtons[] = {
-    {"Search", "", "Find item in selected column"},
-    {"Change", "Change", "Change YOUR Status"},
-    {"Group", "Group", "Change status of one or more Group members"},
-    {"Refresh", "Refresh", "Update your screen with 'fresh' data"},
-    {"Servers", "Servers", "Display Remote Servers List"},
-    {"Home", "Home", "Return to Home Server"},
-    {"New Message", "New Msg", "Create new VESK-OR message for selected users"},
-    {"Preview", "Preview", "Preview VESK-OR Messages"},
-    {"eMail", "eMail", "Send eMail"},
-    {"QUIL", "QUIL", "Send QUIL Message"},
-    {"Options", "Options", "Edit your Options"},
-    {"Print", "Print", "Print Phone or Status List"},
-    {"About", "About", "Display version information"},
-    {"Exit", "Exit", "Exit"},
-    {"Out", "Out", "Out"},
-    {"Busy", "Busy", "Busy"},
-    {"In", "In", "In"},
-};
-
 constexpr int kPanelCount = 3;
 
 } // namespace
@@ -76,6 +46,8 @@ frmMain::frmMain()
     buildControls();
     buildToolbar();
     buildStatusBar();
+    initToolbarAndMenus();
+    initLayout();
     initTray();
 
     TimerMain.setInterval(1000);
@@ -126,22 +98,6 @@ void frmMain::buildControls()
     }
 }
 
-void frmMain::buildToolbar()
-{
-    ToolbarMain->setObjectName(QStringLiteral("ToolbarMain"));
-    ToolbarMain->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    for (const ToolbarButton& b : kToolbarButtons) {
-        QAction* button = ToolbarMain->addAction(QString::fromUtf8(b.caption));
-        button->setObjectName(QString::fromUtf8(b.key));
-        button->setData(QString::fromUtf8(b.key));
-        button->setToolTip(QString::fromUtf8(b.toolTip));
-    }
-    toolbarButton(1)->setEnabled(false); // the place of the find box
-    toolbarButton(3)->setEnabled(false); // the right to change others, until it is granted
-    addToolBar(ToolbarMain);
-    connect(ToolbarMain, &QToolBar::actionTriggered, this, &frmMain::toolbarClicked);
-}
-
 void frmMain::buildStatusBar()
 {
     StatusBarMain->setObjectName(QStringLiteral("StatusBarMain"));
@@ -153,35 +109,6 @@ void frmMain::buildStatusBar()
         m_panels.append(label);
     }
     setStatusBar(StatusBarMain);
-}
-
-// Only the status buttons act on this board; the commands come with the full board.
-void frmMain::toolbarClicked(QAction* button)
-{
-    const QString key = button->data().toString();
-    if (key == QLatin1String("Out")) {
-        subCommand_Out();
-    } else if (key == QLatin1String("Busy")) {
-        subCommand_Busy();
-    } else if (key == QLatin1String("In")) {
-        subCommand_In();
-    }
-}
-
-QAction* frmMain::toolbarButton(int position) const
-{
-    const QList<QAction*> buttons = ToolbarMain->actions();
-    return position >= 1 && position <= buttons.size() ? buttons[position - 1] : nullptr;
-}
-
-QAction* frmMain::toolbarButton(const QString& key) const
-{
-    for (QAction* button : ToolbarMain->actions()) {
-        if (button->data().toString() == key) {
-            return button;
-        }
-    }
-    return nullptr;
 }
 
 QLabel* frmMain::panel(int number) const
@@ -241,18 +168,6 @@ bool frmMain::isLoaded() const
     return true;
 }
 
-QRect frmMain::normalGeometry() const
-{
-    return QMainWindow::normalGeometry();
-}
-
-void frmMain::setNormalGeometry(const QRect& geometry)
-{
-    if (windowState() == Qt::WindowNoState) {
-        setGeometry(geometry);
-    }
-}
-
 void frmMain::setPanelText(int number, const QString& text)
 {
     if (QLabel* label = panel(number)) {
@@ -277,11 +192,6 @@ QString frmMain::panelToolTip(int number) const
 {
     QLabel* label = panel(number);
     return label ? label->toolTip() : QString();
-}
-
-bool frmMain::groupButtonEnabled() const
-{
-    return toolbarButton(3)->isEnabled();
 }
 
 void frmMain::changeEvent(QEvent* event)

@@ -12,10 +12,13 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <optional>
 
 class QAction;
 class QLabel;
 class QLineEdit;
+class QMenu;
+class QSplitter;
 class QStatusBar;
 class QTabBar;
 class QToolBar;
@@ -118,6 +121,95 @@ public:
     // --- list and refresh, groups, find, sort, timers, end of run (helper H1) ---
 
     // --- commands, menus, toolbar, rights, layout (helper H2) ---
+public:
+    // The menus, named as the screen knows them (frmmain_commands.cpp).
+    QMenu* mnuFile = nullptr;
+    QAction* mnuNewDesktopIcon = nullptr;
+    QAction* mnuFile_Uninstall = nullptr;
+    QAction* mnuFile_Exit = nullptr;
+    QMenu* mnuCommands = nullptr;
+    QAction* mnuCommand_Find = nullptr;
+    QAction* mnuCommand_Change = nullptr;
+    QAction* mnuCommand_Group = nullptr;
+    QAction* mnuCommand_Out = nullptr;
+    QAction* mnuCommand_Busy = nullptr;
+    QAction* mnuCommand_In = nullptr;
+    QAction* mnuCommand_Refresh = nullptr;
+    QAction* mnuCommand_Servers = nullptr;
+    QAction* mnuCommand_Home = nullptr;
+    QAction* mnuCommand_StatusAlert = nullptr;
+    QAction* mnuCommand_Mail = nullptr;
+    QAction* mnuCommand_QUIL = nullptr;
+    QAction* mnuCommand_DisplayPhoto = nullptr;
+    QAction* mnuCommand_CompanyInfo = nullptr;
+    QAction* mnuCommand_Planner = nullptr;
+    QAction* mnuCommand_Print = nullptr;
+    QAction* mnuCommand_Options = nullptr;
+    QMenu* mnuMessagesMenu = nullptr;
+    QAction* mnuMessagesNew = nullptr;
+    QAction* mnuMessages = nullptr;
+    QMenu* mnuWebActions = nullptr;
+    QMenu* mnuHelp = nullptr;
+    QAction* mnuHelpContents = nullptr;
+    QAction* mnuAbout = nullptr;
+    // The help topic F1 opens: the area the mouse last moved over.
+    int HelpContextID = 2000;
+
+    // The commands; the menus, the toolbar and the keys only call these.
+    void subCommand_Find();
+    void subCommand_Change();
+    void subCommand_Group();
+    void subCommand_Refresh();
+    void subCommand_Servers();
+    void subCommand_Home();
+    void subCommand_NewMessage();
+    void subCommand_Messages();
+    void subCommand_Mail();
+    void subCommand_QUIL();
+    void subCommand_Options();
+    void subCommand_Print();
+    void subCommand_DisplayPhoto();
+    void subCommand_CompanyInfo();
+    void subCommand_StatusAlert();
+    void subCommand_Help();
+    void subCommand_About();
+    void subCommand_Exit();
+    void mnuCommands_Click(); // the Commands menu opens
+    void subShowHelp();       // F1: the help file at HelpContextID
+
+    // ToolbarMain (frmmain_toolbar.cpp).
+    void subLoadToolBarButtons() override;
+    void BindToolBar();
+    void subBindStatusButtons();
+
+    // The rights (frmmain_rights.cpp).
+    void subSetToolBarRights() override;
+
+    // The layout (frmmain_layout.cpp). The splitters' positions are twips, as are
+    // the window's place and size that normalGeometry() gives for the settings row.
+    QSplitter* picVerticalSplitter = nullptr;   // TreeViewMain on its left, the list on its right
+    QSplitter* picSplitterHorizontal = nullptr; // the panes above it, the list below
+    void subResizeControls();
+
+private:
+    void initToolbarAndMenus();
+    void initLayout();
+    void buildMenus();
+    void watchHelpContexts();
+    void setToolbarRight(int position, std::optional<bool> enabled, std::optional<bool> visible);
+    void setServerRights();
+    void setGuestRights();
+    void setMessagingRights();
+    void subWebAction(const QString& page);
+    void navigatorPass();
+    void panePass();
+    void placeSplitters();
+    void splitterMoved();
+
+    QWidget* m_panes = nullptr;        // the strip of the tracking and messages panes
+    QWidget* m_messagesPane = nullptr; // lblPreviewMsgsPane over ListViewMessages
+    QWidget* m_listArea = nullptr;     // TabStripMain over ListViewMain
+    bool m_inResize = false;
 
     // --- tray, single instance, status icons (helper H3) ---
 public:

@@ -1,0 +1,318 @@
+// The board's commands: one subCommand_ procedure each, which the menus, the
+// toolbar and the keys only call; the menus themselves, the keys F1, F5 and
+// Alt+Home, the Web Site entries and the help topic of the area under the mouse.
+#include "board/frmmain.h"
+#include "platform/msgbox.h"
+#include "platform/shell.h"
+#include "start/globals.h"
+#include "status/statuswrite.h"
+
+#include <QEvent>
+#include <QHash>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QTreeWidget>
+
+using namespace platform;
+
+namespace {
+
+// The maker's pages behind the Web Site menu: a setting of the build, here in one place.
+struct WebPage
+{
+    const char* caption;
+    const char* address;
+};
+const WebPage kWebPages[] = {
+    {"VESK-OR &Home Page", "https://www.vesk-or.example/"},
+    {"VESK-OR Pro &Product Page", "https://www.vesk-or.example/pro/"},
+    {"Send Us Your &Feedback", "https://www.vesk-or.example/feedback/"},
+    {"Product &Support", "https://www.vesk-or.example/pro/support/"},
+};
+
+// The help topic of each area of the screen; F1 opens the topic of the area the
+// mouse last moved over. 0 leaves the topic as it was (the list has none of its own).
+class HelpContextWatcher : public QObject
+{
+public:
+    HelpContextWatcher(frmMain* form, QHash<QObject*, int> contexts)
+        : QObject(form), m_form(form), m_contexts(std::move(contexts))
+    {
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Enter || event->type() == QEvent::MouseMove) {
+            if (const int context = m_contexts.value(watched, 2000)) {
+                m_form->HelpContextID = context;
+            }
+        }
+        return false;
+    }
+
+private:
+    frmMain* m_form;
+    QHash<QObject*, int> m_contexts;
+};
+
+} // namespace
+
+void frmMain::initToolbarAndMenus()
+{
+    buildMenus();
+    // There is no sibling message program on this platform to find, so the QUIL
+    // button and its menu entry stay disabled.
+    toolbarButton(QStringLiteral("QUIL"))->setEnabled(false);
+    mnuCommand_QUIL->setEnabled(false);
+
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmMain::subShowHelp);
+    connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this,
+            [this] { subRefreshUserList(QString()); });
+    connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Home), this), &QShortcut::activated, this, [this] {
+        setWindowState(Qt::WindowNoState);
+        move(screen()->availableGeometry().topLeft());
+    });
+}
+
+void frmMain::buildMenus()
+{
+    const auto entry = [this](QMenu* menu, QAction*& action, const char* name, const QString& caption,
+                              void (frmMain::*command)()) {
+        action = menu->addAction(caption);
+        action->setObjectName(QString::fromLatin1(name));
+        if (command) {
+            connect(action, &QAction::triggered, this, command);
+        }
+    };
+    const auto engineEntry = [this](QMenu* menu, QAction*& action, const char* name, const QString& caption,
+                                    void (*command)()) {
+        action = menu->addAction(caption);
+        action->setObjectName(QString::fromLatin1(name));
+        connect(action, &QAction::triggered, this, command);
+    };
+
+    mnuFile = menuBar()->addMenu(QStringLiteral("&File"));
+    // A desktop icon for the selected people and the uninstall come with the shortcuts.
+    entry(mnuFile, mnuNewDesktopIcon, "mnuNewDesktopIcon", QStringLiteral("&New Icon for Selected User(s)..."),
+          nullptr);
+    entry(mnuFile, mnuFile_Uninstall, "mnuFile_Uninstall", QStringLiteral("&Uninstall"), nullptr);
+    mnuFile->addSeparator();
+    entry(mnuFile, mnuFile_Exit, "mnuFile_Exit", QStringLiteral("E&xit"), &frmMain::subCommand_Exit);
+
+    mnuCommands = menuBar()->addMenu(QStringLiteral("&Commands"));
+    mnuCommands->setObjectName(QStringLiteral("mnuCommands"));
+    connect(mnuCommands, &QMenu::aboutToShow, this, &frmMain::mnuCommands_Click);
+    entry(mnuCommands, mnuCommand_Find, "mnuCommand_Find", QStringLiteral("&Find Item in Selected column"),
+          &frmMain::subCommand_Find);
+    mnuCommands->addSeparator();
+    entry(mnuCommands, mnuCommand_Change, "mnuCommand_Change", QStringLiteral("&Change YOUR Status..."),
+          &frmMain::subCommand_Change);
+    entry(mnuCommands, mnuCommand_Group, "mnuCommand_Group", QStringLiteral("&Group Change..."),
+          &frmMain::subCommand_Group);
+    engineEntry(mnuCommands, mnuCommand_Out, "mnuCommand_Out", QStringLiteral("Change Status to OUT"), &subCommand_Out);
+    engineEntry(mnuCommands, mnuCommand_Busy, "mnuCommand_Busy", QStringLiteral("Change Status to BUSY"),
+                &subCommand_Busy);
+    engineEntry(mnuCommands, mnuCommand_In, "mnuCommand_In", QStringLiteral("Change Status to IN"), &subCommand_In);
+    mnuCommands->addSeparator();
+    entry(mnuCommands, mnuCommand_Refresh, "mnuCommand_Refresh", QStringLiteral("&Refresh List"),
+          &frmMain::subCommand_Refresh);
+    entry(mnuCommands, mnuCommand_Servers, "mnuCommand_Servers", QStringLiteral("&Servers..."),
+          &frmMain::subCommand_Servers);
+    entry(mnuCommands, mnuCommand_Home, "mnuCommand_Home", QStringLiteral("&Home"), &frmMain::subCommand_Home);
+    mnuCommands->addSeparator();
+    entry(mnuCommands, mnuCommand_StatusAlert, "mnuCommand_StatusAlert", QStringLiteral("S&tatus Alert"),
+          &frmMain::subCommand_StatusAlert);
+    entry(mnuCommands, mnuCommand_Mail, "mnuCommand_Mail", QStringLiteral("Send &Mail"), &frmMain::subCommand_Mail);
+    entry(mnuCommands, mnuCommand_QUIL, "mnuCommand_QUIL", QStringLiteral("Send &QUIL Msg"), &frmMain::subCommand_QUIL);
+    mnuCommands->addSeparator();
+    entry(mnuCommands, mnuCommand_DisplayPhoto, "mnuCommand_DisplayPhoto", QStringLiteral("&Display Photo..."),
+          &frmMain::subCommand_DisplayPhoto);
+    entry(mnuCommands, mnuCommand_CompanyInfo, "mnuCommand_CompanyInfo", QStringLiteral("&Company Info..."),
+          &frmMain::subCommand_CompanyInfo);
+    // The planner entry stands in the menu with no command behind it.
+    entry(mnuCommands, mnuCommand_Planner, "mnuCommand_Planner", QStringLiteral("P&lanner..."), nullptr);
+    mnuCommands->addSeparator();
+    entry(mnuCommands, mnuCommand_Print, "mnuCommand_Print", QStringLiteral("&Print..."), &frmMain::subCommand_Print);
+    entry(mnuCommands, mnuCommand_Options, "mnuCommand_Options", QStringLiteral("&Options..."),
+          &frmMain::subCommand_Options);
+
+    mnuMessagesMenu = menuBar()->addMenu(QStringLiteral("&Messages"));
+    entry(mnuMessagesMenu, mnuMessagesNew, "mnuMessagesNew", QStringLiteral("&New Message..."),
+          &frmMain::subCommand_NewMessage);
+    entry(mnuMessagesMenu, mnuMessages, "mnuMessages", QStringLiteral("Pre&view Messages..."),
+          &frmMain::subCommand_Messages);
+
+    mnuWebActions = menuBar()->addMenu(QStringLiteral("&Web Site"));
+    mnuWebActions->setObjectName(QStringLiteral("mnuWebActions"));
+    for (const WebPage& page : kWebPages) {
+        const QString address = QString::fromLatin1(page.address);
+        connect(mnuWebActions->addAction(QString::fromUtf8(page.caption)), &QAction::triggered, this,
+                [this, address] { subWebAction(address); });
+    }
+
+    mnuHelp = menuBar()->addMenu(QStringLiteral("&Help"));
+    entry(mnuHelp, mnuHelpContents, "mnuHelpContents", QStringLiteral("&Contents"), &frmMain::subCommand_Help);
+    mnuHelp->addSeparator();
+    entry(mnuHelp, mnuAbout, "mnuAbout", QStringLiteral("&About VESK-OR..."), &frmMain::subCommand_About);
+}
+
+// Each area's help topic, by the area the mouse moves over. The containers
+// follow the mouse so that their bare surface counts as the screen itself.
+void frmMain::watchHelpContexts()
+{
+    const QHash<QObject*, int> contexts = {
+        {lblWhosTrackingMe, 2050}, {lstWhosTrackingMe, 2050}, {TreeViewMain, 2150},      {lblPreviewMsgsPane, 2250},
+        {ListViewMessages, 2250},  {lblWhoAmITracking, 2300}, {lstWhoAmITracking, 2300}, {StatusBarMain, 2350},
+        {ToolbarMain, 2450},       {txtFind, 2450},           {ListViewMain, 0},
+    };
+    auto* watcher = new HelpContextWatcher(this, contexts);
+    for (QObject* area : contexts.keys()) {
+        area->installEventFilter(watcher);
+    }
+    for (QWidget* surface : {centralWidget(), m_panes, picTrackingContainer, m_messagesPane, m_listArea}) {
+        surface->setMouseTracking(true);
+        surface->installEventFilter(watcher);
+    }
+    for (QLabel* label : {lblWhoAmITracking, lblWhosTrackingMe, lblPreviewMsgsPane}) {
+        label->setMouseTracking(true);
+    }
+}
+
+void frmMain::subShowHelp()
+{
+    shell().showHelp(gstrHelpFile, HelpContextID);
+}
+
+// The status-alert entry is for a selected row only.
+void frmMain::mnuCommands_Click()
+{
+    mnuCommand_StatusAlert->setEnabled(false);
+    for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
+        if (ListViewMain->topLevelItem(i)->isSelected()) {
+            mnuCommand_StatusAlert->setEnabled(true);
+            break;
+        }
+    }
+}
+
+void frmMain::subWebAction(const QString& page)
+{
+    if (!shell().openUrl(page)) {
+        MsgBox(QStringLiteral("Browser Error - Press OK to continue."));
+    }
+}
+
+void frmMain::subCommand_Find()
+{
+    txtFind->setFocus();
+}
+
+// The Change YOUR Status screen comes with the status screens: the tray icon
+// taken down, then that screen shown modally.
+void frmMain::subCommand_Change()
+{
+}
+
+// With nobody selected there is no one to change. The Group Change screen comes
+// with the status screens: the tray icon taken down, then that screen shown modally.
+void frmMain::subCommand_Group()
+{
+    if (ListViewMain->selectedItems().isEmpty()) {
+        MsgBox(QStringLiteral("Please select one or more users before pressing the Group Change button."));
+    }
+}
+
+// A manual refresh leaves the countdown to the next automatic one alone.
+void frmMain::subCommand_Refresh()
+{
+    subRefreshUserList(QString());
+    subSetToolBarRights();
+}
+
+// The list of remote servers comes with the remote server connection.
+void frmMain::subCommand_Servers()
+{
+}
+
+// Back to the home server: the last seen Counter forgotten so that the board is
+// rebuilt. The switch of database itself (subConnectHome) comes with the remote
+// server connection.
+void frmMain::subCommand_Home()
+{
+    glngLastStatusCounter = 0;
+    subSetToolBarRights();
+    subResizeControls();
+    subRefreshUserList(QString());
+}
+
+// Composing a message comes with messaging.
+void frmMain::subCommand_NewMessage()
+{
+}
+
+// The Preview Messages screen comes with messaging.
+void frmMain::subCommand_Messages()
+{
+}
+
+// Mail to the selected people comes with the mail link.
+void frmMain::subCommand_Mail()
+{
+}
+
+// Disabled for good: there is no sibling message program on this platform.
+void frmMain::subCommand_QUIL()
+{
+}
+
+// The Options screen comes with its own issue: the tray icon taken down, the
+// screen shown modally, then the tray set up again and the board refreshed.
+void frmMain::subCommand_Options()
+{
+}
+
+// The print screen comes with the reports; the board is refreshed after it.
+void frmMain::subCommand_Print()
+{
+}
+
+// The photo viewer comes with the side screens; the board is refreshed after it.
+void frmMain::subCommand_DisplayPhoto()
+{
+}
+
+// The company information comes with the side screens; the board is refreshed after it.
+void frmMain::subCommand_CompanyInfo()
+{
+}
+
+// Following a person's status comes with the status alerts.
+void frmMain::subCommand_StatusAlert()
+{
+}
+
+// The help file's contents: topic 3, as if F1 were pressed on this screen.
+void frmMain::subCommand_Help()
+{
+    HelpContextID = 3;
+    subShowHelp();
+}
+
+// The About screen comes with the side screens; the board is refreshed after it.
+void frmMain::subCommand_About()
+{
+}
+
+// The window in its normal state first, so that its place and size are saved
+// as such; then the ordinary end of the run.
+void frmMain::subCommand_Exit()
+{
+    setWindowState(Qt::WindowNoState);
+    requestUnload(vbFormCode);
+}

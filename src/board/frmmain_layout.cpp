@@ -1,0 +1,275 @@
+// frmMain's layout: the logo across the top, the strip of side panes (tracking
+// and new messages) over the list, and the groups as a tree left of the list or
+// as tabs above it. Which areas exist depends on the person's DisplayTreeView
+// and on the system's AllowStatusAlerts and AllowMessaging, so every resize lays
+// the screen out again. The two splitters are what a person moves; their
+// positions are twips in the run-wide values, kept within limits that each
+// layout pass works out from the window's size, and saved at the end of the run.
+#include "board/frmmain.h"
+#include "platform/mounts.h"
+#include "start/err.h"
+#include "start/globals.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSplitter>
+#include <QTabBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kGap = 60 / kTwipsPerPixel;       // between neighbouring areas
+constexpr int kListInset = 50 / kTwipsPerPixel; // the list ends this short of what is next to it
+constexpr int kLogoMaxHeight = 64;
+// The smallest each area may become by a splitter's drag; the splitters' limits follow.
+constexpr int kTreeMinWidth = 80;
+constexpr int kListMinWidth = 200;
+constexpr int kPanesMinHeight = 60;
+constexpr int kListMinHeight = 100;
+
+long long twips(int pixels)
+{
+    return static_cast<long long>(pixels) * kTwipsPerPixel;
+}
+
+int pixels(long long twips)
+{
+    return static_cast<int>(twips / kTwipsPerPixel);
+}
+
+// A splitter's position held between its limits; when the window is too small
+// for both, the maximum wins, and the position stays there when the window grows.
+long long heldBetween(long long position, long long minimum, long long maximum)
+{
+    return std::min(std::max(position, minimum), maximum);
+}
+
+// Lays the screen out when its client area is shown or changes size, and shows About when
+// the logo is clicked.
+class LayoutWatcher : public QObject
+{
+public:
+    explicit LayoutWatcher(frmMain* form) : QObject(form), m_form(form)
+    {
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool sized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
+        if (sized && watched == m_form->centralWidget()) {
+            m_form->subResizeControls();
+        } else if (event->type() == QEvent::MouseButtonRelease && watched == m_form->imgPlannerBanner) {
+            m_form->subCommand_About();
+        }
+        return false;
+    }
+
+private:
+    frmMain* m_form;
+};
+
+QWidget* column(QWidget* parent, std::initializer_list<QWidget*> widgets, int margin)
+{
+    auto* area = new QWidget(parent);
+    auto* layout = new QVBoxLayout(area);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(2);
+    for (QWidget* widget : widgets) {
+        layout->addWidget(widget);
+    }
+    return area;
+}
+
+QSplitter* splitter(Qt::Orientation orientation, const char* name)
+{
+    auto* bar = new QSplitter(orientation);
+    bar->setObjectName(QString::fromLatin1(name));
+    bar->setChildrenCollapsible(false);
+    bar->setHandleWidth(kGap);
+    // The bar moves alone during the drag; the areas follow when it is let go.
+    bar->setOpaqueResize(false);
+    return bar;
+}
+
+} // namespace
+
+void frmMain::initLayout()
+{
+    lblWhoAmITracking->setText(QStringLiteral("Who am I tracking"));
+    lblWhosTrackingMe->setText(QStringLiteral("Who's tracking me"));
+    lblPreviewMsgsPane->setText(QStringLiteral("New messages"));
+
+    // The tracking pane: each list under its label, side by side.
+    auto* tracking = new QHBoxLayout(picTrackingContainer);
+    tracking->setContentsMargins(0, 0, 0, 0);
+    tracking->setSpacing(kGap);
+    tracking->addWidget(column(picTrackingContainer, {lblWhoAmITracking, lstWhoAmITracking}, 0));
+    tracking->addWidget(column(picTrackingContainer, {lblWhosTrackingMe, lstWhosTrackingMe}, 0));
+    m_panes = new QWidget;
+    m_panes->setObjectName(QStringLiteral("picPanes"));
+    m_messagesPane = column(m_panes, {lblPreviewMsgsPane, ListViewMessages}, 0);
+    auto* panes = new QHBoxLayout(m_panes);
+    panes->setContentsMargins(0, 0, 0, 0);
+    panes->setSpacing(kGap);
+    panes->addWidget(picTrackingContainer, 2);
+    panes->addWidget(m_messagesPane, 1);
+    m_panes->setMinimumHeight(kPanesMinHeight);
+
+    takeCentralWidget(); // ListViewMain, which goes into its area below
+    m_listArea = column(nullptr, {TabStripMain, ListViewMain}, 0);
+    m_listArea->layout()->setContentsMargins(0, 0, kListInset, kListInset);
+    m_listArea->setMinimumSize(kListMinWidth, kListMinHeight);
+    TreeViewMain->setMinimumWidth(kTreeMinWidth);
+    picVerticalSplitter = splitter(Qt::Horizontal, "picVerticalSplitter");
+    picVerticalSplitter->addWidget(TreeViewMain);
+    picVerticalSplitter->addWidget(m_listArea);
+    picVerticalSplitter->setStretchFactor(1, 1);
+    picSplitterHorizontal = splitter(Qt::Vertical, "picSplitterHorizontal");
+    picSplitterHorizontal->addWidget(m_panes);
+    picSplitterHorizontal->addWidget(picVerticalSplitter);
+    picSplitterHorizontal->setStretchFactor(1, 1);
+
+    // "LOGO.GIF" beside the program, when there is one, across the top.
+    const QString logoFile = platform::nativePathOf(gstrApplicationPath + QStringLiteral("LOGO.GIF"));
+    const QPixmap logo = QFile::exists(logoFile) ? QPixmap(logoFile) : QPixmap();
+    if (!logo.isNull()) {
+        imgPlannerBanner->setPixmap(
+            logo.height() > kLogoMaxHeight ? logo.scaledToHeight(kLogoMaxHeight, Qt::SmoothTransformation) : logo);
+        imgPlannerBanner->setCursor(Qt::PointingHandCursor);
+    }
+
+    QWidget* client = column(this, {imgPlannerBanner, picSplitterHorizontal}, kGap);
+    client->setObjectName(QStringLiteral("frmMainClient"));
+    setCentralWidget(client);
+    connect(picVerticalSplitter, &QSplitter::splitterMoved, this, &frmMain::splitterMoved);
+    connect(picSplitterHorizontal, &QSplitter::splitterMoved, this, &frmMain::splitterMoved);
+    auto* watcher = new LayoutWatcher(this);
+    client->installEventFilter(watcher);
+    imgPlannerBanner->installEventFilter(watcher);
+    watchHelpContexts();
+}
+
+// Lays the whole screen out: the navigator pass, then the pane pass, then the
+// splitters at their positions. Nothing happens while minimized, and a step
+// that fails is passed over.
+void frmMain::subResizeControls()
+{
+    if (isMinimized() || m_inResize) {
+        return;
+    }
+    m_inResize = true;
+    ResumeNext([this] { navigatorPass(); });
+    ResumeNext([this] { panePass(); });
+    ResumeNext([this] { placeSplitters(); });
+    m_inResize = false;
+}
+
+// The groups as a tree left of the list, or as tabs above it; the side panes
+// are hidden for the pass, and the pane pass shows what the settings allow.
+void frmMain::navigatorPass()
+{
+    picTrackingContainer->hide();
+    imgPlannerBanner->setVisible(imgPlannerBanner->pixmap().isNull() == false);
+    const bool tree = gvarDisplayTreeView != 0;
+    TreeViewMain->setVisible(tree);
+    TabStripMain->setVisible(!tree);
+}
+
+// The side panes by AllowStatusAlerts and AllowMessaging; a feature that is off
+// takes its commands away with its pane.
+void frmMain::panePass()
+{
+    const bool alerts = gblnAllowStatusAlerts;
+    const bool messaging = gblnAllowMessaging;
+    const QList<QWidget*> trackingPane = {picTrackingContainer, lblWhoAmITracking, lstWhoAmITracking, lblWhosTrackingMe,
+                                          lstWhosTrackingMe};
+    for (QWidget* part : trackingPane) {
+        part->setVisible(alerts);
+    }
+    const QList<QWidget*> messagesPane = {m_messagesPane, lblPreviewMsgsPane, ListViewMessages};
+    for (QWidget* part : messagesPane) {
+        part->setVisible(messaging);
+    }
+    m_panes->setVisible(alerts || messaging);
+    if (!alerts) {
+        mnuCommand_StatusAlert->setEnabled(false);
+        mnuCommand_StatusAlert->setVisible(false);
+    }
+    if (!messaging) {
+        toolbarButton(QStringLiteral("New Message"))->setEnabled(false);
+        toolbarButton(QStringLiteral("Preview"))->setEnabled(false);
+        for (QAction* entry : {mnuMessages, mnuMessagesNew}) {
+            entry->setEnabled(false);
+            entry->setVisible(false);
+        }
+    }
+}
+
+// Each splitter at its position, held within the limits of this window size.
+// The positions are measured from the client area's top left corner. Before the
+// window has a size of its own there is nothing to measure, and the positions
+// are left as the settings gave them.
+void frmMain::placeSplitters()
+{
+    if (!isVisible()) {
+        return;
+    }
+    const QWidget* client = centralWidget();
+    const int handle = picSplitterHorizontal->handleWidth();
+
+    const int top = picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y();
+    glngSplitterHorizontalMin = twips(top + kPanesMinHeight);
+    glngSplitterHorizontalMax = twips(top + picSplitterHorizontal->height() - handle - kListMinHeight);
+    glngSplitterHorizontal = heldBetween(glngSplitterHorizontal, glngSplitterHorizontalMin, glngSplitterHorizontalMax);
+    if (m_panes->isVisibleTo(this)) {
+        const int panes = pixels(glngSplitterHorizontal) - top;
+        picSplitterHorizontal->setSizes({panes, picSplitterHorizontal->height() - handle - panes});
+    }
+
+    if (gvarDisplayTreeView != 0) {
+        const int left = picVerticalSplitter->mapTo(client, QPoint(0, 0)).x();
+        glngSplitterVerticalMin = twips(left + kTreeMinWidth);
+        glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
+        glngSplitterVertical = heldBetween(glngSplitterVertical, glngSplitterVerticalMin, glngSplitterVerticalMax);
+        const int tree = pixels(glngSplitterVertical) - left;
+        picVerticalSplitter->setSizes({tree, picVerticalSplitter->width() - handle - tree});
+    }
+}
+
+// The end of a drag: the new positions become the run-wide values (saved with
+// the person's settings at the end of the run), and the screen is laid out anew.
+void frmMain::splitterMoved()
+{
+    const QWidget* client = centralWidget();
+    if (gvarDisplayTreeView != 0) {
+        glngSplitterVertical =
+            twips(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() + picVerticalSplitter->sizes().value(0));
+    }
+    if (m_panes->isVisibleTo(this)) {
+        glngSplitterHorizontal =
+            twips(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() + picSplitterHorizontal->sizes().value(0));
+    }
+    subResizeControls();
+}
+
+// The window's place and size for the person's settings row, in twips: the
+// normal place even while maximized.
+QRect frmMain::normalGeometry() const
+{
+    const QRect place = isMaximized() || isFullScreen() ? QMainWindow::normalGeometry() : geometry();
+    return {int(twips(place.left())), int(twips(place.top())), int(twips(place.width())), int(twips(place.height()))};
+}
+
+void frmMain::setNormalGeometry(const QRect& place)
+{
+    if (windowState() == Qt::WindowNoState) {
+        setGeometry(pixels(place.left()), pixels(place.top()), pixels(place.width()), pixels(place.height()));
+    }
+}
