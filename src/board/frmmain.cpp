@@ -38,23 +38,16 @@ frmMain::frmMain()
     setObjectName(QStringLiteral("frmMain"));
     setAttribute(Qt::WA_DeleteOnClose);
     ListViewMain->setObjectName(QStringLiteral("ListViewMain"));
-    ListViewMain->setRootIsDecorated(false);
-    ListViewMain->setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Status"), QStringLiteral("Phone"),
-                                   QStringLiteral("Due Back"), QStringLiteral("Comments"),
-                                   QStringLiteral("Last Modified")});
+    ListViewMain->setRootIsDecorated(false); // rows only: the headers come with the first refresh
     setCentralWidget(ListViewMain);
     buildControls();
     buildToolbar();
     buildStatusBar();
+    initListAndGroups();
+    initTimers();
     initToolbarAndMenus();
     initLayout();
     initTray();
-
-    TimerMain.setInterval(1000);
-    connect(&TimerMain, &QTimer::timeout, this, &frmMain::TimerMain_Timer);
-    tmrCheckForForcedShutDown.setInterval(60000);
-    connect(&tmrCheckForForcedShutDown, &QTimer::timeout, this, &frmMain::tmrCheckForForcedShutDown_Timer);
-    tmrCheckForForcedShutDown.start(); // enabled from the start
 
     setMainScreen(this);
 }
@@ -151,18 +144,6 @@ void frmMain::setBusyPointer(bool busy)
     }
 }
 
-void frmMain::unload()
-{
-    setMainScreen(nullptr);
-    close(); // deleted on close
-}
-
-// Until the ordinary end (QueryUnload) is in place, any reason simply unloads.
-void frmMain::requestUnload(int)
-{
-    unload();
-}
-
 bool frmMain::isLoaded() const
 {
     return true;
@@ -194,10 +175,21 @@ QString frmMain::panelToolTip(int number) const
     return label ? label->toolTip() : QString();
 }
 
+// Activate and Deactivate concern the program's own windows only: focus going to
+// another program leaves the board as it is, counting down and refreshing.
 void frmMain::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        Form_Activate();
+    if (event->type() != QEvent::ActivationChange) {
+        return;
+    }
+    if (isActiveWindow()) {
+        if (!m_activeInApp) {
+            m_activeInApp = true;
+            Form_Activate();
+        }
+    } else if (QApplication::activeWindow() && QApplication::activeWindow() != this) {
+        m_activeInApp = false;
+        Form_Deactivate();
     }
 }

@@ -12,6 +12,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <memory>
 #include <optional>
 
 class QAction;
@@ -23,7 +24,14 @@ class QStatusBar;
 class QTabBar;
 class QToolBar;
 class QTreeWidget;
+class QTreeWidgetItem;
+class QCloseEvent;
+class QPoint;
 class QWidget;
+struct ColumnLayout;
+namespace dao {
+class Recordset;
+}
 
 // Why the window is being unloaded, as VB's QueryUnload tells it.
 enum UnloadMode : int
@@ -101,10 +109,7 @@ private:
 
     // The screen's events (frmmainload.cpp).
     void Form_Load();
-    void Form_Activate();
     void showLogoBehindList();
-    void TimerMain_Timer();
-    void tmrCheckForForcedShutDown_Timer();
 
     void buildControls();
 
@@ -119,7 +124,82 @@ public:
     void requestUnload(int unloadMode);
 
     // --- list and refresh, groups, find, sort, timers, end of run (helper H1) ---
+public:
+    // MainScreen: ListViewMain as the logic sees it (frmmain_list.cpp), and its refresh.
+    QStringList listHeaders() const override;
+    int listRowCount() const override;
+    bool selectedItemIsSelected() const override;
+    QString selectedItemText(int subItem) const override;
+    QStringList selectedRowTexts(int subItem) const override;
+    void clearList() override;
+    QList<ListColumn> listColumns() const override;
+    void clearSortArrows() override;
+    void subRefreshUserList(const QString& group) override;
+    void subClearListSelection();
+    void subFindNameColumn();
+    // MainScreen: the groups' tabs and tree as subReadGroups fills them (frmmain_groups.cpp).
+    void clearGroups() override;
+    void addGroup(const QString& group) override;
+    bool selectGroup(const QString& group) override;
+    void subPopulateTreeView();
+    // The end of a run (frmmain_unload.cpp).
+    void subUnloadAllForms() override;
+    static void subCloseAllAlerts();
+    void Form_QueryUnload(bool& cancel, int unloadMode);
 
+    // The events of the list, the groups and the find box (frmmain_groups.cpp).
+    void TabStripMain_Click();
+    void TabStripMain_MouseMove();
+    void TreeViewMain_NodeClick(QTreeWidgetItem* node);
+    void TreeViewMain_MouseMove();
+    void ListViewMain_ColumnClick(int column);
+    void ListViewMain_ItemClick();
+    void ListViewMain_MouseMove(const QPoint& at);
+    void StatusBarMain_MouseMove();
+    void txtFind_Change();
+    void txtFind_GotFocus();
+    // Activate (frmmainload.cpp), Deactivate and the timers (frmmain_timers.cpp).
+    void Form_Activate();
+    void Form_Deactivate();
+    void TimerMain_Timer();
+    void tmrCheckForForcedShutDown_Timer();
+    void tmrCheckForNewMessages_Timer();
+    void tmrCheckForStatusAlerts_Timer();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void initListAndGroups();
+    void initTimers();
+    void startTimersOnActivate();
+    // The steps of subRefreshUserList (frmmain_refresh.cpp, frmmain_columns.cpp, frmmain_panes.cpp).
+    void rebuildList(const QString& strGroup);
+    bool columnsMovedOrResized();
+    std::unique_ptr<dao::Recordset> openSettingsRow();
+    void answerNoSettingsRow();
+    void createHeaders(const ColumnLayout& layout);
+    void addRows(dao::Recordset& rs, const ColumnLayout& layout);
+    void readOwnRow(dao::Recordset& rs);
+    void placeStatusColumn(dao::Recordset& rstColumnData);
+    void applyListSort();
+    void takeColumnSnapshot();
+    void fillTrackingLists();
+    void fillMessagesPane();
+    void showRefreshedText();
+    void restoreSelection();
+    void selectRow(QTreeWidgetItem* row);
+
+    QString mstrLastGroupShown;
+    QList<long long> mvarColumnPositions; // each column's place after the last rebuild, from entry 1
+    QList<long long> mvarColumnWidths;    // and its width in twips
+    long long mintLockedRetries = 0;      // failed reads of the settings row in this run, never reset
+    bool mblnLoading = true;              // from Load to the first Activate
+    int m_listSortKey = 0;                // ListViewMain's own SortKey (its sort column)
+    bool m_unloading = false;
+    bool m_activeInApp = false; // active among the program's own windows (VB's Activate/Deactivate)
+
+public:
     // --- commands, menus, toolbar, rights, layout (helper H2) ---
 public:
     // The menus, named as the screen knows them (frmmain_commands.cpp).

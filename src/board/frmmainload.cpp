@@ -22,6 +22,7 @@ void frmMain::Form_Load()
     // The start-up's open stays no longer: from here the next subOpenDatabase really opens.
     gblnDatabaseClosed = true;
     blnFirstActivate = true;
+    mblnLoading = true;
     setBusyPointer(true);
 
     subReadOptions();
@@ -35,6 +36,9 @@ void frmMain::Form_Load()
     }
 
     subReadUserSettings(gstrDefaultUser);
+    // The list sorts, and the find box searches, by the saved sort column until a header is clicked.
+    m_listSortKey = int(gintSortKey);
+    gintFindColumn = gintSortKey;
     subReadGroups();
     setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("]") +
                QStringLiteral(" '") + gstrCurrentStatus + QStringLiteral("'"));
@@ -80,20 +84,20 @@ void frmMain::Form_Activate()
     if (blnFirstActivate) {
         selectGroup(gstrDefaultGroup);
         blnFirstActivate = false;
+        mblnLoading = false;
     }
-    TimerMain.start();
-    gintTimerMainCountDown = gintRefreshRate * 60;
-    // The message and status-alert watchers, and presence sensing, start their
-    // timers here once they exist.
+    startTimersOnActivate();
     applyDisplayFont();
 
     setPanelText(2, gstrCurrentDatabasePath);
     if (gintRefreshRate == 0) {
         setPanelText(3, QStringLiteral(" Refresh OFF "));
     }
-    subRefreshUserList(gstrDefaultGroup);
+    subRefreshUserList(gstrCurrentGroup);
+    subPopulateTreeView();
     ToolbarMain->update();
     platform::DoEvents();
+    subResizeControls();
     if (gintMinimizeSetting >= 1 && !sysTrayIconExists()) {
         subCreateSysTrayIcon();
         setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") +
@@ -103,6 +107,25 @@ void frmMain::Form_Activate()
         ListViewMain->setFocus();
     }
     m_inActivate = false;
+}
+
+// Every return to the board starts the count-down from the top. A watcher that
+// runs is left alone, so that it does not lose its place.
+void frmMain::startTimersOnActivate()
+{
+    TimerMain.start();
+    gintTimerMainCountDown = gintRefreshRate * 60;
+    const auto runIf = [](QTimer& timer, bool on) {
+        if (!on) {
+            timer.stop();
+        } else if (!timer.isActive()) {
+            timer.start();
+        }
+    };
+    runIf(tmrCheckForNewMessages, gblnAllowMessaging);
+    runIf(tmrCheckForStatusAlerts, gblnAllowStatusAlerts);
+    runIf(tmrScreenSaver, gblnAllowPresenceSensing);
+    runIf(tmrDetectLockedWorkStation, gblnAllowPresenceSensing);
 }
 
 // The person's FontBoldDisplay, and FontSizeDisplay kept between 8 and 15.
@@ -115,11 +138,3 @@ void frmMain::applyDisplayFont()
     ListViewMain->setFont(font);
 }
 
-// The refresh count-down and the forced-shutdown look are the full board's.
-void frmMain::TimerMain_Timer()
-{
-}
-
-void frmMain::tmrCheckForForcedShutDown_Timer()
-{
-}

@@ -109,7 +109,8 @@
     /* the board */                                                                                                    \
     X(long long, gintTimerMainCountDown, 0)                                                                            \
     X(long long, gintFindColumn, 0)                                                                                    \
-    X(QString, gstrSelectedUser, QString())
+    X(QString, gstrSelectedUser, QString())                                                                            \
+    X(QString, gstrRefreshedText, QString()) /* the last " Data refreshed at ..." of panel 1 */
 
 #define VESKOR_DECLARE_RUN_WIDE(type, name, start) extern type name;
 VESKOR_RUN_WIDE(VESKOR_DECLARE_RUN_WIDE)

@@ -1,0 +1,312 @@
+// The controls with which a person picks what the board shows and finds someone
+// in it: the group tabs or tree, the column headers, the row click, the find box,
+// and the hints they leave in panel 1. Each is thin: it changes a setting and
+// leaves the work to subRefreshUserList or to the list's own sorting.
+#include "board/frmmain.h"
+#include "board/statusicons.h"
+#include "start/globals.h"
+#include "status/settings.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QSignalBlocker>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTreeWidget>
+
+namespace {
+
+const QString kEveryone = QStringLiteral("Everyone");
+const QString kRootKey = QStringLiteral("R");
+constexpr int kKeyRole = Qt::UserRole;
+
+// Passes the mouse moves and focus changes of the board's controls to their events.
+class EventHook : public QObject
+{
+public:
+    EventHook(QObject* parent, QEvent::Type type, std::function<void(QEvent*)> action)
+        : QObject(parent), m_type(type), m_action(std::move(action))
+    {
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == m_type) {
+            m_action(event);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QEvent::Type m_type;
+    std::function<void(QEvent*)> m_action;
+};
+
+void hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> action)
+{
+    if (type == QEvent::MouseMove) {
+        widget->setMouseTracking(true);
+    }
+    widget->installEventFilter(new EventHook(widget, type, std::move(action)));
+}
+
+QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text)
+{
+    auto* node = new QTreeWidgetItem(parent, {text});
+    node->setData(0, kKeyRole, key);
+    return node;
+}
+
+void setBold(QTreeWidgetItem* node, bool bold)
+{
+    QFont font = node->font(0);
+    font.setBold(bold);
+    node->setFont(0, font);
+}
+
+} // namespace
+
+void frmMain::initListAndGroups()
+{
+    ListViewMain->setColumnCount(0);        // the columns come from the person's layout at the first refresh
+    ListViewMain->setSortingEnabled(false); // sorted by applyListSort and the column click
+    ListViewMain->setAllColumnsShowFocus(true);
+    ListViewMain->setUniformRowHeights(true);
+    ListViewMain->setSelectionMode(QAbstractItemView::SingleSelection);
+    QHeaderView* header = ListViewMain->header();
+    header->setSectionsMovable(true);
+    header->setSectionsClickable(true);
+    header->setStretchLastSection(false); // a width the person did not set would count as a resize
+    header->setSortIndicatorShown(false); // the arrows are the headers' icons
+    TreeViewMain->setHeaderHidden(true);
+    // The panes the refresh fills after the list.
+    lstWhoAmITracking->setHeaderLabels(
+        {QStringLiteral("User"), QStringLiteral("Status"), QStringLiteral("Last Modified")});
+    lstWhoAmITracking->setToolTip(
+        QStringLiteral(" Blank Status indicates the target has not updated their Status as yet "));
+    lstWhosTrackingMe->setHeaderLabels({QStringLiteral("User")});
+    ListViewMessages->setHeaderLabels({QStringLiteral("From"), QStringLiteral("Subject"), QStringLiteral("Sent"),
+                                       QStringLiteral("Sent By"), QStringLiteral("MessageID")});
+    for (QTreeWidget* pane : {lstWhoAmITracking, lstWhosTrackingMe, ListViewMessages}) {
+        pane->setRootIsDecorated(false);
+    }
+    TabStripMain->setExpanding(false);
+
+    connect(TabStripMain, &QTabBar::currentChanged, this, [this] { TabStripMain_Click(); });
+    connect(TreeViewMain, &QTreeWidget::itemClicked, this,
+            [this](QTreeWidgetItem* node) { TreeViewMain_NodeClick(node); });
+    connect(header, &QHeaderView::sectionClicked, this, &frmMain::ListViewMain_ColumnClick);
+    connect(ListViewMain, &QTreeWidget::itemClicked, this, [this] { ListViewMain_ItemClick(); });
+    connect(txtFind, &QLineEdit::textChanged, this, [this] { txtFind_Change(); });
+
+    hook(TabStripMain, QEvent::MouseMove, [this](QEvent*) { TabStripMain_MouseMove(); });
+    hook(TreeViewMain->viewport(), QEvent::MouseMove, [this](QEvent*) { TreeViewMain_MouseMove(); });
+    hook(ListViewMain->viewport(), QEvent::MouseMove,
+         [this](QEvent* e) { ListViewMain_MouseMove(static_cast<QMouseEvent*>(e)->position().toPoint()); });
+    hook(StatusBarMain, QEvent::MouseMove, [this](QEvent*) { StatusBarMain_MouseMove(); });
+    hook(txtFind, QEvent::FocusIn, [this](QEvent*) { txtFind_GotFocus(); });
+    clearGroups();
+}
+
+// --- the groups, as subReadGroups fills them --------------------------------------
+
+// The tabs and the tree emptied down to the built-in group: "Everyone" first, and
+// the tree's root "Groups" (key "R") with its node.
+void frmMain::clearGroups()
+{
+    const QSignalBlocker quietTabs(TabStripMain);
+    while (TabStripMain->count() > 0) {
+        TabStripMain->removeTab(TabStripMain->count() - 1);
+    }
+    TreeViewMain->clear();
+    auto* root = new QTreeWidgetItem(TreeViewMain, {QStringLiteral("Groups")});
+    root->setData(0, kKeyRole, kRootKey);
+    TabStripMain->addTab(kEveryone);
+    addNode(root, kEveryone + QStringLiteral("_2"), kEveryone);
+    root->setExpanded(true);
+}
+
+void frmMain::addGroup(const QString& group)
+{
+    const QSignalBlocker quietTabs(TabStripMain);
+    TabStripMain->addTab(group);
+    if (QTreeWidgetItem* root = TreeViewMain->topLevelItem(0)) {
+        addNode(root, group + QStringLiteral("_2"), group);
+    }
+}
+
+// Selecting another tab is a tab click, as on the desktop's tab strip.
+bool frmMain::selectGroup(const QString& group)
+{
+    for (int i = 0; i < TabStripMain->count(); ++i) {
+        if (TabStripMain->tabText(i) == group) {
+            TabStripMain->setCurrentIndex(i);
+            if (QTreeWidgetItem* root = TreeViewMain->topLevelItem(0)) {
+                for (int n = 0; n < root->childCount(); ++n) {
+                    if (root->child(n)->text(0) == group) {
+                        TreeViewMain->setCurrentItem(root->child(n));
+                    }
+                }
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+// The tree opened at its root, the group shown in bold and current.
+void frmMain::subPopulateTreeView()
+{
+    QTreeWidgetItem* root = TreeViewMain->topLevelItem(0);
+    if (!root) {
+        return;
+    }
+    root->setExpanded(true);
+    for (int n = 0; n < root->childCount(); ++n) {
+        QTreeWidgetItem* node = root->child(n);
+        if (node->text(0) == gstrCurrentGroup) {
+            setBold(node, true);
+            TreeViewMain->setCurrentItem(node);
+        } else if (node->text(0) != kEveryone) {
+            setBold(node, false);
+        }
+    }
+}
+
+// --- the events -----------------------------------------------------------------
+
+void frmMain::TabStripMain_Click()
+{
+    if (TabStripMain->currentIndex() >= 0) {
+        gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
+    }
+    if (mblnLoading) {
+        // A tab selected while the board loads neither saves nor refreshes.
+        subResizeControls();
+    } else {
+        subSaveUserSettings(gstrDefaultUser); // the group is remembered
+        subRefreshUserList(QString());
+    }
+    subSetToolBarRights();
+}
+
+void frmMain::TabStripMain_MouseMove()
+{
+    const QString caption =
+        TabStripMain->currentIndex() >= 0 ? TabStripMain->tabText(TabStripMain->currentIndex()) : QString();
+    if (groupButtonEnabled()) {
+        setPanelText(1, QStringLiteral(" You can change a Status in the ") + caption + QStringLiteral(" Group. "));
+    } else {
+        setPanelText(1, QStringLiteral(" You can't change a Status (except your own) in the ") + caption +
+                            QStringLiteral(" Group. "));
+    }
+}
+
+// The root "Groups" is no group. "Everyone" keeps its weight when another node is chosen.
+void frmMain::TreeViewMain_NodeClick(QTreeWidgetItem* node)
+{
+    if (!node || node->data(0, kKeyRole).toString() == kRootKey) {
+        return;
+    }
+    if (QTreeWidgetItem* root = TreeViewMain->topLevelItem(0)) {
+        for (int n = 0; n < root->childCount(); ++n) {
+            if (root->child(n)->text(0) != kEveryone) {
+                setBold(root->child(n), false);
+            }
+        }
+    }
+    setBold(node, true);
+    gstrCurrentGroup = node->text(0);
+    subSaveUserSettings(gstrDefaultUser);
+    subSetToolBarRights();
+    subRefreshUserList(gstrCurrentGroup);
+}
+
+void frmMain::TreeViewMain_MouseMove()
+{
+    setPanelText(1, QStringLiteral(" Select a Group to show members. "));
+}
+
+// A click on the sort column flips the order; a click on another keeps it. The
+// list sorts itself: nothing is read and nothing refreshed.
+void frmMain::ListViewMain_ColumnClick(int column)
+{
+    m_listSortKey = column;
+    gstrSortColumnName = ListViewMain->headerItem()->text(column);
+    clearSortArrows();
+    if (column == gintFindColumn) {
+        gintSortOrder = gintSortOrder == 0 ? 1 : 0;
+    }
+    gintFindColumn = column;
+    const bool ascending = gintSortOrder == 0;
+    ListViewMain->headerItem()->setIcon(
+        column, headerIcon(ascending ? QStringLiteral("ArrowUp") : QStringLiteral("ArrowDown")));
+    ListViewMain->sortItems(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+// The name in the row clicked is the one a refresh selects again. The rights are
+// asked again for the new selection, which may not leave the Group button on.
+void frmMain::ListViewMain_ItemClick()
+{
+    if (QAction* group = toolbarButton(QStringLiteral("Group"))) {
+        group->setEnabled(true);
+    }
+    if (listRowCount() > 0) {
+        subFindNameColumn();
+    }
+    gstrSelectedUser.clear();
+    if (listRowCount() > 0) {
+        gstrSelectedUser = selectedItemText(int(gintNameColumn));
+    }
+    subSetToolBarRights();
+}
+
+void frmMain::ListViewMain_MouseMove(const QPoint& at)
+{
+    if (!ListViewMain->itemAt(at)) {
+        setPanelText(1, QStringLiteral(" Right-Click to display pop-up menu "));
+    } else if (groupButtonEnabled() && ListViewMain->selectedItems().isEmpty()) {
+        setPanelText(1, QStringLiteral(" Ctrl or Shift-Click to select multiple users. "));
+    } else if (groupButtonEnabled()) {
+        setPanelText(1, QStringLiteral(" Select user(s), then press Group Change button (or drag to Status Alert "
+                                       "area). "));
+    } else {
+        setPanelText(1, QStringLiteral(" Right-Click to display pop-up menu "));
+    }
+}
+
+void frmMain::StatusBarMain_MouseMove()
+{
+    setPanelText(1, QStringLiteral(" ") + gstrRefreshedText);
+}
+
+// Incremental find: the first row, in the order shown, whose text in the column
+// last clicked begins with the typed text, compared without regard to case.
+// Trailing blanks count; rows are never hidden.
+void frmMain::txtFind_Change()
+{
+    const QString text = txtFind->text();
+    if (text.trimmed().isEmpty() || listRowCount() == 0) {
+        return;
+    }
+    subClearListSelection();
+    const QString wanted = text.toUpper();
+    for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = ListViewMain->topLevelItem(i);
+        if (row->text(int(gintFindColumn)).left(text.size()).toUpper() == wanted) {
+            selectRow(row);
+            return;
+        }
+    }
+}
+
+void frmMain::txtFind_GotFocus()
+{
+    if (!txtFind->text().isEmpty()) {
+        txtFind->selectAll();
+    }
+}

@@ -1,0 +1,290 @@
+// frmMain's list: subRefreshUserList, which brings the board in line with the
+// shared file, and ListViewMain as the logic sees it.
+//
+// An ordinary poll reads the change counters only and leaves every row alone;
+// the list is thrown away and rebuilt only when a counter moved, the group
+// changed, or the person moved or resized a column.
+#include "board/boarditem.h"
+#include "board/columnlayout.h"
+#include "board/frmmain.h"
+#include "board/statusicons.h"
+#include "dao/dao.h"
+#include "database/counters.h"
+#include "database/moddatabase.h"
+#include "database/objectref.h"
+#include "platform/clock.h"
+#include "platform/msgbox.h"
+#include "platform/process.h"
+#include "start/err.h"
+#include "start/globals.h"
+#include "status/settings.h"
+
+#include <QHash>
+#include <QTabBar>
+#include <QTreeWidget>
+#include <memory>
+
+using namespace platform;
+
+namespace {
+
+// Between two tries to read the settings row: a moment for the other client to finish.
+constexpr int kLockedRetryPauseMs = 200;
+constexpr long long kLockedRetryAllowance = 3;
+
+const QString CRLF = QStringLiteral("\r\n");
+
+// A test made while errors are ignored: a test that fails enters its branch.
+bool testOrFail(const std::function<bool()>& test)
+{
+    bool result = true;
+    ResumeNext([&] { result = test(); });
+    return result;
+}
+
+QString mainQuery(const QString& group, bool& groupMissing)
+{
+    groupMissing = false;
+    if (group == QLatin1String("Everyone")) {
+        // Names that begin with "~" are hidden from the list of all.
+        return QStringLiteral("SELECT * FROM EmployeeTable WHERE Name NOT LIKE ") + dao::quote(QStringLiteral("~*")) +
+               QStringLiteral(" ORDER BY Name");
+    }
+    if (testOrFail([&] { return fnGroupExists(group); })) {
+        // A named group shows its hidden names too, in the order the join gives.
+        return QStringLiteral("SELECT * FROM EmployeeGroupTable INNER JOIN EmployeeTable ON "
+                              "EmployeeGroupTable.EmployeeName = EmployeeTable.Name "
+                              "WHERE EmployeeGroupTable.GroupName=") +
+               dao::quote(group);
+    }
+    groupMissing = true;
+    // Everybody, this time with the hidden names: the list falls back to the whole table.
+    return QStringLiteral("SELECT * FROM EmployeeTable ORDER BY Name");
+}
+
+QString settingsRowQuery()
+{
+    // On another site's database this person may have no row: anybody's layout will do.
+    if (gblnRemoteConnection) {
+        return QStringLiteral("SELECT top 1 * FROM EmployeeSettingsTable ORDER BY Name");
+    }
+    return QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name LIKE ") + dao::quoteLike(gstrDefaultUser) +
+           QStringLiteral(" ORDER BY Name");
+}
+
+QString nullAsBlank(dao::Recordset& rs, const QString& field)
+{
+    const QVariant value = rs.Fields(field).Value();
+    return value.isNull() ? QString() : value.toString();
+}
+
+} // namespace
+
+void frmMain::subRefreshUserList(const QString& group)
+{
+    if (gstrDefaultUser.trimmed().isEmpty()) {
+        return; // nothing to show before the person is known
+    }
+    QString strGroup = group;
+    if (strGroup.trimmed().isEmpty()) {
+        if (gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {
+            gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
+        }
+        strGroup = gstrCurrentGroup;
+    }
+
+    // The one read of an ordinary poll.
+    subGetCounterValues();
+    bool blnRebuild = strGroup != mstrLastGroupShown || glngStatusCounter != glngLastStatusCounter ||
+                      glngGroupCounter != glngLastGroupCounter;
+    if (glngExtraColumnsCounter != glngLastExtraColumnsCounter) {
+        glngLastExtraColumnsCounter = glngExtraColumnsCounter;
+        blnRebuild = true;
+    }
+    if (columnsMovedOrResized()) {
+        blnRebuild = true;
+    }
+
+    if (!blnRebuild) {
+        // Nothing changed: the rows stay as they are.
+        ListViewMain->setUpdatesEnabled(true);
+        subClearListSelection();
+        showRefreshedText();
+        setBusyPointer(false);
+        restoreSelection();
+        return;
+    }
+    rebuildList(strGroup);
+}
+
+// Steps 7 to 30 of the refresh: the list, its columns, the panes. Errors are
+// passed over statement by statement until the column snapshot; after it any
+// failure goes up to the caller.
+void frmMain::rebuildList(const QString& strGroup)
+{
+    glngLastStatusCounter = glngStatusCounter;
+    mstrLastGroupShown = strGroup;
+    setBusyPointer(true);
+    ListViewMain->clear();
+    ListViewMain->setColumnCount(0);
+
+    bool groupMissing = false;
+    gstrSQL = mainQuery(strGroup, groupMissing);
+    if (groupMissing) {
+        const QString query = gstrSQL;
+        MsgBox(QStringLiteral("The last group selected does not exist in this database. It has probably been "
+                              "deleted or renamed by the Administrator."),
+               vbInformation, gstrProgramTitle + QStringLiteral(" - Error"));
+        gstrCurrentGroup = QStringLiteral("Everyone");
+        TabStripMain->update();
+        gstrSQL = query;
+    }
+
+    ResumeNext([] { subOpenDatabase(); });
+    Err.Clear();
+    std::unique_ptr<dao::Recordset> rs;
+    ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    // An empty group (or a query that failed) shows no rows and no columns, and no word about it.
+    if (testOrFail([&] { return fnRecordset(rs).RecordCount() == 0; })) {
+        return;
+    }
+    ResumeNext([&] { fnRecordset(rs).MoveLast(); });
+    ResumeNext([&] { fnRecordset(rs).MoveFirst(); });
+
+    std::unique_ptr<dao::Recordset> rstColumnData = openSettingsRow();
+    if (testOrFail([&] { return fnRecordset(rstColumnData).isEOF(); })) {
+        answerNoSettingsRow();
+        return;
+    }
+    if (Err.Number != 0) {
+        MsgBox(QStringLiteral("Error: ") + QString::number(Err.Number) + QStringLiteral(" - ") + Err.Description,
+               vbCritical, QStringLiteral("subRefreshUserList rstColumnData Recordset error"));
+    }
+
+    ColumnLayout layout;
+    ResumeNext([&] { fnRecordset(rstColumnData).MoveFirst(); });
+    ResumeNext([&] { layout = ColumnLayout::read(fnRecordset(rstColumnData)); });
+
+    ListViewMain->setUpdatesEnabled(false);
+    createHeaders(layout);
+    if (gintSortKey > ListViewMain->columnCount() - 1) {
+        gintSortKey = 0;
+    }
+    addRows(*rs, layout);
+    ResumeNext([&] { placeStatusColumn(fnRecordset(rstColumnData)); });
+    applyListSort();
+
+    ResumeNext([&] { fnRecordset(rs).Close(); });
+    ResumeNext([] { subCloseDatabase(); });
+    subClearListSelection();
+    ListViewMain->setUpdatesEnabled(true);
+    showRefreshedText();
+    setBusyPointer(false);
+    takeColumnSnapshot();
+
+    fillTrackingLists();
+    fillMessagesPane();
+    subFindNameColumn();
+    // The database stays open here: TimerCloseDatabase closes it.
+    restoreSelection();
+    // The report block of refreshreport.h stands behind this exit; no trap leads
+    // to it, and none is to.
+}
+
+// The person's settings row, read again after a pause while the file is busy.
+// Three failures in a run are allowed, never counted back: the fourth ends it.
+std::unique_ptr<dao::Recordset> frmMain::openSettingsRow()
+{
+    for (;;) {
+        std::unique_ptr<dao::Recordset> row;
+        const QString sql = settingsRowQuery();
+        ResumeNext([&] { row = fnDatabase().OpenRecordset(sql, dao::dbOpenSnapshot); });
+        if (row) {
+            return row;
+        }
+        if (mintLockedRetries == kLockedRetryAllowance) {
+            MsgBox(gstrProgramTitle + QStringLiteral("- The database seems to be locked.  Please Press OK to Exit."),
+                   vbCritical, QStringLiteral("Locked Database"));
+            End();
+        }
+        DoEvents();
+        Sleep(kLockedRetryPauseMs);
+        ++mintLockedRetries;
+    }
+}
+
+void frmMain::answerNoSettingsRow()
+{
+    if (gblnRemoteConnection) {
+        MsgBox(QStringLiteral("The Remote Server database appears to be empty. Please re-select."), vbCritical,
+               gstrProgramTitle);
+        // The remote server list (frmServers) is shown here once remote servers can be chosen.
+        return;
+    }
+    MsgBox(QStringLiteral("The current user: ") + gstrDefaultUser +
+               QStringLiteral(" has been removed from the VESK-OR database. ") + CRLF + CRLF +
+               QStringLiteral("Please advise your VESK-OR Administrator to re-initialize this users account.") + CRLF +
+               CRLF + QStringLiteral("Select OK to exit VESK-OR."),
+           vbCritical, gstrProgramTitle);
+    gstrDefaultUser = QStringLiteral("Removed");
+    unload();
+    End();
+}
+
+// Every row of the set: Status as the main text, the other columns as sub-items
+// in the order the headers were made, the icon by StatusCode. The own row sets
+// the caption. A field that cannot be read (a dropped extra column) leaves the
+// sub-item counter where it was, so the next value takes that cell.
+void frmMain::addRows(dao::Recordset& rs, const ColumnLayout& layout)
+{
+    QHash<long long, QIcon> icons;
+    QList<QTreeWidgetItem*> rows;
+    ResumeNext([&] {
+        for (; !rs.isEOF(); rs.MoveNext()) {
+            auto* row = new BoardItem;
+            rows << row;
+            int subItem = 1;
+            for (int i = 0; i < layout.columns.size(); ++i) {
+                const QString& name = layout.columns.at(i);
+                if (i == 0) {
+                    ResumeNext([&] { row->setText(0, nullAsBlank(rs, QStringLiteral("Status"))); });
+                    if (!name.trimmed().isEmpty() && name != QLatin1String("Status")) {
+                        ResumeNext([&] { row->setText(subItem, rs.Fields(name).Text()); });
+                        ++subItem;
+                    }
+                    ResumeNext([&] { readOwnRow(rs); });
+                } else if (!name.trimmed().isEmpty() && name != QLatin1String("Status")) {
+                    if (ResumeNext([&] { row->setText(subItem, rs.Fields(name).Text()); })) {
+                        ++subItem;
+                    }
+                }
+            }
+            ResumeNext([&] {
+                const dao::Field code = rs.Fields(QStringLiteral("StatusCode"));
+                if (!code.IsNull()) {
+                    const long long value = code.Value().toLongLong();
+                    auto icon = icons.find(value);
+                    if (icon == icons.end()) {
+                        icon = icons.insert(value, statusIcon(value));
+                    }
+                    row->setIcon(0, *icon);
+                }
+            });
+        }
+    });
+    ListViewMain->addTopLevelItems(rows);
+}
+
+void frmMain::readOwnRow(dao::Recordset& rs)
+{
+    if (rs.Fields(QStringLiteral("Name")).Text() != gstrDefaultUser) {
+        return;
+    }
+    const dao::Field code = rs.Fields(QStringLiteral("StatusCode"));
+    if (!code.IsNull()) {
+        gintOwnStatusCode = code.Value().toLongLong();
+    }
+    gstrCurrentStatus = rs.Fields(QStringLiteral("Status")).Text();
+    setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
+               QStringLiteral("'"));
+}

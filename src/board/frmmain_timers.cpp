@@ -1,0 +1,96 @@
+// frmMain's timers: the one-second count-down that drives the auto-refresh and
+// shows in panel 3, the two watchers that fire early once and then every minute,
+// and the look for a forced shutdown. Every tick runs to its end on the one
+// interface thread.
+#include "board/frmmain.h"
+#include "platform/process.h"
+#include "start/forcedshutdown.h"
+#include "start/globals.h"
+#include "status/statuswrite.h"
+
+namespace {
+
+constexpr int kOneMinuteMs = 60000;
+
+// A watcher that fired for the first time settles at one minute for the rest of the run.
+void settleAtOneMinute(QTimer& timer)
+{
+    if (timer.interval() != kOneMinuteMs) {
+        timer.setInterval(kOneMinuteMs);
+    }
+}
+
+} // namespace
+
+void frmMain::initTimers()
+{
+    setPanelToolTip(2, QStringLiteral("Current database path"));
+    setPanelToolTip(3, QStringLiteral("Countdown to next Auto-Refresh"));
+    TimerMain.setInterval(1000);
+    connect(&TimerMain, &QTimer::timeout, this, &frmMain::TimerMain_Timer);
+    tmrCheckForForcedShutDown.setInterval(kOneMinuteMs);
+    connect(&tmrCheckForForcedShutDown, &QTimer::timeout, this, &frmMain::tmrCheckForForcedShutDown_Timer);
+    tmrCheckForForcedShutDown.start(); // the only timer on from the start
+    connect(&tmrCheckForNewMessages, &QTimer::timeout, this, &frmMain::tmrCheckForNewMessages_Timer);
+    connect(&tmrCheckForStatusAlerts, &QTimer::timeout, this, &frmMain::tmrCheckForStatusAlerts_Timer);
+}
+
+// Counts down from RefreshRate minutes and refreshes at 0. A minimized board
+// does not refresh, but its count-down goes on and starts again.
+void frmMain::TimerMain_Timer()
+{
+    if (gintRefreshRate == 0) {
+        TimerMain.stop();
+        return;
+    }
+    --gintTimerMainCountDown;
+    if (gintTimerMainCountDown <= 0) {
+        gintTimerMainCountDown = gintRefreshRate * 60;
+        if (!isMinimized()) {
+            subRefreshUserList(QString());
+        }
+    }
+    setPanelText(3, QStringLiteral("Next refresh in ") + QString::number(gintTimerMainCountDown) + QStringLiteral(" "));
+}
+
+// While another of the program's own windows has the focus the count-down stands
+// still, so no rebuild runs underneath it. Every other timer goes on.
+void frmMain::Form_Deactivate()
+{
+    TimerMain.stop();
+}
+
+// The new-message look comes with messaging; until then the tick keeps its rhythm only.
+void frmMain::tmrCheckForNewMessages_Timer()
+{
+    settleAtOneMinute(tmrCheckForNewMessages);
+}
+
+// The look for status changes of followed people comes with status alerts; until
+// then the tick keeps its rhythm only.
+void frmMain::tmrCheckForStatusAlerts_Timer()
+{
+    settleAtOneMinute(tmrCheckForStatusAlerts);
+}
+
+// An administrator who must repair the database asks every client to leave: this
+// one hands over to inicheck, which starts it again once the file allows, and ends.
+void frmMain::tmrCheckForForcedShutDown_Timer()
+{
+    // The ID the run started under is not kept, so "-UID:" stands empty and the
+    // client started again finds its person from the login name.
+    const QString strSavedUserID;
+    const QString strArguments = QStringLiteral("-UID:") + strSavedUserID + QStringLiteral("  -STS:ForcedShutDown");
+    subCheckINIForForcedShutDown();
+    if (gblnForcedShutDown) {
+        // A bare program name is found in the program's own folder first.
+        subStartIniCheck(gstrApplicationPath + QStringLiteral("inicheck"), strArguments);
+        if (!gstrDefaultUser.isEmpty()) {
+            subSetActiveFlag(QStringLiteral("No"));
+        }
+        // An open message is saved here by its own screen once messages can be written.
+        unload();
+        platform::End();
+    }
+    settleAtOneMinute(tmrCheckForForcedShutDown);
+}
