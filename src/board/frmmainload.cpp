@@ -137,4 +137,3 @@ void frmMain::applyDisplayFont()
     font.setPointSize(int(gintFontSizeDisplay));
     ListViewMain->setFont(font);
 }
-
