@@ -85,7 +85,7 @@ void frmMain::applyListSort()
     }
 }
 
-// Step 5: has the person moved or resized a column since the last rebuild? The
+// Has the person moved or resized a column since the last rebuild? The
 // loops run to the number of rows, not of columns, and stop quietly at the first
 // column or snapshot entry that is not there. A change saves the settings, so the
 // rebuild that follows reads the new layout back.
@@ -116,7 +116,7 @@ bool frmMain::columnsMovedOrResized()
     return changed;
 }
 
-// Step 24: each column's place and width as the rebuild left them, in entries 1
+// Each column's place and width as the rebuild left them, in entries 1
 // to rows - 1 at most (the bound is the number of rows, as in the comparison).
 void frmMain::takeColumnSnapshot()
 {

@@ -117,7 +117,7 @@ void frmMain::subRefreshUserList(const QString& group)
     rebuildList(strGroup);
 }
 
-// Steps 7 to 30 of the refresh: the list, its columns, the panes. Errors are
+// The rebuild: the list, its columns, the panes. Errors are
 // passed over statement by statement until the column snapshot; after it any
 // failure goes up to the caller.
 void frmMain::rebuildList(const QString& strGroup)
