@@ -12,55 +12,43 @@ class TestClock : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup()
+    void init()
     {
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     }
-    void init()
+    void cleanup()
     {
-        cleanup();
+        init();
     }
 
+    // both: the date gives the number too; else the number rounds to the date.
     void dateTimeNum_data()
     {
         QTest::addColumn<QDateTime>("when");
         QTest::addColumn<double>("number");
-        const auto at = [](int y, int mo, int d, int h = 0, int mi = 0, int s = 0) {
-            return QDateTime(QDate(y, mo, d), QTime(h, mi, s));
+        QTest::addColumn<bool>("both");
+        const auto row = [](const char* name, QDate day, QTime time, double number, bool both = true) {
+            QTest::newRow(name) << QDateTime(day, time) << number << both;
         };
-        QTest::newRow("day zero") << at(1899, 12, 30) << 0.0;
-        QTest::newRow("day zero noon") << at(1899, 12, 30, 12) << 0.5;
-        QTest::newRow("release day noon") << at(2006, 7, 22, 12) << 38920.5;
-        QTest::newRow("first of 1900") << at(1900, 1, 1) << 2.0;
-        QTest::newRow("quarter past six") << at(2026, 11, 22, 6) << 46348.25;
-        QTest::newRow("last second of a day") << at(2026, 11, 22, 23, 59, 59) << 46348.0 + 86399.0 / 86400.0;
+        row("day zero noon", QDate(1899, 12, 30), QTime(12, 0), 0.5);
+        row("release day noon", QDate(2006, 7, 22), QTime(12, 0), 38920.5);
+        row("quarter past six", QDate(2026, 11, 22), QTime(6, 0), 46348.25);
+        row("last second of a day", QDate(2026, 11, 22), QTime(23, 59, 59), 46348.0 + 86399.0 / 86400.0);
         // Before day zero the whole part counts back, the fraction still forward.
-        QTest::newRow("day before zero") << at(1899, 12, 29) << -1.0;
-        QTest::newRow("day before zero, 06:00") << at(1899, 12, 29, 6) << -1.25;
-        QTest::newRow("1800") << at(1800, 1, 1, 18) << -36522.75;
+        row("day before zero", QDate(1899, 12, 29), QTime(0, 0), -1.0);
+        row("day before zero, 06:00", QDate(1899, 12, 29), QTime(6, 0), -1.25);
+        row("1800", QDate(1800, 1, 1), QTime(18, 0), -36522.75);
+        row("a hair under a second", QDate(1899, 12, 31), QTime(0, 0, 1), 1.0 + 0.9999 / 86400.0, false);
+        row("a hair under midnight", QDate(1900, 1, 1), QTime(0, 0), 2.0 - 1e-9, false);
+        row("negative, a hair under midnight", QDate(1899, 12, 30), QTime(0, 0), -2.0 + 1e-9, false);
     }
     void dateTimeNum()
     {
         QFETCH(QDateTime, when);
         QFETCH(double, number);
-        QCOMPARE(DateTimeNum(when), number);
-        QCOMPARE(dateFromDateTimeNum(number), when);
-    }
-
-    void dateFromDateTimeNum_roundsToTheSecond_data()
-    {
-        QTest::addColumn<double>("number");
-        QTest::addColumn<QDateTime>("when");
-        QTest::newRow("a hair under a second")
-            << 1.0 + 0.9999 / 86400.0 << QDateTime(QDate(1899, 12, 31), QTime(0, 0, 1));
-        QTest::newRow("a hair under midnight") << 2.0 - 1e-9 << QDateTime(QDate(1900, 1, 1), QTime(0, 0));
-        QTest::newRow("negative, a hair under midnight")
-            << -1.0 - (1.0 - 1e-9) << QDateTime(QDate(1899, 12, 30), QTime(0, 0));
-    }
-    void dateFromDateTimeNum_roundsToTheSecond()
-    {
-        QFETCH(double, number);
-        QFETCH(QDateTime, when);
+        QFETCH(bool, both);
+        if (both)
+            QCOMPARE(DateTimeNum(when), number);
         QCOMPARE(dateFromDateTimeNum(number), when);
     }
 
@@ -69,12 +57,12 @@ private slots:
         const QDateTime start(QDate(2026, 3, 1), QTime(0, 0));
         for (int s = 0; s < 86400; s += 7) {
             const QDateTime t = start.addSecs(s);
-            if (dateFromDateTimeNum(DateTimeNum(t)) != t) {
+            if (dateFromDateTimeNum(DateTimeNum(t)) != t)
                 QFAIL(qPrintable(t.toString(Qt::ISODate)));
-            }
         }
     }
 
+    // A point in a statement whatever the locale's decimal separator.
     void dateTimeNumText_data()
     {
         QTest::addColumn<QString>("locale");
@@ -88,7 +76,6 @@ private slots:
         QLocale::setDefault(QLocale(locale));
         QCOMPARE(DateTimeNumText(38920.5), QStringLiteral("38920.5"));
         QCOMPARE(DateTimeNumText(-1.25), QStringLiteral("-1.25"));
-        QVERIFY(!DateTimeNumText(46348.0 + 1.0 / 3.0).contains(QLatin1Char(',')));
         QCOMPARE(DateTimeNumText(46348.0 + 1.0 / 3.0).toDouble(), 46348.0 + 1.0 / 3.0);
     }
 
@@ -98,54 +85,32 @@ private slots:
         QTest::addColumn<QDateTime>("when");
         QTest::addColumn<QString>("form");
         QTest::addColumn<QString>("expected");
-        const QDateTime afternoon(QDate(2026, 11, 22), QTime(14, 5, 9));
-        const QDateTime morning(QDate(2026, 3, 4), QTime(7, 8, 9));
-        const QDateTime midnight(QDate(2026, 11, 22), QTime(0, 0));
-        const QDateTime dayZeroTime(QDate(1899, 12, 30), QTime(14, 5, 9));
-        const QDateTime dayZero(QDate(1899, 12, 30), QTime(0, 0));
-
-        QTest::newRow("stamp") << "en_US" << afternoon << "yyyy-mm-dd hh:mm:ss"
-                               << "2026-11-22 14:05:09";
-        QTest::newRow("stamp, padded") << "en_US" << morning << "yyyy-mm-dd hh:mm:ss"
-                                       << "2026-03-04 07:08:09";
-        QTest::newRow("stamp, de") << "de_DE" << afternoon << "yyyy-mm-dd hh:mm:ss"
-                                   << "2026-11-22 14:05:09";
-        QTest::newRow("month name") << "en_US" << afternoon << "mmm dd, yyyy hh:mm:ss"
-                                    << "Nov 22, 2026 14:05:09";
-        QTest::newRow("month name, padded") << "en_US" << morning << "mmm dd, yyyy hh:mm:ss"
-                                            << "Mar 04, 2026 07:08:09";
-        QTest::newRow("long date") << "en_US" << afternoon << "Long Date"
-                                   << "Sunday, November 22, 2026";
-        QTest::newRow("long date, de") << "de_DE" << afternoon << "Long Date"
-                                       << "Sonntag, 22. November 2026";
-        QTest::newRow("long time") << "en_US" << afternoon << "Long Time"
-                                   << "2:05:09 PM";
-        QTest::newRow("long time, morning") << "en_US" << morning << "Long Time"
-                                            << "7:08:09 AM";
-        QTest::newRow("long time, de") << "de_DE" << afternoon << "Long Time"
-                                       << "14:05:09";
-        QTest::newRow("short time") << "en_US" << afternoon << "Short Time"
-                                    << "14:05";
-        QTest::newRow("short time, morning") << "en_US" << morning << "Short Time"
-                                             << "07:08";
-        QTest::newRow("general") << "en_US" << afternoon << "General Date"
-                                 << "11/22/2026 2:05:09 PM";
-        QTest::newRow("general, de") << "de_DE" << afternoon << "General Date"
-                                     << "22.11.2026 14:05:09";
-        QTest::newRow("general, midnight") << "en_US" << midnight << "General Date"
-                                           << "11/22/2026";
-        QTest::newRow("general, day zero") << "en_US" << dayZeroTime << "General Date"
-                                           << "2:05:09 PM";
-        QTest::newRow("general, day zero midnight") << "en_US" << dayZero << "General Date"
-                                                    << "12:00:00 AM";
-        QTest::newRow("form names ignore case") << "en_US" << afternoon << "long time"
-                                                << "2:05:09 PM";
-        QTest::newRow("minutes before seconds") << "en_US" << afternoon << "mm:ss"
-                                                << "05:09";
-        QTest::newRow("12-hour pattern") << "en_US" << afternoon << "h:nn AM/PM"
-                                         << "2:05 PM";
-        QTest::newRow("literals") << "en_US" << afternoon << "\"on\" d\\m mmmm"
-                                  << "on 22m November";
+        const QDateTime pm(QDate(2026, 11, 22), QTime(14, 5, 9));
+        const QDateTime am(QDate(2026, 3, 4), QTime(7, 8, 9));
+        const auto row = [](const char* name, const char* locale, const QDateTime& when, const char* form,
+                            const char* expected) {
+            QTest::newRow(name) << locale << when << form << QString::fromUtf8(expected);
+        };
+        row("stamp", "en_US", am, "yyyy-mm-dd hh:mm:ss", "2026-03-04 07:08:09");
+        row("stamp, de", "de_DE", pm, "yyyy-mm-dd hh:mm:ss", "2026-11-22 14:05:09");
+        row("month name", "en_US", am, "mmm dd, yyyy hh:mm:ss", "Mar 04, 2026 07:08:09");
+        row("long date", "en_US", pm, "Long Date", "Sunday, November 22, 2026");
+        row("long date, de", "de_DE", pm, "Long Date", "Sonntag, 22. November 2026");
+        row("long time", "en_US", pm, "Long Time", "2:05:09 PM");
+        row("long time, morning", "en_US", am, "Long Time", "7:08:09 AM");
+        row("long time, de", "de_DE", pm, "Long Time", "14:05:09");
+        row("short time, morning", "en_US", am, "Short Time", "07:08");
+        row("general", "en_US", pm, "General Date", "11/22/2026 2:05:09 PM");
+        row("general, de", "de_DE", pm, "General Date", "22.11.2026 14:05:09");
+        row("general, midnight", "en_US", QDateTime(QDate(2026, 11, 22), QTime(0, 0)), "General Date", "11/22/2026");
+        row("general, day zero", "en_US", QDateTime(QDate(1899, 12, 30), QTime(14, 5, 9)), "General Date",
+            "2:05:09 PM");
+        row("general, day zero midnight", "en_US", QDateTime(QDate(1899, 12, 30), QTime(0, 0)), "General Date",
+            "12:00:00 AM");
+        row("form names ignore case", "en_US", pm, "long time", "2:05:09 PM");
+        row("minutes before seconds", "en_US", pm, "mm:ss", "05:09");
+        row("12-hour pattern", "en_US", pm, "h:nn AM/PM", "2:05 PM");
+        row("literals", "en_US", pm, "\"on\" d\\m mmmm", "on 22m November");
     }
     void format()
     {
@@ -157,22 +122,17 @@ private slots:
         QCOMPARE(Format(when, form), expected);
     }
 
-    void fakeClock()
+    // VB's Now has whole seconds, Timer the fractions; Sleep goes to the clock.
+    void nowTimerAndSleepUseTheInstalledClock()
     {
-        FakeClock fake(QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0, 250)));
-        fake.sleep(1500);
-        fake.advance(60 * 1000);
-        fake.sleep(-5);
-        QCOMPARE(fake.sleptMs(), 1500);
-        QCOMPARE(fake.now(), QDateTime(QDate(2026, 11, 22), QTime(9, 31, 1, 750)));
-    }
-
-    void nowAndTimerReadTheInstalledClock()
-    {
-        setClock(std::make_unique<FakeClock>(QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0, 250))));
-        QCOMPARE(Now(), QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0))); // VB's Now: whole seconds
+        auto fake = std::make_unique<FakeClock>(QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0, 250)));
+        FakeClock& clock = *fake;
+        setClock(std::move(fake));
+        QCOMPARE(Now(), QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0)));
         QCOMPARE(Timer(), 9 * 3600 + 30 * 60 + 0.25);
         Sleep(2000);
+        Sleep(-5);
+        QCOMPARE(clock.sleptMs(), 2000);
         QCOMPARE(Now(), QDateTime(QDate(2026, 11, 22), QTime(9, 30, 2)));
         setClock(nullptr);
         QVERIFY(qAbs(Now().secsTo(QDateTime::currentDateTime())) <= 2);

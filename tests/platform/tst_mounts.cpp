@@ -40,64 +40,42 @@ private slots:
         setMountTable(std::nullopt);
     }
 
-    void uncPathOf_data()
+    // A local path's spelling on the network, and back.
+    void paths_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("unc");
-        QTest::newRow("cifs, blank in share") << "/mnt/staff/veskor/user"
-                                              << "\\\\fileserver\\Staff Share\\veskor\\user";
-        QTest::newRow("closing separator kept") << "/mnt/staff/veskor/"
-                                                << "\\\\fileserver\\Staff Share\\veskor\\";
-        QTest::newRow("nfs") << "/mnt/nfs-staff/a"
-                             << "\\\\nas01\\export\\staff\\a";
-        QTest::newRow("smb3 inside cifs: longest wins") << "/mnt/staff/deep/x"
-                                                        << "\\\\FileServer\\Deep\\Share\\sub\\x";
-        QTest::newRow("local disk inside a share") << "/mnt/staff/local/x"
-                                                   << "/mnt/staff/local/x";
-        QTest::newRow("bind mount of a sub-folder") << "/srv/bound/db"
-                                                    << "\\\\fileserver\\Staff Share\\veskor\\db";
-        QTest::newRow("trailing / in source") << "/mnt/old box/f"
-                                              << "\\\\oldbox\\data\\f";
-        QTest::newRow("name only shares a prefix") << "/mnt/staffing/x"
-                                                   << "/mnt/staffing/x";
-        QTest::newRow("local") << "/home/jo/veskor"
-                               << "/home/jo/veskor";
-        QTest::newRow("already UNC") << "\\\\srv\\share"
-                                     << "\\\\srv\\share";
+        QTest::addColumn<QString>("other");
+        QTest::addColumn<bool>("toUnc");
+        const auto unc = [](const char* name, const char* path, const char* unc) {
+            QTest::newRow(name) << path << unc << true;
+        };
+        const auto native = [](const char* name, const char* unc, const char* path) {
+            QTest::newRow(name) << unc << path << false;
+        };
+        unc("cifs, blank in share", "/mnt/staff/veskor/user", "\\\\fileserver\\Staff Share\\veskor\\user");
+        unc("closing separator kept", "/mnt/staff/veskor/", "\\\\fileserver\\Staff Share\\veskor\\");
+        unc("nfs", "/mnt/nfs-staff/a", "\\\\nas01\\export\\staff\\a");
+        unc("smb3 inside cifs: longest wins", "/mnt/staff/deep/x", "\\\\FileServer\\Deep\\Share\\sub\\x");
+        unc("local disk inside a share", "/mnt/staff/local/x", "/mnt/staff/local/x");
+        unc("bind mount of a sub-folder", "/srv/bound/db", "\\\\fileserver\\Staff Share\\veskor\\db");
+        unc("trailing / in source", "/mnt/old box/f", "\\\\oldbox\\data\\f");
+        unc("name only shares a prefix", "/mnt/staffing/x", "/mnt/staffing/x");
+        unc("already UNC", "\\\\srv\\share", "\\\\srv\\share");
+        native("cifs, any case", "\\\\FILESERVER\\staff share\\docs\\veskor.mdb", "/mnt/staff/docs/veskor.mdb");
+        native("closing separator", "\\\\fileserver\\Staff Share\\", "/mnt/staff/");
+        native("mixed separators", "\\\\fileserver\\Staff Share/docs\\x", "/mnt/staff/docs/x");
+        native("nfs back", "\\\\nas01\\export\\staff\\a", "/mnt/nfs-staff/a");
+        native("longest source wins", "\\\\fileserver\\Staff Share\\veskor\\db", "/srv/bound/db");
+        native("source with sub-folder", "\\\\fileserver\\deep\\share\\SUB\\x", "/mnt/staff/deep/x");
+        native("share only a prefix", "\\\\fileserver\\Staff Shares\\x", "\\\\fileserver\\Staff Shares\\x");
+        native("local, backslash kept", "/home/jo/a\\b", "/home/jo/a\\b");
     }
-    void uncPathOf()
+    void paths()
     {
         QFETCH(QString, path);
-        QFETCH(QString, unc);
-        QCOMPARE(platform::uncPathOf(path), unc);
-    }
-
-    void nativePathOf_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("native");
-        QTest::newRow("cifs, any case") << "\\\\FILESERVER\\staff share\\docs\\veskor.mdb"
-                                        << "/mnt/staff/docs/veskor.mdb";
-        QTest::newRow("closing separator") << "\\\\fileserver\\Staff Share\\"
-                                           << "/mnt/staff/";
-        QTest::newRow("mixed separators") << "\\\\fileserver\\Staff Share/docs\\x"
-                                          << "/mnt/staff/docs/x";
-        QTest::newRow("nfs") << "\\\\nas01\\export\\staff\\a"
-                             << "/mnt/nfs-staff/a";
-        QTest::newRow("longest source wins") << "\\\\fileserver\\Staff Share\\veskor\\db"
-                                             << "/srv/bound/db";
-        QTest::newRow("source with sub-folder") << "\\\\fileserver\\deep\\share\\SUB\\x"
-                                                << "/mnt/staff/deep/x";
-        QTest::newRow("share only a prefix") << "\\\\fileserver\\Staff Shares\\x"
-                                             << "\\\\fileserver\\Staff Shares\\x";
-        QTest::newRow("local, backslash kept") << "/home/jo/a\\b"
-                                               << "/home/jo/a\\b";
-    }
-    void nativePathOf()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, native);
-        QCOMPARE(platform::nativePathOf(path), native);
+        QFETCH(QString, other);
+        QFETCH(bool, toUnc);
+        QCOMPARE(toUnc ? platform::uncPathOf(path) : platform::nativePathOf(path), other);
     }
 
     // The INI reader and writer find a file named by its UNC path.
