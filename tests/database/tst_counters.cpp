@@ -134,13 +134,10 @@ private slots:
         FakeMain screen;
         setMainScreen(&screen);
         TempSite site;
-        site.execute(QStringLiteral("UPDATE StatusCounterTable SET Counter = %1, StatusTypeCounter = %2, "
-                                    "GroupCounter = %3, SecurityCounter = %4, ExtraColumnsCounter = %5")
-                         .arg(file[0])
-                         .arg(file[1])
-                         .arg(file[2])
-                         .arg(file[3])
-                         .arg(file[4]));
+        const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",
+                                   "ExtraColumnsCounter"};
+        for (int i = 0; i < 5; ++i)
+            site.execute(QStringLiteral("UPDATE StatusCounterTable SET %1 = %2").arg(names[i]).arg(file[i]));
         site.execute("UPDATE GlobalSettingsTable SET SystemSecurityLevel = 2");
         useSite(site);
         glngLastStatusCounter = acted[0];
