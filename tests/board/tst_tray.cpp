@@ -106,15 +106,14 @@ private slots:
     {
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("status");
+        QTest::addColumn<long long>("code");
         QTest::addColumn<Qt::WindowStates>("state");
-        QTest::newRow("Out") << "Out"
-                             << "Out" << Qt::WindowStates();
-        QTest::newRow("Busy") << "Busy"
-                              << "Busy" << Qt::WindowStates();
-        QTest::newRow("Minimize") << "Minimize"
-                                  << "In" << Qt::WindowStates(Qt::WindowMinimized);
-        QTest::newRow("Maximize") << "Maximize"
-                                  << "In" << Qt::WindowStates(Qt::WindowMaximized);
+        QTest::newRow("Out") << QStringLiteral("Out") << QStringLiteral("Out") << 1LL << Qt::WindowStates();
+        QTest::newRow("Busy") << QStringLiteral("Busy") << QStringLiteral("Busy") << 2LL << Qt::WindowStates();
+        QTest::newRow("Minimize") << QStringLiteral("Minimize") << QStringLiteral("In") << 3LL
+                                  << Qt::WindowStates(Qt::WindowMinimized);
+        QTest::newRow("Maximize") << QStringLiteral("Maximize") << QStringLiteral("In") << 3LL
+                                  << Qt::WindowStates(Qt::WindowMaximized);
     }
 
     // The status entries write without asking for rights (the Group button is off);
@@ -124,6 +123,7 @@ private slots:
     {
         QFETCH(QString, key);
         QFETCH(QString, status);
+        QFETCH(long long, code);
         QFETCH(Qt::WindowStates, state);
         TrayBoard board(1);
         QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
@@ -136,7 +136,7 @@ private slots:
 
         QCOMPARE(board.field(QStringLiteral("Status")), status);
         QCOMPARE(sysTray->ToolTip(), QStringLiteral(" VESK-OR Pro  [Jo Bloggs] '%1'").arg(status));
-        QCOMPARE(imageOf(sysTray->IconHandle(), 16), imageOf(statusIcon(gintOwnStatusCode), 16));
+        QCOMPARE(imageOf(sysTray->IconHandle(), 16), imageOf(statusIcon(code), 16));
         QCOMPARE(board.form->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), state);
         QVERIFY(board.form->isVisible());
 
@@ -149,7 +149,7 @@ private slots:
     }
 
     // The right button pops the menu up; unloading takes the icon down, after
-    // which the tip goes nowhere.
+    // which the tip goes nowhere; "Close" ends the run in the ordinary way.
     void rightButtonUnloadAndClose()
     {
         TrayBoard board(2);
@@ -165,6 +165,13 @@ private slots:
         QVERIFY(!board.form->sysTrayIconExists());
         board.form->setTrayTip(QStringLiteral("x"));
         QCOMPARE(board.form->trayTip(), QString());
+
+        board.form->subCreateSysTrayIcon();
+        QVERIFY(board.form->sysTrayIconExists());
+        const auto end =
+            TestGateways::endCodeOf([&] { emit board.form->m_frmSysTray->MenuClick(3, QStringLiteral("Close")); });
+        QVERIFY(end.has_value());
+        QCOMPARE(board.field(QStringLiteral("ActiveFlag")), QStringLiteral("No"));
     }
 
     void sysTrayRecord_data()
