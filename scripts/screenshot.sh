@@ -7,9 +7,10 @@ out=${1:-$root/docs/board.png}
 size=${2:-1100x650}
 build=$root/build
 "$root/scripts/build.sh" "$build"
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
-site=$scratch/demo-site
+# A fixed folder, as it shows in the board's status bar.
+site=${TMPDIR:-/tmp}/veskor-demo-site
+rm -rf "$site"
+trap 'rm -rf "$site"' EXIT
 "$build/src/admin/veskor-admin" demo "$site" >/dev/null
 mkdir -p "$(dirname "$out")"
 # The demo's first person, Alice Moreton, looks at her office.
