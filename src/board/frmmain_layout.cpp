@@ -6,13 +6,11 @@
 // positions are twips in the run-wide values, kept within limits that each
 // layout pass works out from the window's size, and saved at the end of the run.
 #include "board/frmmain.h"
-#include "platform/mounts.h"
 #include "start/err.h"
 #include "start/globals.h"
 
 #include <QAction>
 #include <QEvent>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSplitter>
@@ -26,7 +24,6 @@ namespace {
 constexpr int kTwipsPerPixel = 15;
 constexpr int kGap = 60 / kTwipsPerPixel;       // between neighbouring areas
 constexpr int kListInset = 50 / kTwipsPerPixel; // the list ends this short of what is next to it
-constexpr int kLogoMaxHeight = 64;
 // The smallest each area may become by a splitter's drag; the splitters' limits follow.
 constexpr int kTreeMinWidth = 80;
 constexpr int kListMinWidth = 200;
@@ -102,9 +99,12 @@ QSplitter* splitter(Qt::Orientation orientation, const char* name)
 
 void frmMain::initLayout()
 {
-    lblWhoAmITracking->setText(QStringLiteral("Who am I tracking"));
-    lblWhosTrackingMe->setText(QStringLiteral("Who's tracking me"));
-    lblPreviewMsgsPane->setText(QStringLiteral("New messages"));
+    lblWhoAmITracking->setText(QStringLiteral(" Alert ME when the Status changes for the following users or items :"));
+    lblWhosTrackingMe->setText(QStringLiteral(" Alert others :"));
+    lblPreviewMsgsPane->setText(QStringLiteral("Preview New Messages :"));
+    lstWhoAmITracking->setToolTip(
+        QStringLiteral(" Blank Status indicates the target has not updated their Status as yet "));
+    lstWhosTrackingMe->setToolTip(QStringLiteral(" List of users who will be Alerted when YOUR Status changes "));
 
     // The tracking pane: each list under its label, side by side.
     auto* tracking = new QHBoxLayout(picTrackingContainer);
@@ -136,14 +136,12 @@ void frmMain::initLayout()
     picSplitterHorizontal->addWidget(picVerticalSplitter);
     picSplitterHorizontal->setStretchFactor(1, 1);
 
-    // "LOGO.GIF" beside the program, when there is one, across the top.
-    const QString logoFile = platform::nativePathOf(gstrApplicationPath + QStringLiteral("LOGO.GIF"));
-    const QPixmap logo = QFile::exists(logoFile) ? QPixmap(logoFile) : QPixmap();
-    if (!logo.isNull()) {
-        imgPlannerBanner->setPixmap(
-            logo.height() > kLogoMaxHeight ? logo.scaledToHeight(kLogoMaxHeight, Qt::SmoothTransformation) : logo);
-        imgPlannerBanner->setCursor(Qt::PointingHandCursor);
-    }
+    // The product's banner across the top (the site's own LOGO.GIF stands behind the list).
+    imgPlannerBanner->setText(QStringLiteral("<b>VESK-OR Pro</b>&nbsp;&nbsp;<i>In/Out Board</i>"));
+    imgPlannerBanner->setStyleSheet(
+        QStringLiteral("QLabel { color: white; font-size: 13pt; padding: 4px 10px; "
+                       "background: qlineargradient(x1:0, y1:0, x2:1, y2:0, stop:0 #1f4e79, stop:1 #6fa8dc); }"));
+    imgPlannerBanner->setCursor(Qt::PointingHandCursor);
 
     QWidget* client = column(this, {imgPlannerBanner, picSplitterHorizontal}, kGap);
     client->setObjectName(QStringLiteral("frmMainClient"));
@@ -176,7 +174,7 @@ void frmMain::subResizeControls()
 void frmMain::navigatorPass()
 {
     picTrackingContainer->hide();
-    imgPlannerBanner->setVisible(imgPlannerBanner->pixmap().isNull() == false);
+    imgPlannerBanner->setVisible(true);
     const bool tree = gvarDisplayTreeView != 0;
     TreeViewMain->setVisible(tree);
     TabStripMain->setVisible(!tree);
