@@ -134,8 +134,10 @@ QString uncPathOf(const QString& path)
     }
     const QString clean = QDir::cleanPath(path);
     // Every mount takes part: a local file system mounted inside a share hides the share there.
+    // Kept for the whole look-up: best points into it.
+    const QList<MountEntry> table = mountTable();
     const MountEntry* best = nullptr;
-    for (const MountEntry& m : mountTable()) {
+    for (const MountEntry& m : table) {
         if (isUnder(clean, m.mountPoint, QLatin1Char('/'), Qt::CaseSensitive) &&
             (!best || m.mountPoint.size() >= best->mountPoint.size())) {
             best = &m;
@@ -159,9 +161,10 @@ QString nativePathOf(const QString& path)
     }
     QString uncForm = path;
     uncForm.replace(QLatin1Char('/'), QLatin1Char('\\'));
+    const QList<MountEntry> table = mountTable(); // best points into it
     const MountEntry* best = nullptr;
     qsizetype bestLength = 0;
-    for (const MountEntry& m : mountTable()) {
+    for (const MountEntry& m : table) {
         const QString unc = uncOfMount(m);
         if (!unc.isEmpty() && unc.size() >= bestLength &&
             isUnder(uncForm, unc, QLatin1Char('\\'), Qt::CaseInsensitive)) {
