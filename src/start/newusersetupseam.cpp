@@ -1,7 +1,18 @@
 #include "start/newusersetupseam.h"
 
-// SEAM: the New User Setup screen replaces this body. Until then nothing is shown
-// and gblnNewUserSetupDone / gblnNewUserSetupCancelled keep their values.
-void showNewUserSetup(bool /*modal*/)
+#include "start/globals.h"
+
+#include <cstdio>
+
+// SEAM: the New User Setup screen replaces this body. Until it exists, the screen
+// acts as if the person cancelled it: shown and waited for (modal), that ends the
+// run with no screen left; shown without waiting, gblnNewUserSetupDone stays False
+// and the caller ends the run. A line on standard error says why.
+void showNewUserSetup(bool modal)
 {
+    std::fprintf(stderr, "VESK-OR: no person with the UID \"%s\" on this board; ask the administrator to add you.\n",
+                 qUtf8Printable(gstrUserID));
+    if (modal) {
+        gblnNewUserSetupCancelled = true;
+    }
 }
