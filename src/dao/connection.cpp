@@ -181,7 +181,7 @@ void Connection::openHandle(int flags)
 void Connection::configure()
 {
     sqlite3_extended_result_codes(m_db, 1);
-    sqlite3_busy_timeout(m_db, DBEngine::busyTimeoutMs());
+    installBusyHandler();
     for (int argc : {2, 3}) {
         sqlite3_create_function_v2(m_db, "like", argc, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, jetLikeFunction,
                                    nullptr, nullptr, nullptr);
@@ -218,8 +218,10 @@ void Connection::close()
         return;
     m_jetCache.clear();
     m_nativeCache.clear();
+    // SQLite rolls back a transaction still open.
     sqlite3_close_v2(m_db);
     m_db = nullptr;
+    m_level = 0;
     m_lock.release();
 }
 

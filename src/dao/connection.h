@@ -108,12 +108,48 @@ public:
     // Rows touched by the last Execute.
     long long recordsAffected = 0;
 
+    // Write transactions (transaction.cpp). The first level is SQLite's BEGIN
+    // IMMEDIATE, taken after waiting out other clients' write locks; inner levels
+    // are savepoints. level(): 0 when none is open.
+    void beginTransaction(Activity activity);
+    void commitTransaction(Activity activity);
+    void rollbackTransaction();
+    int level() const
+    {
+        return m_level;
+    }
+    bool isWaiting() const
+    {
+        return m_waiting > 0;
+    }
+    // Runs body as a transaction of its own, unless one is open already.
+    template <class Body> void writeUnit(Activity activity, Body&& body)
+    {
+        if (m_level > 0) {
+            body();
+            return;
+        }
+        beginTransaction(activity);
+        try {
+            body();
+        } catch (...) {
+            rollbackTransaction();
+            throw;
+        }
+        commitTransaction(activity);
+    }
+
 private:
     using Cache = std::unordered_map<QString, std::unique_ptr<CachedStatement>>;
 
     Connection(const QString& path, bool exclusive, bool readOnly);
     void openHandle(int flags);
     void configure();
+    // The waits (wait.cpp): SQLite's busy handler for short waits inside a
+    // statement, and the engine's own wait for the write lock, with events running.
+    void installBusyHandler();
+    static int onBusy(void* connection, int count);
+    void acquireWriteLock(Activity activity);
     void exec(const char* sql);
     Statement lend(Cache& cache, const QString& key, Translation translation, Activity activity);
     sqlite3_stmt* compile(const Translation& translation, Activity activity);
@@ -127,6 +163,10 @@ private:
     Cache m_jetCache;
     Cache m_nativeCache;
     unsigned long long m_clock = 0;
+    int m_level = 0;
+    int m_waiting = 0;
+    bool m_acquiring = false; // BEGIN IMMEDIATE under way: SQLite must not wait in it
+    qint64 m_busySince = 0;   // when SQLite's current short wait began (ms)
 };
 
 // Counts one statement run, for DBEngine::statementCount().

@@ -7,9 +7,21 @@
 // values enter them only through quote()/quoteLike() (see quote.h).
 //
 // A recordset reads all its rows when it opens and then holds no lock, so a
-// reader never blocks other clients. Edit/Update writes the one row back by its
-// row id; AddNew/Update inserts. A set over a join, a snapshot, or a set opened
-// with dbReadOnly is read-only (3027 on Edit/AddNew/Delete).
+// reader never blocks other clients. A set over a join, a snapshot, or a set
+// opened with dbReadOnly is read-only (3027 on Edit/AddNew/Delete).
+//
+// Locking is pessimistic, as Jet's default: Edit takes the file's write lock and
+// reads the row again, Update writes it back by its row id and lets go, and
+// CancelUpdate, a move, Close or the set's end let go without writing. So a
+// read-add-write through Edit/Update is never interleaved with another client's.
+// Inside a transaction (Database::BeginTrans) Edit only re-reads and Update only
+// writes; the transaction commits everything at once. Any other write (Execute,
+// AddNew/Update, Delete) outside a transaction is a transaction of its own.
+//
+// Another client's write lock is waited out in one place: the engine pauses a
+// few ms and lets events other than the user's input run between tries, up to
+// DBEngine::busyTimeoutMs(); then it raises the Jet number for the lock (3218 for
+// Edit, Update and BeginTrans, 3260 for Execute, 3050 at open and for reads).
 
 #include "dao/jeterror.h"
 #include "dao/quote.h"
@@ -125,9 +137,22 @@ public:
     void Execute(const QString& sql, int options = 0);
     // Rows touched by the last Execute.
     long long RecordsAffected() const;
-    // Closes the file and drops its locks; any later use of it, or of a recordset
-    // opened on it, raises 3420 (Close stays harmless).
+    // Closes the file and drops its locks, rolling back a transaction left open;
+    // any later use of it, or of a recordset opened on it, raises 3420 (Close
+    // stays harmless).
     void Close();
+
+    // A write transaction: BeginTrans takes the file's write lock (waiting for
+    // another client's, see above) and later statements run inside it until
+    // CommitTrans makes them visible to all at once, or Rollback drops them.
+    // Transactions nest: an inner CommitTrans or Rollback ends the inner level only.
+    // 3034 for CommitTrans or Rollback with none open.
+    void BeginTrans();
+    void CommitTrans();
+    void Rollback();
+    // True while a transaction or an Edit's lock is open, or a wait for another
+    // client's lock is under way: closing the file now would lose that work.
+    bool isBusy() const;
     bool isOpen() const;
     QString Name() const; // the file's path
     bool isReadOnly() const;
@@ -139,8 +164,25 @@ public:
 
 private:
     friend class DBEngine;
+    friend class Transaction;
     explicit Database(std::shared_ptr<Connection> connection);
     std::shared_ptr<Connection> m_connection;
+};
+
+// One unit of change: begins a transaction on the database, and rolls it back at
+// the end of the scope unless Commit was called.
+class Transaction
+{
+public:
+    explicit Transaction(Database& db);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void Commit();
+
+private:
+    std::shared_ptr<Connection> m_connection;
+    int m_level = 0; // the level this one opened; 0 once it has ended
 };
 
 class DBEngine
@@ -157,14 +199,17 @@ public:
     // Makes a new, empty file; 3204 when the file is already there.
     static std::shared_ptr<Database> CreateDatabase(const QString& path);
 
-    // How long a statement waits for another client's lock before failing (ms).
+    // How long a write waits for another client's lock before failing (ms);
+    // SQLite's own short waits inside a statement (a read meeting a commit in
+    // progress, a commit waiting for readers) are bounded by the same figure.
     static int busyTimeoutMs();
     static void setBusyTimeoutMs(int ms);
 
     // Count of statements sent to SQLite since the last reset, for tests that
-    // prove how much work a path does: one per recordset opened, Execute, written
-    // Edit/Update and Delete, two per AddNew/Update (the insert and the read-back
-    // of the new row). Opening a file counts nothing.
+    // prove how much work a path does: one per recordset opened, Execute, Edit
+    // (the row read again), written Update and Delete, two per AddNew/Update (the
+    // insert and the read-back of the new row). Opening a file, and beginning or
+    // ending a transaction, count nothing.
     static long long statementCount();
     static void resetStatementCount();
 };

@@ -10,7 +10,8 @@ namespace dao {
 
 namespace {
 
-int g_busyTimeoutMs = 2000; // about what Jet's own lock retries amount to
+// Long enough for twenty clients writing at once to take their turns.
+int g_busyTimeoutMs = 30000;
 long long g_statementCount = 0;
 
 } // namespace
@@ -67,18 +68,24 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, int ty
     return Recordset::Impl::create(m_connection, source, type, options);
 }
 
+// A transaction of its own unless one is open. The connection is held here, as
+// the wait for the write lock lets events run that may drop this Database.
 void Database::Execute(const QString& sql, int /*options: failures are always raised*/)
 {
-    auto statement = m_connection->prepareJet(sql, Activity::Execute);
+    const std::shared_ptr<Connection> connection = m_connection;
+    auto statement = connection->prepareJet(sql, Activity::Execute);
     sqlite3_stmt* stmt = statement.get();
     if (sqlite3_column_count(stmt) > 0 && sqlite3_stmt_readonly(stmt))
         raiseJetError(errCannotExecuteSelect, sql);
-    int rc = m_connection->step(statement);
-    while (rc == SQLITE_ROW)
-        rc = sqlite3_step(stmt);
-    if (rc != SQLITE_DONE)
-        m_connection->fail(rc, Activity::Execute, statement.translation().kind);
-    m_connection->recordsAffected = sqlite3_changes64(m_connection->handle());
+    connection->writeUnit(Activity::Execute, [&] {
+        int rc = connection->step(statement);
+        while (rc == SQLITE_ROW)
+            rc = sqlite3_step(stmt);
+        if (rc != SQLITE_DONE)
+            connection->fail(rc, Activity::Execute, statement.translation().kind);
+        connection->recordsAffected = sqlite3_changes64(connection->handle());
+        sqlite3_reset(stmt);
+    });
 }
 
 long long Database::RecordsAffected() const

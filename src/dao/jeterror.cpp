@@ -19,6 +19,7 @@ const QHash<int, QString>& descriptions()
         {errNoCurrentRecord, QStringLiteral("There is no current record.")},
         {errDuplicateKey,
          QStringLiteral("The change was not made: it would give two records the same value in a unique key.")},
+        {errNoTransaction, QStringLiteral("There is no transaction to commit or roll back.")},
         {errFileNotFound, QStringLiteral("The database file could not be found.")},
         {errCannotUpdate, QStringLiteral("The record cannot be changed: the database or the recordset is read-only.")},
         {errDiskOrNetwork, QStringLiteral("A disk or network error stopped the database engine.")},

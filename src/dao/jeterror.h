@@ -18,6 +18,7 @@ enum JetErrorNumber : int
     errUpdateWithoutEdit = 3020,
     errNoCurrentRecord = 3021,
     errDuplicateKey = 3022,
+    errNoTransaction = 3034, // CommitTrans or Rollback with no BeginTrans
     errFileNotFound = 3024,
     errCannotUpdate = 3027, // read-only database or recordset
     errDiskOrNetwork = 3043,

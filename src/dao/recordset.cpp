@@ -145,8 +145,19 @@ int Recordset::Impl::fieldIndex(const QString& name) const
     raiseJetError(errItemNotFound, name);
 }
 
+Recordset::Impl::~Impl()
+{
+    cancelEdit();
+}
+
 void Recordset::Impl::cancelEdit()
 {
+    if (holdsLock) {
+        holdsLock = false;
+        if (conn && conn->isOpen() && conn->level() == 1) {
+            conn->rollbackTransaction();
+        }
+    }
     editMode = dbEditNone;
     buffer.clear();
     changed.clear();

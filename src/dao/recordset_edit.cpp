@@ -1,5 +1,8 @@
 // Recordset: Edit, AddNew, Update, CancelUpdate and Delete. Every write is one
 // statement with bound parameters, addressed by the row id the set read at open.
+// Edit locks pessimistically: it takes the write lock (unless a transaction is
+// open already) and reads the row again, so the edit starts from what is there
+// now and nobody else can change it before Update.
 #include "dao/recordset_p.h"
 #include "dao/values.h"
 
@@ -12,6 +15,19 @@ void Recordset::Edit()
     d->requireUsable();
     d->requireUpdatable();
     d->requireCurrent();
+    d->cancelEdit();
+    const std::shared_ptr<Connection> conn = d->conn; // alive across the wait's events
+    if (conn->level() == 0) {
+        conn->beginTransaction(Activity::Write);
+        d->holdsLock = true;
+    }
+    try {
+        d->requireUsable();
+        d->rereadCurrent();
+    } catch (...) {
+        d->cancelEdit();
+        throw;
+    }
     const auto first = d->cells.begin() + std::ptrdiff_t(d->pos * d->width());
     d->buffer.assign(first, first + d->width());
     d->changed.assign(std::size_t(d->width()), 0);
@@ -49,18 +65,66 @@ void Recordset::Delete()
     d->requireUpdatable();
     d->requireCurrent();
     d->cancelEdit();
-    d->deleteCurrent();
+    const std::shared_ptr<Connection> conn = d->conn; // alive across the wait's events
+    conn->writeUnit(Activity::Write, [this] { d->deleteCurrent(); });
 }
 
-// A failed write leaves the edit buffer as it was, so the caller can try the
-// same Update again after a lock error, as Jet allows.
+// The current row as the file holds it now; 3167 when another client deleted it.
+void Recordset::Impl::rereadCurrent()
+{
+    QString select = QStringLiteral("SELECT rowid");
+    for (int i = 0; i < width(); ++i) {
+        select += QStringLiteral(", ");
+        select +=
+            isWritable(i) ? quoteIdentifier(columns->columns[std::size_t(i)].originColumn) : QStringLiteral("NULL");
+    }
+    select += QStringLiteral(" FROM ") + quoteIdentifier(table) + QStringLiteral(" WHERE rowid = ?");
+    auto statement = conn->prepareNative(select, StatementKind::Select, Activity::Write);
+    sqlite3_bind_int64(statement.get(), 1, rowids[std::size_t(pos)]);
+    const int rc = conn->step(statement);
+    if (rc == SQLITE_DONE)
+        raiseJetError(errRecordDeleted, QStringLiteral("the row was deleted by another user"));
+    if (rc != SQLITE_ROW)
+        conn->fail(rc, Activity::Write, StatementKind::Select);
+    for (int i = 0; i < width(); ++i) {
+        if (isWritable(i)) {
+            cells[std::size_t(pos * width() + i)] =
+                readColumn(statement.get(), i + 1, columns->columns[std::size_t(i)].type);
+        }
+    }
+}
+
+// With an Edit's lock the write is committed at once; inside a transaction it
+// waits for the transaction's commit; otherwise it is a transaction of its own.
+// A failed write lets go of the lock but leaves the edit buffer as it was, so
+// the caller can try the same Update again, as Jet allows.
 void Recordset::Impl::update()
+{
+    const std::shared_ptr<Connection> keep = conn; // alive across the wait's events
+    if (holdsLock) {
+        try {
+            write();
+            holdsLock = false;
+            conn->commitTransaction(Activity::Write);
+        } catch (...) {
+            if (holdsLock) {
+                holdsLock = false;
+                conn->rollbackTransaction();
+            }
+            throw;
+        }
+    } else {
+        conn->writeUnit(Activity::Write, [this] { write(); });
+    }
+    cancelEdit();
+}
+
+void Recordset::Impl::write()
 {
     if (editMode == dbEditAdd)
         insertBuffer();
     else
         updateRow();
-    cancelEdit();
 }
 
 void Recordset::Impl::updateRow()

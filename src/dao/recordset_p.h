@@ -34,12 +34,17 @@ struct Recordset::Impl
     bool eof = true;
 
     int editMode = dbEditNone;
+    // True while an Edit of this set holds the file's write lock (no transaction
+    // was open at the Edit); Update commits it, anything else rolls it back.
+    bool holdsLock = false;
     std::vector<QVariant> buffer;
     std::vector<unsigned char> changed;
 
     QString indexName;
     std::vector<int> indexFields;
     bool noMatch = false;
+
+    ~Impl();
 
     static std::unique_ptr<Recordset> create(const std::shared_ptr<Connection>& conn, const QString& source, int type,
                                              int options);
@@ -73,10 +78,13 @@ struct Recordset::Impl
     void readRows(Connection::Statement& statement);
     void appendRow(sqlite3_stmt* stmt, int firstColumn, qint64 rowid);
     void positionOnFirst();
+    // Ends an edit or an added row without writing, letting go of an Edit's lock.
     void cancelEdit();
 
     // Writing back (recordset_edit.cpp).
+    void rereadCurrent();
     void update();
+    void write();
     void insertBuffer();
     void updateRow();
     void deleteCurrent();

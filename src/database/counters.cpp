@@ -3,6 +3,7 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "database/unitofchange.h"
 #include "database/upgrade.h"
 #include "platform/msgbox.h"
 #include "start/err.h"
@@ -112,57 +113,56 @@ void subGetCounterValues()
     step([] { subCloseDatabase(); });
 }
 
+// The read, the raise and the write run as one unit of change, so two clients
+// raising at once both count. On its own the unit is rolled back before either
+// box; inside a status change the whole change is.
 void subUpdateStatusCounter()
 {
     // How far the procedure got. Neither of its boxes names it; it is kept as
     // every guarded procedure keeps its name, and read in a debugger.
     const QString strBase = QStringLiteral("modUser - subUpdateStatusCounter event");
     QString strProcedure = strBase;
-    for (;;) {
-        try {
-            gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
-            subOpenDatabase();
-            std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
-            strProcedure = strBase + QStringLiteral(" - Finsihed Opening Database");
-            if (rs->RecordCount() == 0) {
-                strProcedure = strBase + QStringLiteral(" - Creating Status Counter default value");
-                rs->AddNew();
-                rs->Update();
-                // The new row becomes the current one, so that its Counter is read next.
-                rs->MoveFirst();
-            }
-            if (rs->Fields(QStringLiteral("Counter")).IsNull()) {
-                strProcedure =
-                    strBase + QStringLiteral(" - Creating Status Counter default value - setting counter to 1");
-                rs->Edit();
-                rs->Fields(QStringLiteral("Counter")) = 1;
-                rs->Update();
-            }
-            strProcedure = strBase + QStringLiteral(" - moving first");
-            rs->MoveFirst();
-            const long long lngNewValue = longOf(rs->Fields(QStringLiteral("Counter"))) + 1;
-            const QString value = QString::number(lngNewValue);
-            strProcedure = strBase + QStringLiteral(" - Updating Status counter to: ") + value;
-            rs->Edit();
-            rs->Fields(QStringLiteral("Counter")) = lngNewValue;
-            strProcedure = strBase + QStringLiteral(" - About to Update Status counter to: ") + value;
+    const auto raise = [&] {
+        gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+        std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+        strProcedure = strBase + QStringLiteral(" - Finsihed Opening Database");
+        if (rs->RecordCount() == 0) {
+            strProcedure = strBase + QStringLiteral(" - Creating Status Counter default value");
+            rs->AddNew();
             rs->Update();
-            strProcedure = strBase + QStringLiteral(" - Updated Status counter to: ") + value;
-            rs->Close();
-            subCloseDatabase();
-            // The last acted-on value stays, so this client's next refresh rebuilds too.
-            glngStatusCounter = lngNewValue;
-            return;
-        } catch (const dao::JetError& e) {
-            Err.Set(e);
+            // The new row becomes the current one, so that its Counter is read next.
+            rs->MoveFirst();
         }
+        if (rs->Fields(QStringLiteral("Counter")).IsNull()) {
+            strProcedure =
+                strBase + QStringLiteral(" - Creating Status Counter default value - setting counter to 1");
+            rs->Edit();
+            rs->Fields(QStringLiteral("Counter")) = 1;
+            rs->Update();
+        }
+        strProcedure = strBase + QStringLiteral(" - moving first");
+        rs->MoveFirst();
+        // Read inside the unit, which holds the write lock: nobody raises it meanwhile.
+        const long long lngNewValue = longOf(rs->Fields(QStringLiteral("Counter"))) + 1;
+        const QString value = QString::number(lngNewValue);
+        strProcedure = strBase + QStringLiteral(" - Updating Status counter to: ") + value;
+        rs->Edit();
+        rs->Fields(QStringLiteral("Counter")) = lngNewValue;
+        strProcedure = strBase + QStringLiteral(" - About to Update Status counter to: ") + value;
+        rs->Update();
+        strProcedure = strBase + QStringLiteral(" - Updated Status counter to: ") + value;
+        rs->Close();
+        subCloseDatabase();
+        // The last acted-on value stays, so this client's next refresh rebuilds too.
+        glngStatusCounter = lngNewValue;
+    };
+    fnRunUnit(raise, [](const dao::JetError& e, int) {
+        Err.Set(e);
         if (Err.Number != dao::errRecordLocked) {
-            // The change that led here stands; only the counter was not raised.
+            // The change that led here was rolled back with the raise.
             errorbox::showUpdate(Err.Number, Err.Description);
-            return;
+            return false;
         }
-        if (errorbox::showRetry(Err.Number, Err.Description, gstrProgramTitle) != vbYes) {
-            return;
-        }
-    }
+        return errorbox::showRetry(Err.Number, Err.Description, gstrProgramTitle) == vbYes;
+    });
 }

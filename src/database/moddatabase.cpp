@@ -125,6 +125,12 @@ QTimer& TimerCloseDatabase()
 
 void TimerCloseDatabase_Timer()
 {
+    // A tick that comes while a write waits for another client's lock, or inside
+    // a unit of change, leaves the file open: closing now would lose that work.
+    // The timer runs on, so the next tick closes it.
+    if (gdbDatabase && gdbDatabase->isOpen() && gdbDatabase->isBusy()) {
+        return;
+    }
     gblnDatabaseClosed = true;
     subCloseDatabase();
 }

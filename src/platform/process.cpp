@@ -89,4 +89,11 @@ void DoEvents()
     }
 }
 
+void DoEventsExceptInput()
+{
+    if (QCoreApplication::instance()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+}
+
 } // namespace platform

@@ -41,5 +41,8 @@ void runAtEnd();
 
 // VB's DoEvents: lets pending events and timers run.
 void DoEvents();
+// DoEvents without the user's input: timers and repaints run, but a second click
+// or key press waits until the work under way is done.
+void DoEventsExceptInput();
 
 } // namespace platform

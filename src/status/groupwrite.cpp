@@ -4,6 +4,7 @@
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
+#include "database/unitofchange.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/err.h"
@@ -49,7 +50,7 @@ Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
                    vbRetryCancel + vbQuestion, title) == vbRetry) {
             return Resume::Again;
         }
-        return Resume::Exit; // rows written so far stay; no counter is raised
+        return Resume::Exit; // the unit was rolled back: nothing is written or counted
     case 3709:               // a damaged index: nothing more can be trusted
         MsgBox(corruptedText(), vbOKOnly + vbCritical, title);
         subCloseDatabase();
@@ -62,7 +63,7 @@ Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
         return Resume::Exit;
     case dao::errCouldNotLockFile:
     case dao::errObjectInvalid: {
-        // Another client held the row: the statement is passed over, with a log row to show for it.
+        // Another client's lock did not pass: the change is passed over, with a log row to show for it.
         const QString note = stage + QStringLiteral(" - ") + status::errorHead(kProcedure);
         subUpdateTransactionLog(QStringLiteral("Error"), QStringLiteral("subUpdateSelectedUsersRecords"), note,
                                 QString());
@@ -80,6 +81,10 @@ Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
 
 } // namespace
 
+// Every selected row, its mirror and log row, and the counter raised once, in one
+// unit of change. A failure rolls the whole unit back before the handler answers:
+// Retry runs the unit again, any other answer ends the routine with nothing of
+// the change written.
 void subUpdateSelectedUsersRecords(const QString& status)
 {
     const QStringList names = mainScreen().selectedRowTexts(int(gintNameColumn));
@@ -88,53 +93,47 @@ void subUpdateSelectedUsersRecords(const QString& status)
     }
     subOpenDatabase();
     QString strStage;
-    status::Trap trap([&](const dao::JetError& e) { return answerGroupWriteError(e, strStage); });
-
-    std::unique_ptr<dao::Recordset> rs;
-    for (const QString& listed : names) {
-        const QString name = listed.trimmed();
-        strStage = QStringLiteral("OpenRecordset");
-        gstrSQL = status::employeeRowSql(name);
-        std::unique_ptr<dao::Recordset> opened;
-        if (!trap([&] { opened = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); })) {
-            return;
-        }
-        if (!opened || opened->RecordCount() == 0) {
-            continue; // no such row (or no set): nothing further for this one
-        }
-        rs = std::move(opened); // the previous row's set is replaced, not closed first
-        if (!trap([&] { rs->MoveFirst(); })) {
-            return;
-        }
-        subSetStatusCode(status);
-
-        strStage = QStringLiteral("rstLocal.Edit");
-        if (!trap([&] { rs->Edit(); })) {
-            return;
-        }
-        // An edit passed over (a lock conflict) leaves no buffer: the row stays as it was.
-        if (rs->EditMode() != dao::dbEditNone) {
+    const auto writeAll = [&] {
+        for (const QString& listed : names) {
+            const QString name = listed.trimmed();
+            strStage = QStringLiteral("OpenRecordset");
+            gstrSQL = status::employeeRowSql(name);
+            const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+            if (rs->RecordCount() == 0) {
+                continue; // no such row: nothing further for this one
+            }
+            rs->MoveFirst();
+            subSetStatusCode(status);
+            strStage = QStringLiteral("rstLocal.Edit");
+            rs->Edit();
             // The stamp and the comment rule are the changer's own, as are the globals cleared.
-            if (!trap([&] { status::writeStatusFields(*rs, status, gstrDefaultUser.trimmed()); })) {
-                return;
-            }
+            status::writeStatusFields(*rs, status, gstrDefaultUser.trimmed());
             strStage = QStringLiteral("Update");
-            if (!trap([&] { rs->Update(); })) {
-                return;
+            rs->Update();
+            strStage = QStringLiteral("EmployeeStatusTracking");
+            gstrSQL = status::trackingMirrorSql(status, name);
+            status::database().Execute(gstrSQL);
+            strStage = QStringLiteral("subUpdateTransactionLog");
+            subUpdateTransactionLog(status, gstrDueBack, gstrComment, name);
+        }
+        strStage = QStringLiteral("subUpdateStatusCounter");
+        subUpdateStatusCounter();
+    };
+    for (;;) {
+        Resume answer = Resume::Exit;
+        try {
+            if (!fnRunUnit(writeAll)) {
+                return; // the counter's or the log's own answer gave the change up
             }
+            break;
+        } catch (const dao::JetError& e) {
+            Err.Set(e);
+            answer = answerGroupWriteError(e, strStage);
         }
-        strStage = QStringLiteral("EmployeeStatusTracking");
-        gstrSQL = status::trackingMirrorSql(status, name);
-        if (!trap([&] { status::database().Execute(gstrSQL); })) {
-            return;
-        }
-        strStage = QStringLiteral("subUpdateTransactionLog");
-        if (!trap([&] { subUpdateTransactionLog(status, gstrDueBack, gstrComment, name); })) {
+        if (answer != Resume::Again) {
             return;
         }
     }
-    if (!trap([] { subUpdateStatusCounter(); })) {
-        return;
-    }
+    status::Trap trap([&](const dao::JetError& e) { return answerGroupWriteError(e, strStage); });
     trap([] { subCloseDatabase(); });
 }

@@ -6,6 +6,7 @@
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
+#include "database/unitofchange.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/err.h"
@@ -84,56 +85,71 @@ void subSetStatusCode(const QString& status)
     }
 }
 
-// No failure is handled here until the tray tip: the open, the edit, the mirror,
-// the counter and the log step let a failure go up to the caller. Only the
-// writers of the log and the counter and subOpenDatabase recover by themselves.
+// The row, the tracking mirror, the counter and the log row are one unit of
+// change: committed together, or rolled back together. No failure of the row or
+// the mirror is handled here: after the rollback it goes up to the caller. The
+// counter's and the log's own answers run once the unit is rolled back.
 void subUpdateDefaultUsersRecord(const QString& status)
 {
     subOpenDatabase();
     gstrSQL = status::employeeRowSql(gstrDefaultUser);
+    const QString rowSql = gstrSQL;
     Err.Clear();
-    const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
-    if (rs->RecordCount() > 0) {
-        rs->MoveFirst();
-        subSetStatusCode(status);
-        gstrCurrentStatus = status;
-        rs->Edit();
-        status::writeStatusFields(*rs, status, gstrDefaultUser);
-        rs->Update();
-        rs->Close();
+    {
+        // The code is looked up before the unit, so that its box never shows while
+        // the write lock is held.
+        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        if (rs->RecordCount() > 0) {
+            subSetStatusCode(status);
+            gstrCurrentStatus = status;
+        }
     }
-    gstrSQL = status::trackingMirrorSql(status, gstrDefaultUser);
-    status::database().Execute(gstrSQL);
-    subUpdateStatusCounter();
-    if (gblnSuppressNextLog) {
-        // The screen saver's mark was the last change: this write is its end, not news.
-        gblnSuppressNextLog = false;
-    } else {
-        subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
-    }
+    // The screen saver's mark was the last change: this write is its end, not news.
+    const bool blnLog = !gblnSuppressNextLog;
+    gblnSuppressNextLog = false;
+    fnRunUnit([&] {
+        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        if (rs->RecordCount() > 0) {
+            rs->MoveFirst();
+            rs->Edit();
+            status::writeStatusFields(*rs, status, gstrDefaultUser);
+            rs->Update();
+            rs->Close();
+        }
+        gstrSQL = status::trackingMirrorSql(status, gstrDefaultUser);
+        status::database().Execute(gstrSQL);
+        subUpdateStatusCounter();
+        if (blnLog) {
+            subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
+        }
+    });
     status::showStatusInTrayTip();
 }
 
 // The lock sensing's write: Status and LastModified only; the code, the caption,
-// DueBack and Comments stay as they are, and the log row is always written.
+// DueBack and Comments stay as they are, and the log row is always written. One
+// unit of change, as above.
 void subUpdateDefaultUsersRecordStatusOnly(const QString& status)
 {
     gstrSQL = status::employeeRowSql(gstrDefaultUser);
+    const QString rowSql = gstrSQL;
     Err.Clear();
     subOpenDatabase();
-    const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
-    if (rs->RecordCount() > 0) {
-        rs->MoveFirst();
-        rs->Edit();
-        rs->Fields(QStringLiteral("Status")) = status.trimmed();
-        rs->Fields(QStringLiteral("LastModified")) = status::stampedBy(gstrDefaultUser.trimmed());
-        rs->Update();
-        rs->Close();
-    }
-    gstrSQL = status::trackingMirrorSql(status.trimmed(), gstrDefaultUser.trimmed());
-    status::database().Execute(gstrSQL);
-    subUpdateStatusCounter();
-    subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
+    fnRunUnit([&] {
+        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        if (rs->RecordCount() > 0) {
+            rs->MoveFirst();
+            rs->Edit();
+            rs->Fields(QStringLiteral("Status")) = status.trimmed();
+            rs->Fields(QStringLiteral("LastModified")) = status::stampedBy(gstrDefaultUser.trimmed());
+            rs->Update();
+            rs->Close();
+        }
+        gstrSQL = status::trackingMirrorSql(status.trimmed(), gstrDefaultUser.trimmed());
+        status::database().Execute(gstrSQL);
+        subUpdateStatusCounter();
+        subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
+    });
     status::showStatusInTrayTip();
 }
 

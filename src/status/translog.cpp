@@ -2,6 +2,7 @@
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
+#include "database/unitofchange.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
@@ -57,6 +58,9 @@ QString insertSql(const QStringList& values)
 
 } // namespace
 
+// The insert is a unit of change of its own, or a part of the status change that
+// calls it. A failure rolls the unit back, then counts; the retry repeats this
+// call's own statement, never what gstrSQL holds after events have run.
 void subUpdateTransactionLog(const QString& status, const QString& dueBack, const QString& comments,
                              const QString& name)
 {
@@ -78,25 +82,24 @@ void subUpdateTransactionLog(const QString& status, const QString& dueBack, cons
         gstrSQL = insertSql({who, status, dueBack, comments, lastModified, gstrLoginName, logDateTime, gstrComputerName,
                              gstrIPAddress});
     });
+    const QString sql = gstrSQL;
     trap([] { subOpenDatabase(); });
 
     // From here on a failure only counts; intLogRetries is never reset, so the
     // third failure of the run is the one reported, wherever it falls.
-    int retriesPastReport = 0;
-    for (;;) {
-        Err.Clear();
-        if (ResumeNext([] { status::database().Execute(gstrSQL); })) {
-            return;
-        }
-        ++intLogRetries;
-        if (intLogRetries == kReportedFailure) {
-            break;
-        }
-        if (intLogRetries > kReportedFailure && ++retriesPastReport > kRetriesPastReport) {
-            return; // the status change stands; this log row is lost
-        }
-        DoEvents();
-        Sleep(kRetryPauseMs);
-    }
-    showLogFailure();
+    fnRunUnit([&] { status::database().Execute(sql); },
+              [](const dao::JetError& e, int attempt) {
+                  Err.Set(e);
+                  ++intLogRetries;
+                  if (intLogRetries == kReportedFailure) {
+                      showLogFailure();
+                      return false;
+                  }
+                  if (intLogRetries > kReportedFailure && attempt > kRetriesPastReport) {
+                      return false; // this log row, and the change it belongs to, are given up
+                  }
+                  DoEvents();
+                  Sleep(kRetryPauseMs);
+                  return true;
+              });
 }

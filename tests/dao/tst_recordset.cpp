@@ -256,9 +256,7 @@ void TestRecordset::deletes()
     QCOMPARE(rs->Fields("Name").Text(), QString("Ann"));
 
     daotest::sqliteExec(m_file, "DELETE FROM People WHERE ID = 1");
-    rs->Edit();
-    rs->Fields("Num") = 1;
-    QCOMPARE(jetNumber([&] { rs->Update(); }), int(errRecordDeleted));
+    QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errRecordDeleted)); // Edit reads the row again
     QCOMPARE(jetNumber([&] { rs->Delete(); }), int(errRecordDeleted));
     QCOMPARE(daotest::sqliteValue(m_file, "SELECT group_concat(Name) FROM People"), QString("Cy"));
 }
@@ -289,22 +287,24 @@ void TestRecordset::seekOnPrimaryKey()
 }
 
 // Another process holds the file locked: writes wait for the busy timeout, then
-// fail with the numbers the logic retries on; the edit survives for a retry.
+// fail with the numbers the logic retries on; an added row survives for a retry.
 void TestRecordset::lockedFileDuringWrites()
 {
     DBEngine::setBusyTimeoutMs(200);
     auto rs = people();
     daotest::Helper helper;
     QCOMPARE(helper.start({"hold", m_file}), QString("locked"));
-    rs->Edit();
-    rs->Fields("Num") = 77;
+    QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errRecordLocked));
+    QCOMPARE(rs->EditMode(), int(dbEditNone));
+    rs->AddNew();
+    rs->Fields("Name") = QString("Dee");
     QCOMPARE(jetNumber([&] { rs->Update(); }), int(errRecordLocked));
-    QCOMPARE(rs->EditMode(), int(dbEditInProgress));
+    QCOMPARE(rs->EditMode(), int(dbEditAdd));
     QCOMPARE(jetNumber([&] { m_db->Execute("UPDATE People SET Num = 1"); }), int(errLockedByUser));
     QCOMPARE(jetNumber([&] { m_db->OpenRecordset("People"); }), int(errCouldNotLockFile));
     helper.finish();
     rs->Update();
-    QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), QString("77"));
+    QCOMPARE(daotest::sqliteValue(m_file, "SELECT count(*) FROM People WHERE Name = 'Dee'"), QString("1"));
 }
 
 // Two clients write two fields of one row at once: every write lands or fails
