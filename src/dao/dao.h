@@ -36,12 +36,32 @@ struct sqlite3;
 
 namespace dao {
 
-enum RecordsetTypeEnum { dbOpenTable = 1, dbOpenDynaset = 2, dbOpenSnapshot = 4 };
-enum RecordsetOptionEnum { dbReadOnly = 4 };
-enum EditModeEnum { dbEditNone = 0, dbEditInProgress = 1, dbEditAdd = 2 };
+enum RecordsetTypeEnum
+{
+    dbOpenTable = 1,
+    dbOpenDynaset = 2,
+    dbOpenSnapshot = 4
+};
+enum RecordsetOptionEnum
+{
+    dbReadOnly = 4
+};
+enum EditModeEnum
+{
+    dbEditNone = 0,
+    dbEditInProgress = 1,
+    dbEditAdd = 2
+};
 
 // The value kinds a field reads as; the column's declared type decides.
-enum class FieldType { Text, Long, Double, Boolean, Other };
+enum class FieldType
+{
+    Text,
+    Long,
+    Double,
+    Boolean,
+    Other
+};
 
 class Connection;
 class Recordset;

@@ -134,8 +134,7 @@ void subUpdateStatusCounter()
             rs->MoveFirst();
         }
         if (rs->Fields(QStringLiteral("Counter")).IsNull()) {
-            strProcedure =
-                strBase + QStringLiteral(" - Creating Status Counter default value - setting counter to 1");
+            strProcedure = strBase + QStringLiteral(" - Creating Status Counter default value - setting counter to 1");
             rs->Edit();
             rs->Fields(QStringLiteral("Counter")) = 1;
             rs->Update();
