@@ -2,6 +2,7 @@
 //   dao_helper hold PATH               SQLite's own exclusive lock (BEGIN EXCLUSIVE)
 //   dao_helper exclusive PATH          the engine's exclusive (maintenance) open
 //   dao_helper write PATH FIELD COUNT  COUNT Edit/Updates of FIELD of the first row of People
+//   dao_helper raise PATH COUNT        COUNT raises by one of Num of the first row of People
 // "hold" and "exclusive" print "locked" and keep the lock until stdin closes.
 // "write" prints "ready", then "done written=N lost=M last=V" (V: last value written).
 #include "dao/dao.h"
@@ -82,6 +83,26 @@ int write(const QString& path, const QString& field, int count)
     return 0;
 }
 
+// Read, add one, write back through Edit/Update, each time on a fresh open.
+int raise(const QString& path, int count)
+{
+    try {
+        for (int i = 0; i < count; ++i) {
+            auto db = dao::DBEngine::OpenDatabase(path);
+            auto rs = db->OpenRecordset(QStringLiteral("People"));
+            rs->Edit();
+            rs->Fields(QStringLiteral("Num")) = rs->Fields(QStringLiteral("Num")).Value().toLongLong() + 1;
+            rs->Update();
+            db->Close();
+        }
+    } catch (const dao::JetError& e) {
+        std::printf("error %d\n", e.number());
+        return 1;
+    }
+    std::printf("done\n");
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -92,8 +113,10 @@ int main(int argc, char** argv)
         return hold(args[2]);
     if (args.size() >= 3 && args[1] == QLatin1String("exclusive"))
         return exclusive(args[2]);
+    if (args.size() >= 4 && args[1] == QLatin1String("raise"))
+        return raise(args[2], args[3].toInt());
     if (args.size() >= 5 && args[1] == QLatin1String("write"))
         return write(args[2], args[3], args[4].toInt());
-    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH | write PATH FIELD COUNT\n");
+    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH | write PATH FIELD COUNT | raise PATH COUNT\n");
     return 2;
 }

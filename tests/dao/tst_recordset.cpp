@@ -3,7 +3,10 @@
 // contention from another process.
 #include "daotest.h"
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <optional>
 
 using namespace dao;
 using daotest::jetNumber;
@@ -32,6 +35,11 @@ private slots:
     void seekOnPrimaryKey();
     void lockedFileDuringWrites();
     void twoProcessesWriteOneRow();
+    void editWaitsForAnotherEdit();
+    void editGivesUpAfterTheBusyTimeout();
+    void transactions_data();
+    void transactions();
+    void processesRaiseOneCounter();
 
 private:
     std::unique_ptr<Recordset> people()
@@ -336,6 +344,112 @@ void TestRecordset::twoProcessesWriteOneRow()
     QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), report.section("last=", 1));
     QCOMPARE(daotest::sqliteValue(m_file, "SELECT CAST(Amount AS INTEGER) FROM People WHERE ID = 1"),
              QString::number(last));
+}
+
+// A second client's Edit waits for the first one's Update, with timers running
+// meanwhile, and then raises the value the first one wrote: both raises count.
+void TestRecordset::editWaitsForAnotherEdit()
+{
+    auto other = DBEngine::OpenDatabase(m_file);
+    auto mine = people();
+    auto theirs = other->OpenRecordset("People");
+    mine->Edit();
+    mine->Fields("Num") = mine->Fields("Num").Value().toInt() + 1;
+    QTimer::singleShot(150, [&] { mine->Update(); });
+    theirs->Edit();
+    QCOMPARE(mine->EditMode(), int(dbEditNone)); // the timer ran during the wait
+    theirs->Fields("Num") = theirs->Fields("Num").Value().toInt() + 1;
+    theirs->Update();
+    QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), QString("12"));
+}
+
+// An Edit that is never updated keeps others out only until the busy timeout;
+// CancelUpdate lets go at once.
+void TestRecordset::editGivesUpAfterTheBusyTimeout()
+{
+    DBEngine::setBusyTimeoutMs(200);
+    auto other = DBEngine::OpenDatabase(m_file);
+    auto mine = people();
+    auto theirs = other->OpenRecordset("People");
+    mine->Edit();
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(jetNumber([&] { theirs->Edit(); }), int(errRecordLocked));
+    QVERIFY(timer.elapsed() >= 200);
+    QCOMPARE(jetNumber([&] { other->BeginTrans(); }), int(errRecordLocked));
+    mine->CancelUpdate();
+    QCOMPARE(jetNumber([&] { theirs->Edit(); }), 0);
+}
+
+// Steps: "begin", "commit", "rollback", "set N" (Execute), "edit N" (Edit/Update),
+// "seen N" (what another client reads now), "close"; then Num as the file holds it.
+void TestRecordset::transactions_data()
+{
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QString>("num");
+    const auto row = [](const char* name, const char* steps, const char* num) {
+        QTest::newRow(name) << QString(steps).split(", ") << QString(num);
+    };
+    row("committed at once", "begin, set 5, edit 6, seen 10, commit, seen 6", "6");
+    row("rolled back", "begin, set 5, edit 6, rollback", "10");
+    row("inner level rolled back", "begin, set 5, begin, set 6, rollback, commit", "5");
+    row("inner committed, outer rolled back", "begin, set 5, begin, set 6, commit, rollback", "10");
+    row("closed while open", "begin, set 5, close", "10");
+    row("guard not committed", "guard, set 5, end", "10");
+    row("guard committed", "guard, set 5, commit guard, end", "5");
+}
+
+void TestRecordset::transactions()
+{
+    QFETCH(QStringList, steps);
+    QFETCH(QString, num);
+    auto rs = people();
+    std::optional<Transaction> guard;
+    for (const QString& step : steps) {
+        const QString arg = step.section(' ', 1);
+        if (step == "begin")
+            m_db->BeginTrans();
+        else if (step == "commit")
+            m_db->CommitTrans();
+        else if (step == "rollback")
+            m_db->Rollback();
+        else if (step == "close")
+            m_db->Close();
+        else if (step == "guard")
+            guard.emplace(*m_db);
+        else if (step == "commit guard")
+            guard->Commit();
+        else if (step == "end")
+            guard.reset();
+        else if (step.startsWith("set"))
+            m_db->Execute("UPDATE People SET Num = " + arg + " WHERE ID = 1");
+        else if (step.startsWith("edit")) {
+            rs->Edit();
+            rs->Fields("Num") = arg.toInt();
+            rs->Update();
+        } else if (step.startsWith("seen"))
+            QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), arg);
+    }
+    QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), num);
+    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(m_file)->CommitTrans(); }), int(errNoTransaction));
+}
+
+// Several processes raise one counter through Edit/Update at once: none is lost.
+void TestRecordset::processesRaiseOneCounter()
+{
+    m_db->Close();
+    constexpr int kProcesses = 6;
+    constexpr int kRaises = 25;
+    std::vector<std::unique_ptr<daotest::Helper>> helpers;
+    for (int i = 0; i < kProcesses; ++i) {
+        helpers.push_back(std::make_unique<daotest::Helper>());
+        helpers.back()->process.start(QCoreApplication::applicationDirPath() + "/dao_helper",
+                                      {"raise", m_file, QString::number(kRaises)});
+    }
+    for (auto& helper : helpers)
+        QCOMPARE(helper->finish(), QString("done"));
+    QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"),
+             QString::number(10 + kProcesses * kRaises));
 }
 
 QTEST_GUILESS_MAIN(TestRecordset)

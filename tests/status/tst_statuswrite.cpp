@@ -34,14 +34,19 @@ struct Word
     bool cleared = false;
 };
 
-// Renames a table behind the engine's back, through a connection of SQLite's own.
-void renameTable(const QString& dbPath, const QByteArray& from, const QByteArray& to)
+// Changes the file behind the engine's back, through a connection of SQLite's own.
+void execSql(const QString& dbPath, const QByteArray& sql)
 {
     sqlite3* db = nullptr;
     sqlite3_open_v2(QFile::encodeName(dbPath).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-    const int rc = sqlite3_exec(db, "ALTER TABLE " + from + " RENAME TO " + to, nullptr, nullptr, nullptr);
+    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
     sqlite3_close(db);
     QCOMPARE(rc, SQLITE_OK);
+}
+
+void renameTable(const QString& dbPath, const QByteArray& from, const QByteArray& to)
+{
+    execSql(dbPath, "ALTER TABLE " + from + " RENAME TO " + to);
 }
 
 } // namespace
@@ -66,6 +71,9 @@ private slots:
     void logColumns_data();
     void logColumns();
     void thirdLogFailureOfTheRunIsReported();
+    void failedPartLeavesNothing_data();
+    void failedPartLeavesNothing();
+    void changeWaitsOutAnotherClientsLock();
 };
 
 void TstStatusWrite::whoseRowIsWritten_data()
@@ -272,15 +280,20 @@ void TstStatusWrite::logColumns()
 }
 
 // Three changes each fail once and succeed on the retry, but the third failure
-// of the run is reported and loses its row. A lasting failure then gives up after
-// bounded, pausing retries, with no second message.
+// of the run is reported and loses its row. A timer that runs between the tries
+// leaves another statement in gstrSQL: the retry still writes its own row. A
+// lasting failure then gives up after bounded, pausing retries, with no second
+// message.
 void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
 {
     StatusFixture f;
     f.gw.boxes().answer(vbOK);
     for (int change = 1; change <= 3; ++change) {
         renameTable(f.site.dbPath(), "TransactionLogTable", "LogAway");
-        QTimer::singleShot(0, [&] { renameTable(f.site.dbPath(), "LogAway", "TransactionLogTable"); });
+        QTimer::singleShot(0, [&] {
+            renameTable(f.site.dbPath(), "LogAway", "TransactionLogTable");
+            gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+        });
         subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
         QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
         QCoreApplication::processEvents();
@@ -298,6 +311,81 @@ void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
     subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
     QCOMPARE(f.gw.boxes().count(), 1);
     QVERIFY(f.gw.clock().sleptMs() > 0);
+}
+
+// One write of a status change fails: the row, the mirror, the counter and the
+// log are as they were, for the person's own change and for a group change.
+void TstStatusWrite::failedPartLeavesNothing_data()
+{
+    QTest::addColumn<QByteArray>("breakage");
+    QTest::addColumn<bool>("group");
+    QTest::addColumn<int>("boxes");
+    const QByteArray log =
+        "CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN SELECT RAISE(ABORT, 'no'); END";
+    const QByteArray counter =
+        "CREATE TRIGGER NoRaise BEFORE UPDATE ON StatusCounterTable BEGIN SELECT RAISE(ABORT, 'no'); END";
+    const QByteArray mirror = "ALTER TABLE EmployeeStatusTracking RENAME TO Gone";
+    QTest::newRow("log row, own") << log << false << 1; // the log's box, at the run's third failure
+    QTest::newRow("counter, own") << counter << false << 1;
+    QTest::newRow("mirror, own") << mirror << false << 0; // goes up to the caller
+    QTest::newRow("log row, group") << log << true << 1;
+    QTest::newRow("counter, group") << counter << true << 1;
+    QTest::newRow("mirror, group") << mirror << true << 1;
+}
+
+void TstStatusWrite::failedPartLeavesNothing()
+{
+    QFETCH(QByteArray, breakage);
+    QFETCH(bool, group);
+    QFETCH(int, boxes);
+    StatusFixture f;
+    const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
+    for (const QString& name : people)
+        f.site.status(name, "Out").tracking("Ann Lee", name, "Out");
+    f.board.names = people;
+    f.board.selected = group ? QList<int>{1, 2} : QList<int>{0};
+    f.board.current = f.board.selected.first();
+    f.board.groupButton = true;
+    const long long before = f.counter();
+    execSql(f.site.dbPath(), breakage);
+    intLogRetries = 2;
+    f.gw.boxes().answer(vbOK, boxes);
+
+    try {
+        subSetStatus(QStringLiteral("Busy"));
+        QVERIFY(group || breakage.startsWith("CREATE"));
+    } catch (const dao::JetError& e) {
+        QCOMPARE(e.number(), int(dao::errTableNotFound));
+    }
+
+    QCOMPARE(f.gw.boxes().count(), boxes);
+    for (const QString& name : people)
+        QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
+    if (!breakage.startsWith("ALTER"))
+        QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
+    QCOMPARE(f.counter(), before);
+    QCOMPARE(f.logRows(), 0);
+}
+
+// Another client holds the write lock: the change waits, with timers running; the
+// close timer's tick meanwhile leaves the file open, and the change lands whole.
+void TstStatusWrite::changeWaitsOutAnotherClientsLock()
+{
+    StatusFixture f;
+    const long long before = f.counter();
+    sqlite3* other = nullptr;
+    sqlite3_open(QFile::encodeName(f.site.dbPath()).constData(), &other);
+    QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    QTimer::singleShot(50, [] { TimerCloseDatabase_Timer(); });
+    QTimer::singleShot(300, [&] { sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr); });
+
+    subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
+
+    sqlite3_close(other);
+    QVERIFY(gdbDatabase->isOpen());
+    QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
+    QCOMPARE(f.counter(), before + 1);
+    QCOMPARE(f.logRows(), 1);
 }
 
 QTEST_GUILESS_MAIN(TstStatusWrite)
