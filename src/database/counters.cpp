@@ -87,8 +87,9 @@ void subGetCounterValues()
     std::unique_ptr<dao::Recordset> rs;
     subTestStatusCounterTable();
     gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+    const QString sql = gstrSQL; // the open's boxes let events run, and timers change gstrSQL
     subOpenDatabase();
-    step([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    step([&] { rs = fnDatabase().OpenRecordset(sql, dao::dbOpenDynaset); });
     step([&] { fnRecordset(rs).MoveFirst(); });
     step([&] { glngStatusCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("Counter"))); });
     step([&] { glngStatusTypeCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("StatusTypeCounter"))); });

@@ -102,6 +102,10 @@ void subUpdateReleaseVersion()
     }
 }
 
+// The counters' row. Later opens in the same procedure use this text, not
+// gstrSQL, which a timer may have changed while a write waited for a lock.
+const QString kCountersSql = QStringLiteral("Select * from StatusCounterTable");
+
 // Opens the counters' row as a dynaset; a lost database object is opened again.
 std::unique_ptr<dao::Recordset> openCounters()
 {
@@ -109,7 +113,7 @@ std::unique_ptr<dao::Recordset> openCounters()
     for (int tries = 1;; ++tries) {
         Err.Clear();
         subOpenDatabase();
-        gstrSQL = QStringLiteral("Select * from StatusCounterTable");
+        gstrSQL = kCountersSql;
         ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
         if (Err.Number != dao::errObjectInvalid || !fnRetryAfterObjectGone(tries)) {
             return rs;
@@ -184,7 +188,7 @@ void subTestStatusCounterTable()
             fnDatabase().Execute(
                 QStringLiteral("ALTER TABLE StatusCounterTable ADD COLUMN ExtraColumnsCounter LONG NOT NULL"));
         });
-        ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+        ResumeNext([&] { rs = fnDatabase().OpenRecordset(kCountersSql, dao::dbOpenDynaset); });
         ResumeNext([&] { fnRecordset(rs).Edit(); });
         ResumeNext([&] { fnRecordset(rs).Fields(QStringLiteral("ExtraColumnsCounter")) = 1; });
         ResumeNext([&] { fnRecordset(rs).Update(); });
@@ -207,7 +211,7 @@ void subTestStatusCounterTable()
         {"SecurityCounter", "SecurityCounter"},
         {"ExtraColumnsCounter", "ExtraColumnsCounter"},
     };
-    ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    ResumeNext([&] { rs = fnDatabase().OpenRecordset(kCountersSql, dao::dbOpenDynaset); });
     for (const CounterTest& counter : kCounters) {
         const QString field = QString::fromLatin1(counter.write);
         if (testOrFail([&] { return fnRecordset(rs).Fields(QString::fromLatin1(counter.read)).IsNull(); })) {

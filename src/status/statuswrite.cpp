@@ -184,8 +184,10 @@ void subSetActiveFlag(const QString& flag)
 
     std::unique_ptr<dao::Recordset> rs;
     gstrSQL = status::employeeRowSql(gstrDefaultUser);
+    // Boxes and waits let events run, and timers change gstrSQL: a retry opens this set.
+    const QString sql = gstrSQL;
     trap([] { subOpenDatabase(); });
-    trap([&] { rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    trap([&] { rs = status::database().OpenRecordset(sql, dao::dbOpenDynaset); });
     if (!rs) {
         return; // the open was passed over: there is no set to write
     }
