@@ -2,6 +2,7 @@
 
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "start/globals.h"
 
 #include <optional>
 
@@ -51,8 +52,12 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
         std::optional<PartFailure> failure;
         try {
             subOpenDatabase();
-            const Depth depth;
+            const std::shared_ptr<dao::Database> held = gdbDatabase;
             dao::Transaction unit(fnDatabase());
+            if (gdbDatabase != held) {
+                continue; // events during the wait opened the file afresh: begin again on that one
+            }
+            const Depth depth; // only now: a unit a timer starts during the wait is one of its own
             body();
             unit.Commit();
             return true;
