@@ -116,7 +116,6 @@ void subUpdateSelectedUsersRecords(const QString& status)
             strStage = QStringLiteral("subUpdateTransactionLog");
             subUpdateTransactionLog(status, gstrDueBack, gstrComment, name);
         }
-        strStage = QStringLiteral("subUpdateStatusCounter");
         subUpdateStatusCounter();
     };
     for (;;) {
