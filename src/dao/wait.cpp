@@ -9,9 +9,9 @@
 #include "dao/connection.h"
 #include "platform/process.h"
 
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QThread>
+#include <chrono>
 #include <sqlite3.h>
 
 namespace dao {
@@ -62,7 +62,9 @@ int Connection::onBusy(void* data, int count)
     if (self->m_acquiring) {
         return 0; // the write lock is waited for in acquireWriteLock, with events running
     }
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const qint64 now =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())
+            .count();
     if (count == 0) {
         self->m_busySince = now;
     }
