@@ -73,6 +73,7 @@ private slots:
     void thirdLogFailureOfTheRunIsReported();
     void failedPartLeavesNothing_data();
     void failedPartLeavesNothing();
+    void changeWaitsOutAnotherClientsLock_data();
     void changeWaitsOutAnotherClientsLock();
 };
 
@@ -367,16 +368,34 @@ void TstStatusWrite::failedPartLeavesNothing()
     QCOMPARE(f.logRows(), 0);
 }
 
-// Another client holds the write lock: the change waits, with timers running; the
-// close timer's tick meanwhile leaves the file open, and the change lands whole.
+// Another client holds the write lock: the change waits, with timers running,
+// and lands whole. A tick of the close timer meanwhile leaves the file open; a
+// timer that opens the file afresh (as the group read does) makes the change
+// begin again on the new open.
+void TstStatusWrite::changeWaitsOutAnotherClientsLock_data()
+{
+    QTest::addColumn<bool>("reopen");
+    QTest::newRow("close timer's tick") << false;
+    QTest::newRow("a fresh open") << true;
+}
+
 void TstStatusWrite::changeWaitsOutAnotherClientsLock()
 {
+    QFETCH(bool, reopen);
     StatusFixture f;
+    dao::DBEngine::setBusyTimeoutMs(3000);
     const long long before = f.counter();
     sqlite3* other = nullptr;
     sqlite3_open(QFile::encodeName(f.site.dbPath()).constData(), &other);
     QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    QTimer::singleShot(50, [] { TimerCloseDatabase_Timer(); });
+    QTimer::singleShot(50, [reopen] {
+        if (reopen) {
+            gblnDatabaseClosed = true;
+            subOpenDatabase();
+        } else {
+            TimerCloseDatabase_Timer();
+        }
+    });
     QTimer::singleShot(300, [&] { sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr); });
 
     subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
