@@ -2,6 +2,7 @@
 
 #include "dao/fileprobe.h"
 #include "dao/jeterror.h"
+#include "dao/sqlfunctions.h"
 #include "dao/values.h"
 
 #include <QFile>
@@ -34,23 +35,6 @@ constexpr std::size_t kCacheLimit = 64;
 // The application id written into the header of the files we make, which also
 // puts a real header on disk at once.
 constexpr const char* kWriteHeader = "PRAGMA application_id = 1448297298"; // "VSKR"
-
-// Jet's LIKE in place of SQLite's: like(pattern, text) for "text LIKE pattern".
-void jetLikeFunction(sqlite3_context* context, int /*argc*/, sqlite3_value** argv)
-{
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
-        sqlite3_result_null(context);
-        return;
-    }
-    const auto utf8 = [](sqlite3_value* v) {
-        return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
-    };
-    try {
-        sqlite3_result_int(context, jetLike(utf8(argv[1]), utf8(argv[0])) ? 1 : 0);
-    } catch (const std::exception& e) {
-        sqlite3_result_error(context, e.what(), -1);
-    }
-}
 
 bool isBlank(const char* text)
 {
@@ -157,6 +141,9 @@ std::shared_ptr<Connection> Connection::create(const QString& path)
     std::shared_ptr<Connection> connection(new Connection(absolute, false, false));
     connection->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     connection->configure();
+    // A rollback journal works on a network share, where WAL does not. Only a
+    // file we make gets it: an open never changes what it finds.
+    connection->exec("PRAGMA journal_mode=DELETE");
     connection->exec(kWriteHeader);
     return connection;
 }
@@ -176,17 +163,14 @@ void Connection::openHandle(int flags)
     m_db = db;
 }
 
-// Settings fit for a file on a network share, Jet's LIKE, and one cheap read so
-// that a file that is not a database, is damaged or is locked fails here.
+// Settings of this connection only (nothing written to the file), Jet's LIKE
+// and the case fold, and one cheap read so that a file that is not a database,
+// is damaged or is locked fails here.
 void Connection::configure()
 {
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, DBEngine::busyTimeoutMs());
-    for (int argc : {2, 3}) {
-        sqlite3_create_function_v2(m_db, "like", argc, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, jetLikeFunction,
-                                   nullptr, nullptr, nullptr);
-    }
-    exec("PRAGMA journal_mode=DELETE");
+    registerSqlFunctions(m_db);
     exec("PRAGMA synchronous=FULL");
     if (m_exclusive) {
         // Keep SQLite's own lock on the file until close, as well as ours.
