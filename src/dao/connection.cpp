@@ -6,6 +6,7 @@
 #include "dao/values.h"
 
 #include <QFile>
+#include <mutex>
 #include <sqlite3.h>
 
 namespace dao {
@@ -35,6 +36,27 @@ constexpr std::size_t kCacheLimit = 64;
 // The application id written into the header of the files we make, which also
 // puts a real header on disk at once.
 constexpr const char* kWriteHeader = "PRAGMA application_id = 1448297298"; // "VSKR"
+
+// Translations outlive connections: a client opens the file for each burst of
+// work and sends the same few Jet texts every time. Refusals are not kept.
+Translation translated(const QString& jetSql)
+{
+    constexpr std::size_t kTranslationLimit = 512;
+    static std::mutex mutex;
+    static std::unordered_map<QString, Translation> kept;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        const auto found = kept.find(jetSql);
+        if (found != kept.end())
+            return found->second;
+    }
+    Translation translation = translateJet(jetSql);
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (kept.size() >= kTranslationLimit)
+        kept.clear(); // texts that carry a value come and go; start afresh
+    kept.emplace(jetSql, translation);
+    return translation;
+}
 
 bool isBlank(const char* text)
 {
@@ -218,7 +240,7 @@ Connection::Statement Connection::prepareJet(const QString& jetSql, Activity act
         found->second->lastUse = ++m_clock;
         return Statement(found->second.get(), false);
     }
-    return lend(m_jetCache, jetSql, translateJet(jetSql), activity);
+    return lend(m_jetCache, jetSql, translated(jetSql), activity);
 }
 
 Connection::Statement Connection::prepareNative(const QString& sql, StatementKind kind, Activity activity)
