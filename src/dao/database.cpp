@@ -146,6 +146,10 @@ QStringList Database::FieldNames(const QString& table)
 
 void Database::CreateCaseBlindIndex(const QString& name, const QString& table, const QString& column)
 {
+    // SQLite reads a "name" that is no column as a text, which would make an
+    // index on a constant: the column must be there.
+    if (!FieldNames(table).contains(column, Qt::CaseInsensitive))
+        raiseJetError(errTooFewParameters, table + QLatin1Char('.') + column);
     const QString sql =
         QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3(%4))")
             .arg(quoteIdentifier(name), quoteIdentifier(table), QLatin1String(kFoldFunction), quoteIdentifier(column));

@@ -83,6 +83,8 @@ void TestDatabase::tableAndFieldNames()
     QCOMPARE(m_db->TableNames(), (QStringList{"aTable", "People", "Zed"}));
     QCOMPARE(m_db->FieldNames("people"), (QStringList{"ID", "Name", "Flag", "Num", "Amount", "Note"}));
     QCOMPARE(jetNumber([&] { m_db->FieldNames("Nobody"); }), int(errTableNotFound));
+    QCOMPARE(jetNumber([&] { m_db->CreateCaseBlindIndex("N", "Nobody", "Name"); }), int(errTableNotFound));
+    QCOMPARE(jetNumber([&] { m_db->CreateCaseBlindIndex("N", "People", "Nope"); }), int(errTooFewParameters));
 }
 
 // Tests elsewhere prove how many statements a path runs; the count must be honest.
