@@ -3,11 +3,12 @@
 // Whatever the input, translateJet() either refuses it with a JetError or gives
 // text that SQLite reads as at most one statement. A value quoted with quote()
 // comes back from SQLite unchanged, and quoteLike() makes a pattern that
-// matches the value itself. jetLike() never crashes, whatever the pattern.
+// matches the value itself, in jetLike() and in a translated look-up. jetLike() never crashes, whatever the pattern.
 
 #include "dao/jeterror.h"
 #include "dao/jetsql.h"
 #include "dao/quote.h"
+#include "dao/sqlfunctions.h"
 
 #include <QByteArray>
 #include <QString>
@@ -28,6 +29,7 @@ sqlite3* memoryDb()
     static sqlite3* db = [] {
         sqlite3* d = nullptr;
         sqlite3_open(":memory:", &d);
+        dao::registerSqlFunctions(d);
         sqlite3_exec(d, "CREATE TABLE T (A TEXT, B LONG); CREATE TABLE EmployeeTable (Name TEXT, Status TEXT)", nullptr,
                      nullptr, nullptr);
         return d;
@@ -74,11 +76,10 @@ void fuzzTranslate(const QString& jet)
     }
 }
 
-// The value quoted into a statement comes back exactly.
+// The value quoted into a statement comes back exactly, and a look-up by LIKE
+// of the value through quoteLike() finds it.
 void fuzzQuote(const QString& value)
 {
-    if (value.contains(QChar(0)))
-        return; // refused by design: SQLite would end the text at a NUL
     const QString sql = dao::translateJet(QStringLiteral("SELECT ") + dao::quote(value)).sql;
     checkOneStatement(sql);
     const QByteArray utf8 = sql.toUtf8();
@@ -91,6 +92,17 @@ void fuzzQuote(const QString& value)
     sqlite3_finalize(stmt);
     if (back != value)
         fail("quoted value changed", sql);
+    const QString lookUp = dao::translateJet(QStringLiteral("SELECT count(*) FROM (SELECT ") + dao::quote(value) +
+                                             QStringLiteral(" AS Name) WHERE Name LIKE ") + dao::quoteLike(value))
+                               .sql;
+    const QByteArray lookUp8 = lookUp.toUtf8();
+    if (sqlite3_prepare_v2(memoryDb(), lookUp8.constData(), int(lookUp8.size()), &stmt, nullptr) != SQLITE_OK)
+        fail("look-up by LIKE does not prepare", lookUp);
+    sqlite3_step(stmt);
+    const int found = sqlite3_column_int(stmt, 0);
+    sqlite3_finalize(stmt);
+    if (found != 1)
+        fail("look-up by LIKE does not find the value", lookUp);
 }
 
 // quoteLike() without its quotes: the bare pattern.

@@ -2,9 +2,11 @@
 
 #include "dao/fileprobe.h"
 #include "dao/jeterror.h"
+#include "dao/sqlfunctions.h"
 #include "dao/values.h"
 
 #include <QFile>
+#include <mutex>
 #include <sqlite3.h>
 
 namespace dao {
@@ -35,21 +37,25 @@ constexpr std::size_t kCacheLimit = 64;
 // puts a real header on disk at once.
 constexpr const char* kWriteHeader = "PRAGMA application_id = 1448297298"; // "VSKR"
 
-// Jet's LIKE in place of SQLite's: like(pattern, text) for "text LIKE pattern".
-void jetLikeFunction(sqlite3_context* context, int /*argc*/, sqlite3_value** argv)
+// Translations outlive connections: a client opens the file for each burst of
+// work and sends the same few Jet texts every time. Refusals are not kept.
+Translation translated(const QString& jetSql)
 {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
-        sqlite3_result_null(context);
-        return;
+    constexpr std::size_t kTranslationLimit = 512;
+    static std::mutex mutex;
+    static std::unordered_map<QString, Translation> kept;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        const auto found = kept.find(jetSql);
+        if (found != kept.end())
+            return found->second;
     }
-    const auto utf8 = [](sqlite3_value* v) {
-        return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(v)), sqlite3_value_bytes(v));
-    };
-    try {
-        sqlite3_result_int(context, jetLike(utf8(argv[1]), utf8(argv[0])) ? 1 : 0);
-    } catch (const std::exception& e) {
-        sqlite3_result_error(context, e.what(), -1);
-    }
+    Translation translation = translateJet(jetSql);
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (kept.size() >= kTranslationLimit)
+        kept.clear(); // texts that carry a value come and go; start afresh
+    kept.emplace(jetSql, translation);
+    return translation;
 }
 
 bool isBlank(const char* text)
@@ -157,6 +163,9 @@ std::shared_ptr<Connection> Connection::create(const QString& path)
     std::shared_ptr<Connection> connection(new Connection(absolute, false, false));
     connection->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     connection->configure();
+    // A rollback journal works on a network share, where WAL does not. Only a
+    // file we make gets it: an open never changes what it finds.
+    connection->exec("PRAGMA journal_mode=DELETE");
     connection->exec(kWriteHeader);
     return connection;
 }
@@ -176,17 +185,14 @@ void Connection::openHandle(int flags)
     m_db = db;
 }
 
-// Settings fit for a file on a network share, Jet's LIKE, and one cheap read so
-// that a file that is not a database, is damaged or is locked fails here.
+// Settings of this connection only (nothing written to the file), Jet's LIKE
+// and the case fold, and one cheap read so that a file that is not a database,
+// is damaged or is locked fails here.
 void Connection::configure()
 {
     sqlite3_extended_result_codes(m_db, 1);
     installBusyHandler();
-    for (int argc : {2, 3}) {
-        sqlite3_create_function_v2(m_db, "like", argc, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, jetLikeFunction,
-                                   nullptr, nullptr, nullptr);
-    }
-    exec("PRAGMA journal_mode=DELETE");
+    registerSqlFunctions(m_db);
     exec("PRAGMA synchronous=FULL");
     if (m_exclusive) {
         // Keep SQLite's own lock on the file until close, as well as ours.
@@ -236,7 +242,7 @@ Connection::Statement Connection::prepareJet(const QString& jetSql, Activity act
         found->second->lastUse = ++m_clock;
         return Statement(found->second.get(), false);
     }
-    return lend(m_jetCache, jetSql, translateJet(jetSql), activity);
+    return lend(m_jetCache, jetSql, translated(jetSql), activity);
 }
 
 Connection::Statement Connection::prepareNative(const QString& sql, StatementKind kind, Activity activity)

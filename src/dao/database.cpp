@@ -2,6 +2,7 @@
 // engine tells about a file's tables.
 #include "dao/connection.h"
 #include "dao/recordset_p.h"
+#include "dao/sqlfunctions.h"
 #include "platform/mounts.h"
 
 #include <sqlite3.h>
@@ -148,6 +149,21 @@ QStringList Database::FieldNames(const QString& table)
     if (names.isEmpty())
         raiseJetError(errTableNotFound, table);
     return names;
+}
+
+void Database::CreateCaseBlindIndex(const QString& name, const QString& table, const QString& column)
+{
+    // SQLite reads a "name" that is no column as a text, which would make an
+    // index on a constant: the column must be there.
+    if (!FieldNames(table).contains(column, Qt::CaseInsensitive))
+        raiseJetError(errTooFewParameters, table + QLatin1Char('.') + column);
+    const QString sql =
+        QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (%3(%4))")
+            .arg(quoteIdentifier(name), quoteIdentifier(table), QLatin1String(kFoldFunction), quoteIdentifier(column));
+    auto statement = m_connection->prepareNative(sql, StatementKind::CreateIndex, Activity::Execute);
+    const int rc = m_connection->step(statement);
+    if (rc != SQLITE_DONE)
+        m_connection->fail(rc, Activity::Execute, StatementKind::CreateIndex);
 }
 
 } // namespace dao

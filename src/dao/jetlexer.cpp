@@ -17,13 +17,16 @@ bool isDigit(char16_t u)
 // Scans a quoted run that starts at i (the opening quote); a doubled closing
 // character stands for itself when doubling is allowed. Returns the position
 // after the closing quote, or -1 when the text ends first.
+// A NUL may stand in a text literal (the translator writes such a literal in a
+// form SQLite reads whole) but never in a name.
 qsizetype scanQuoted(QStringView s, qsizetype i, char16_t close, bool doubling)
 {
+    const bool literal = close == u'"' || close == u'\'';
     const qsizetype n = s.size();
     for (qsizetype j = i + 1; j < n; ++j) {
         const char16_t u = s[j].unicode();
-        if (u == 0)
-            return -1; // SQLite would end the statement at a NUL
+        if (u == 0 && !literal)
+            return -1;
         if (u != close)
             continue;
         if (doubling && j + 1 < n && s[j + 1].unicode() == close) {

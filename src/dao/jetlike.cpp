@@ -196,6 +196,24 @@ bool match(const Pattern& p, const CodePoints& text, const CodePoints& folded)
 
 } // namespace
 
+QString foldCase(QStringView text)
+{
+    CodePoints points;
+    decode(text, points);
+    QString out;
+    out.reserve(text.size());
+    for (char32_t c : points) {
+        const char32_t f = fold(c);
+        if (QChar::requiresSurrogates(f)) {
+            out += QChar(QChar::highSurrogate(f));
+            out += QChar(QChar::lowSurrogate(f));
+        } else {
+            out += QChar(char16_t(f));
+        }
+    }
+    return out;
+}
+
 bool jetLike(const QString& text, const QString& pattern)
 {
     // SQLite calls this once per row with the same pattern: keep the last one compiled.

@@ -7,9 +7,12 @@
 // YesNo, Counter...), ALTER TABLE ... ADD COLUMN with NOT NULL on a table that
 // has rows, ALTER TABLE ... DROP [COLUMN], qualified columns in UPDATE ... SET,
 // INNER JOIN ... ON, and a trailing ";" with blanks.
+// A condition "column LIKE <a pattern with no wildcard>" is written as an equality
+// of folded texts that an index on jetfold(column) can answer (sqlfunctions.h).
+// A literal may hold any character, NUL included.
 // Anything after the end of the one statement is refused with 3142, and so are
 // (as syntax errors) parameter markers ($ @ : #) and control characters outside
-// a literal, a NUL anywhere, and TOP n PERCENT.
+// a literal, and TOP n PERCENT.
 
 #include <QString>
 
@@ -51,5 +54,9 @@ int syntaxErrorFor(StatementKind kind);
 // of Unicode, a character outside the BMP counting as one. A "[" without its "]"
 // makes a pattern that matches nothing. Note SQLite's like(Y, X) means X LIKE Y.
 bool jetLike(const QString& text, const QString& pattern);
+
+// The text as jetLike() compares it: each code point case folded on its own. A
+// pattern with no wildcard matches exactly the texts with its fold.
+QString foldCase(QStringView text);
 
 } // namespace dao

@@ -1,6 +1,9 @@
 #include "dao/jetstatement.h"
 
 #include "dao/jeterror.h"
+#include "dao/sqlfunctions.h"
+
+#include <algorithm>
 
 namespace dao::jet {
 
@@ -11,21 +14,39 @@ bool equalsKeyword(QStringView text, const char* keyword)
     return text.compare(QLatin1String(keyword), Qt::CaseInsensitive) == 0;
 }
 
-// A Jet "..." literal as an SQLite '...' literal: "" inside stands for one ",
-// and every ' must be doubled.
-void appendSingleQuoted(QString& out, QStringView dq)
+// The value of a text literal, "..." or '...', with its doubled quotes undone.
+QString literalValue(QStringView token)
 {
-    out += u'\'';
-    const QStringView body = dq.mid(1, dq.size() - 2);
+    const QChar quote = token.front();
+    const QStringView body = token.mid(1, token.size() - 2);
+    QString value;
+    value.reserve(body.size());
     for (qsizetype i = 0; i < body.size(); ++i) {
-        const QChar c = body[i];
-        if (c == u'"')
+        value += body[i];
+        if (body[i] == quote)
             ++i; // the second of a doubled pair
-        else if (c == u'\'')
-            out += u'\'';
+    }
+    return value;
+}
+
+// A text value as SQLite reads it back whole: '...' with every ' doubled, or,
+// for a value holding a NUL (where SQLite's reader would stop), its UTF-8 bytes
+// as a blob read as text.
+QString sqliteText(const QString& value)
+{
+    if (value.contains(QChar(0))) {
+        return QStringLiteral("(CAST(X'") + QString::fromLatin1(value.toUtf8().toHex()) + QStringLiteral("' AS TEXT))");
+    }
+    QString out;
+    out.reserve(value.size() + 2);
+    out += u'\'';
+    for (const QChar c : value) {
+        if (c == u'\'')
+            out += c;
         out += c;
     }
     out += u'\'';
+    return out;
 }
 
 // Appends a piece of output, putting a blank in where two pieces would otherwise
@@ -67,6 +88,30 @@ StatementKind kindOfFirstWords(QStringView first, QStringView second)
             return StatementKind::CreateIndex;
     }
     return StatementKind::Other;
+}
+
+// The one text a LIKE pattern matches, when it has no wildcard; a one-character
+// set [*] [?] [#] [[] (how quoteLike() writes those characters) stands for its
+// character. False for any other pattern.
+bool patternOfOneText(const QString& pattern, QString* text)
+{
+    text->clear();
+    for (qsizetype i = 0; i < pattern.size(); ++i) {
+        const QChar c = pattern[i];
+        if (c == u'*' || c == u'?' || c == u'#')
+            return false;
+        if (c == u'[') {
+            const bool bracketed =
+                i + 2 < pattern.size() && pattern[i + 2] == u']' && QStringView(u"*?#[").contains(pattern[i + 1]);
+            if (!bracketed)
+                return false;
+            *text += pattern[i + 1];
+            i += 2;
+            continue;
+        }
+        *text += c;
+    }
+    return true;
 }
 
 } // namespace
@@ -167,6 +212,7 @@ Translation Statement::translate()
     t.kind = m_kind;
     rewriteWords();
     rewriteTop();
+    rewriteLikeOfOneText();
     switch (m_kind) {
     case StatementKind::Update:
         rewriteUpdateTargets();
@@ -304,6 +350,44 @@ void Statement::rewriteSelectForRowid(Translation& t)
     t.singleTable = tok(table).kind == Tok::Word ? name.toString() : name.mid(1, name.size() - 2).toString();
 }
 
+// column LIKE "text" with no wildcard becomes jetfold(column) = 'folded text':
+// the same rows (LIKE folds both sides code point by code point), but SQLite can
+// answer it from an index on jetfold(column), where its LIKE always scans. Only
+// where nothing around could bind tighter to either side: the column stands
+// after WHERE, AND, OR, ON, NOT or "(", and the literal ends the condition.
+void Statement::rewriteLikeOfOneText()
+{
+    if (m_kind == StatementKind::CreateTable || m_kind == StatementKind::AlterTable)
+        return;
+    for (int s = 0; s < count(); ++s) {
+        if (isWord(s, "BETWEEN"))
+            return; // its AND is not a condition's
+    }
+    static const char* const opens[] = {"WHERE", "AND", "OR", "ON", "NOT", "HAVING"};
+    static const char* const closes[] = {"AND", "OR", "ORDER", "GROUP", "HAVING", "UNION", "LIMIT"};
+    for (int s = 2; s + 1 < count(); ++s) {
+        const Tok literal = tok(s + 1).kind;
+        if (!isWord(s, "LIKE") || (literal != Tok::DqString && literal != Tok::SqString) || !isName(s - 1) ||
+            isWord(s - 1, "NOT"))
+            continue;
+        const int column = isPunct(s - 2, u'.') && isName(s - 3) ? s - 3 : s - 1;
+        const bool opened =
+            isPunct(column - 1, u'(') ||
+            std::any_of(std::begin(opens), std::end(opens), [&](const char* w) { return isWord(column - 1, w); });
+        const bool closed =
+            s + 2 == count() || isPunct(s + 2, u')') ||
+            std::any_of(std::begin(closes), std::end(closes), [&](const char* w) { return isWord(s + 2, w); });
+        QString text;
+        if (!opened || !closed || (isWord(column - 1, "NOT") && isWord(column - 2, "IS")) ||
+            !patternOfOneText(literalValue(this->text(s + 1)), &text))
+            continue;
+        edit(column).before += QString::fromLatin1(kFoldFunction) + QLatin1Char('(');
+        edit(s - 1).after += QLatin1Char(')');
+        replace(s, QStringLiteral("="));
+        replace(s + 1, sqliteText(foldCase(text)));
+    }
+}
+
 QString Statement::render() const
 {
     QString out;
@@ -316,10 +400,8 @@ QString Statement::render() const
             const QStringView original = m_sql.mid(t.pos, t.len);
             if (e.replaced) {
                 appendPiece(out, e.replacement);
-            } else if (t.kind == Tok::DqString) {
-                if (!out.isEmpty() && isNameChar(out.back()))
-                    out += u' ';
-                appendSingleQuoted(out, original);
+            } else if (t.kind == Tok::DqString || t.kind == Tok::SqString) {
+                appendPiece(out, sqliteText(literalValue(original)));
             } else {
                 appendPiece(out, original);
             }

@@ -71,6 +71,7 @@ private:
     void rewriteTop();
     void rewriteUpdateTargets();
     void rewriteSelectForRowid(Translation& t);
+    void rewriteLikeOfOneText();
     QString render() const;
 
     // --- data definition (jetddl.cpp) ---

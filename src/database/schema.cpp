@@ -279,10 +279,23 @@ QStringList schemaStatements(SchemaRelease release)
     return statements;
 }
 
+void createCaseBlindIndexes(dao::Database& db)
+{
+    static const char* const kIndexes[][3] = {
+        {"EmployeeTable_FoldedName", "EmployeeTable", "Name"},
+        {"EmployeeTable_FoldedUID", "EmployeeTable", "UID"},
+        {"EmployeeSettingsTable_FoldedName", "EmployeeSettingsTable", "Name"},
+    };
+    for (const auto& index : kIndexes)
+        db.CreateCaseBlindIndex(QLatin1String(index[0]), QLatin1String(index[1]), QLatin1String(index[2]));
+}
+
 void createSchema(dao::Database& db, SchemaRelease release)
 {
     for (const QString& statement : schemaStatements(release))
         db.Execute(statement);
+    if (release == SchemaRelease::Present)
+        createCaseBlindIndexes(db);
 }
 
 void createPresentSchema(dao::Database& db)

@@ -26,6 +26,11 @@ void createPresentSchema(dao::Database& db);
 void createOlderRelease(dao::Database& db);
 void createSchema(dao::Database& db, SchemaRelease release);
 
+// The indexes on the case fold of the columns a person is looked up by with
+// LIKE (EmployeeTable's Name and UID, EmployeeSettingsTable's Name), made
+// unless they are there. Part of a new site; the upgrade brings them to older files.
+void createCaseBlindIndexes(dao::Database& db);
+
 // The tables in the order they are created.
 QStringList schemaTables();
 // The Jet statements that make the schema of a release: CREATE TABLE, then CREATE INDEX.

@@ -3,6 +3,7 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "database/schema.h"
 #include "start/err.h"
 #include "start/globals.h"
 #include "start/mainscreen.h"
@@ -163,6 +164,9 @@ void subUpdateDatabaseStructure()
             ResumeNext([&] { fnDatabase().Execute(QString::fromLatin1(row.statement)); });
         }
     }
+    // Look-ups of a person by name or login ID use an index on any file, however
+    // old; a file we may not change is used without it.
+    ResumeNext([] { database::createCaseBlindIndexes(fnDatabase()); });
     subCloseDatabase();
     Err.Clear();
 }

@@ -4,6 +4,7 @@
 // process, and the Jet number a call raised.
 
 #include "dao/dao.h"
+#include "dao/sqlfunctions.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -25,11 +26,13 @@ inline int jetNumber(const std::function<void()>& fn)
     return 0;
 }
 
-// Runs plain SQLite statements on a file, making it when missing.
+// Runs plain SQLite statements on a file, making it when missing; with the
+// engine's SQL functions, as anything that writes our files must have them.
 inline void sqliteExec(const QString& path, const QString& sql)
 {
     sqlite3* db = nullptr;
     QCOMPARE(sqlite3_open(QFile::encodeName(path).constData(), &db), SQLITE_OK);
+    dao::registerSqlFunctions(db);
     char* message = nullptr;
     const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
     const QString text = QString::fromUtf8(message ? message : "");

@@ -1,6 +1,7 @@
 // Database: Execute and the Jet numbers of failing statements, the table list,
 // the statement count, the statement cache across a change of schema, and text
 // values with quotes and injection attempts going in and coming back unchanged.
+#include "dao/jetsql.h"
 #include "daotest.h"
 
 #include <QTemporaryDir>
@@ -23,6 +24,8 @@ private slots:
     void quotedValuesRoundTrip_data();
     void quotedValuesRoundTrip();
     void jetLikeInQueries();
+    void likeOfOneText_data();
+    void likeOfOneText();
 
 private:
     long long count(const QString& where)
@@ -80,6 +83,8 @@ void TestDatabase::tableAndFieldNames()
     QCOMPARE(m_db->TableNames(), (QStringList{"aTable", "People", "Zed"}));
     QCOMPARE(m_db->FieldNames("people"), (QStringList{"ID", "Name", "Flag", "Num", "Amount", "Note"}));
     QCOMPARE(jetNumber([&] { m_db->FieldNames("Nobody"); }), int(errTableNotFound));
+    QCOMPARE(jetNumber([&] { m_db->CreateCaseBlindIndex("N", "Nobody", "Name"); }), int(errTableNotFound));
+    QCOMPARE(jetNumber([&] { m_db->CreateCaseBlindIndex("N", "People", "Nope"); }), int(errTooFewParameters));
 }
 
 // Tests elsewhere prove how many statements a path runs; the count must be honest.
@@ -141,16 +146,23 @@ void TestDatabase::quotedValuesRoundTrip_data()
         "]",
         "Ærøskøbing 東京 😀",
     };
-    for (const char* v : values) {
-        QString name = QString::fromUtf8(v);
-        name.replace(u'\n', QLatin1String("\\n")).replace(u'\r', QLatin1String("\\r"));
-        QTest::addRow("%s", qPrintable(name)) << QString::fromUtf8(v);
+    QStringList texts;
+    for (const char* v : values)
+        texts << QString::fromUtf8(v);
+    // Control characters, NUL included, as another tool may have written them.
+    texts << QStringLiteral("a\0b") << QStringLiteral("\0") << QStringLiteral("\0[*]\0\"\0")
+          << QStringLiteral("\x01\x1b[0m\x7f\x1f");
+    for (const QString& text : texts) {
+        QString name;
+        for (const QChar c : text)
+            name += c.unicode() < 0x20 ? QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0')) : QString(c);
+        QTest::addRow("%s", qPrintable(name)) << text;
     }
 }
 
 // Into the file through quote() in Execute, back out through quote() in a
-// query; as a LIKE pattern through quoteLike() it matches itself, in any case,
-// and nothing else.
+// query and through a field after Edit/Update; as a LIKE pattern through
+// quoteLike() it matches itself, in any case, and nothing else.
 void TestDatabase::quotedValuesRoundTrip()
 {
     QFETCH(QString, value);
@@ -163,6 +175,12 @@ void TestDatabase::quotedValuesRoundTrip()
     m_db->Execute("UPDATE People SET Note = " + quote(value + value) + " WHERE Name = " + quote(value));
     QCOMPARE(m_db->RecordsAffected(), 1LL);
     QCOMPARE(count("Note = " + quote(value + value) + " AND Name = " + quote(value)), 1LL);
+    rs = m_db->OpenRecordset("SELECT * FROM People WHERE Name LIKE " + quoteLike(value));
+    rs->Edit();
+    rs->Fields("Note") = value + "!" + value;
+    rs->Update();
+    QCOMPARE(m_db->OpenRecordset("SELECT * FROM People WHERE Name = " + quote(value))->Fields("Note").Value(),
+             QVariant(value + "!" + value));
     QCOMPARE(m_db->OpenRecordset("People")->RecordCount(), 4LL); // nothing dropped
 }
 
@@ -173,6 +191,81 @@ void TestDatabase::jetLikeInQueries()
     QCOMPARE(count("Name LIKE \"a*\""), 2LL);
     QCOMPARE(count("Name LIKE \"?XYZ#\""), 1LL);
     QCOMPARE(count("Name LIKE \"[!a]*\""), 2LL);
+}
+
+// The names of the table the look-ups below search; U+212A is the Kelvin sign.
+const QStringList kStaff = {
+    "Ann Lee",
+    "ann lee ",
+    QString::fromUtf8("Zoë"),
+    QString::fromUtf8("ZOË"),
+    "STRASSE",
+    QString::fromUtf8("Straße"),
+    QString::fromUtf8("Σίσυφος"),
+    QString::fromUtf8("ΣΊΣΥΦΟΣ"),
+    QString(QChar(0x212A)),
+    "k",
+    "A*B",
+    "AxB",
+    "A?B",
+    "A#B",
+    "A1B",
+    "[x]",
+    "x",
+    "a]",
+    QStringLiteral("a\0b"),
+    "a",
+    QString::fromUtf8("𐐀 Deseret"),
+    QString::fromUtf8("𐐨 deseret"),
+};
+
+void TestDatabase::likeOfOneText_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("found");
+    const auto row = [](const char* label, const QString& name, const QStringList& found) {
+        QTest::newRow(label) << name << found;
+    };
+    row("case", "ANN LEE", {"Ann Lee"});
+    row("unicode case", QString::fromUtf8("zoË"), {QString::fromUtf8("Zoë"), QString::fromUtf8("ZOË")});
+    row("one code point for one", "strasse", {"STRASSE"});
+    row("final sigma", QString::fromUtf8("σίσυφοσ"), {QString::fromUtf8("Σίσυφος"), QString::fromUtf8("ΣΊΣΥΦΟΣ")});
+    row("kelvin sign", "K", {QString(QChar(0x212A)), "k"});
+    row("outside the BMP", QString::fromUtf8("𐐨 DESERET"),
+        {QString::fromUtf8("𐐀 Deseret"), QString::fromUtf8("𐐨 deseret")});
+    row("star", "a*b", {"A*B"});
+    row("question mark", "A?B", {"A?B"});
+    row("hash", "A#B", {"A#B"});
+    row("brackets", "[X]", {"[x]"});
+    row("closing bracket", "A]", {"a]"});
+    row("NUL", QStringLiteral("A\0B"), {QStringLiteral("a\0b")});
+    row("nobody", "Ann", {});
+}
+
+// A look-up by one name finds exactly the rows Jet's LIKE finds, whether the
+// table has an index on the fold or not.
+void TestDatabase::likeOfOneText()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, found);
+    m_db->Execute("CREATE TABLE Staff (Name TEXT(50), Other TEXT(50))");
+    for (const QString& staff : kStaff)
+        m_db->Execute("INSERT INTO Staff (Name, Other) VALUES (" + quote(staff) + ", " + quote(staff) + ")");
+    const QString pattern = quoteLike(name).mid(1).chopped(1); // no " among these names
+    QStringList oracle;
+    for (const QString& staff : kStaff) {
+        if (jetLike(staff, pattern))
+            oracle << staff;
+    }
+    QCOMPARE(oracle, found);
+    m_db->CreateCaseBlindIndex("Staff_FoldedName", "Staff", "Name");
+    for (const char* column : {"Name", "Other"}) {
+        QStringList rows;
+        auto rs = m_db->OpenRecordset(QString("SELECT Name FROM Staff WHERE %1 LIKE ").arg(column) + quoteLike(name));
+        for (; !rs->isEOF(); rs->MoveNext())
+            rows << rs->Fields(0).Value().toString();
+        QCOMPARE(rows, found);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestDatabase)

@@ -61,7 +61,10 @@ void TestJetSql::translate_data()
     row("words in literal untouched", R"(UPDATE T SET A = "True & False")", R"(UPDATE T SET A = 'True & False')");
     row("literal touching a word", R"(DELETE FROM T WHERE Tracker = "Ann"AND Trackee = "Bob";  )",
         R"(DELETE FROM T WHERE Tracker = 'Ann'AND Trackee = 'Bob')");
-    row("word touching a literal", R"(DELETE FROM T WHERE Name LIKE"Ann")", R"(DELETE FROM T WHERE Name LIKE 'Ann')");
+    row("word touching a literal", R"(DELETE FROM T WHERE Name NOT LIKE"Ann")",
+        R"(DELETE FROM T WHERE Name NOT LIKE 'Ann')");
+    row("NUL in a literal", QStringLiteral("UPDATE T SET A = 'a\0b' WHERE B = \"\0\""),
+        "UPDATE T SET A = (CAST(X'610062' AS TEXT)) WHERE B = (CAST(X'00' AS TEXT))");
     row("no blob literal", R"(DELETE FROM T WHERE A = x"41" OR A = X'42')",
         R"(DELETE FROM T WHERE A = x '41' OR A = X '42')");
     row("unicode literal", QString::fromUtf8("DELETE FROM T WHERE A = \"Zoë 😀\""),
@@ -93,6 +96,24 @@ void TestJetSql::translate_data()
         R"(SELECT E.Name FROM EmployeeTable AS E INNER JOIN G ON E.Name = G.N WHERE (((G.GroupName) Like "S*")))",
         R"(SELECT E.Name FROM EmployeeTable AS E INNER JOIN G ON E.Name = G.N WHERE (((G.GroupName) Like 'S*')))");
     row("empty", " ;  ", "");
+    // LIKE of one text: an equality of folds, which an index on the fold answers
+    row("like of one name", QString::fromUtf8("SELECT * FROM EmployeeTable WHERE Name LIKE \"ZOË Ångström\""),
+        QString::fromUtf8("SELECT EmployeeTable.rowid AS __rowid, * FROM EmployeeTable WHERE jetfold(Name) = "
+                          "'zoë ångström'"));
+    row("like of bracketed wildcards", R"(DELETE FROM T WHERE (T.UID LIKE 'A[*][?][#][[]]' AND X = 1))",
+        R"(DELETE FROM T WHERE (jetfold(T.UID) = 'a*?#[]' AND X = 1))");
+    row("like then order by", R"(SELECT * FROM S WHERE Name LIKE "O'Hara" ORDER BY Name)",
+        R"(SELECT S.rowid AS __rowid, * FROM S WHERE jetfold(Name) = 'o''hara' ORDER BY Name)");
+    row("like of a NUL", QStringLiteral("DELETE FROM T WHERE Name LIKE \"A\0\""),
+        "DELETE FROM T WHERE jetfold(Name) = (CAST(X'6100' AS TEXT))");
+    row("like with a wildcard", R"(DELETE FROM T WHERE Name LIKE "A*" OR Name LIKE "[a-c]" OR Name LIKE "[!]")",
+        R"(DELETE FROM T WHERE Name LIKE 'A*' OR Name LIKE '[a-c]' OR Name LIKE '[!]')");
+    row("like bound tighter on the left", R"(DELETE FROM T WHERE A & Name LIKE "x" OR X IS NOT Name LIKE "x")",
+        R"(DELETE FROM T WHERE A || Name LIKE 'x' OR X IS NOT Name LIKE 'x')");
+    row("like bound tighter on the right", R"(DELETE FROM T WHERE Name LIKE "x" & A OR Name LIKE "x" ESCAPE "!")",
+        R"(DELETE FROM T WHERE Name LIKE 'x' || A OR Name LIKE 'x' ESCAPE '!')");
+    row("like beside between", R"(DELETE FROM T WHERE A BETWEEN 1 AND Name LIKE "x")",
+        R"(DELETE FROM T WHERE A BETWEEN 1 AND Name LIKE 'x')");
     // Table definitions: Jet's types, text compared without case, no NOT NULL on an added column.
     row("create with every kind",
         "CREATE TABLE T (ID COUNTER CONSTRAINT PrimaryKey PRIMARY KEY, Name TEXT(50) NOT NULL, Note MEMO, "
@@ -140,7 +161,8 @@ void TestJetSql::refused_data()
     QTest::newRow("parameter marker @") << "SELECT * FROM T WHERE A = @a" << 3075;
     QTest::newRow("date literal") << "SELECT * FROM T WHERE A > #1/1/2005#" << 3075;
     QTest::newRow("control character") << QStringLiteral("SELECT 1\x01") << 3075;
-    QTest::newRow("nul in literal") << QString::fromUtf16(u"DELETE FROM T WHERE A = 'a\0b'", 30) << 3075;
+    QTest::newRow("nul outside a literal") << QStringLiteral("DELETE FROM T WHERE A = 1\0") << 3075;
+    QTest::newRow("nul in a name") << QStringLiteral("DELETE FROM [a\0b]") << 3075;
     QTest::newRow("top percent") << "SELECT TOP 5 PERCENT * FROM T" << 3075;
 }
 

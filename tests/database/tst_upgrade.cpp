@@ -1,6 +1,8 @@
 // Bringing an older file up to date, leaving a present one alone, the test that
 // a file belongs to this system, and the check on the counters' table.
 #include "dao/dao.h"
+#include "dao/jetsql.h"
+#include "dao/sqlfunctions.h"
 #include "database/moddatabase.h"
 #include "database/upgrade.h"
 #include "start/globals.h"
@@ -10,6 +12,7 @@
 #include <QFile>
 #include <QTest>
 #include <QTimer>
+#include <sqlite3.h>
 
 using database::SchemaRelease;
 
@@ -166,6 +169,89 @@ private slots:
         QCOMPARE(fnIsValidDatabase(site.path()), valid);
         QVERIFY(!fnIsValidDatabase(site.path() + "elsewhere/"));
         QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    // The open and the validity test read the file and write nothing: a file
+    // another program keeps in WAL mode stays so, byte for byte.
+    void validityTestChangesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("statements");
+        QTest::addColumn<char>("journalMode"); // header bytes 18 and 19: 1 rollback, 2 WAL
+        QTest::addColumn<bool>("valid");
+        QTest::newRow("our site") << QByteArray() << char(1) << true;
+        QTest::newRow("our site in WAL mode") << QByteArray("PRAGMA journal_mode=WAL") << char(2) << true;
+        QTest::newRow("another program's file in WAL mode")
+            << QByteArray("DROP TABLE GlobalSettingsTable; CREATE TABLE Invoices (N); INSERT INTO Invoices VALUES (7);"
+                          "PRAGMA journal_mode=WAL")
+            << char(2) << false;
+    }
+    void validityTestChangesNothing()
+    {
+        QFETCH(QByteArray, statements);
+        QFETCH(char, journalMode);
+        QFETCH(bool, valid);
+        TestGateways gw;
+        TempSite site;
+        if (!statements.isEmpty()) {
+            sqlite3* db = nullptr;
+            sqlite3_open(QFile::encodeName(site.dbPath()).constData(), &db);
+            QCOMPARE(sqlite3_exec(db, statements.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+            sqlite3_close(db);
+        }
+        const auto bytes = [&] {
+            QFile file(site.dbPath());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        const QByteArray before = bytes();
+        QCOMPARE(before.mid(18, 2), QByteArray(2, journalMode));
+        QCOMPARE(fnIsValidDatabase(site.path()), valid);
+        QVERIFY(bytes() == before);
+    }
+
+    // A person's row by name or login ID, as the program asks for it, is found
+    // through an index on a new site and on an older file once it is upgraded.
+    void nameLookUpsUseAnIndex_data()
+    {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<QString>("index");
+        const QString name = dao::quoteLike("Ann [Lee]*");
+        QTest::newRow("row by name") << "SELECT * FROM EmployeeTable WHERE Name LIKE " + name
+                                     << "EmployeeTable_FoldedName";
+        QTest::newRow("row by name, lower case")
+            << "SELECT * FROM EmployeeTable WHERE name LIKE " + name << "EmployeeTable_FoldedName";
+        QTest::newRow("row by login ID") << "SELECT * FROM EmployeeTable WHERE UID LIKE " + dao::quoteLike("alee")
+                                         << "EmployeeTable_FoldedUID";
+        QTest::newRow("settings row") << "SELECT * FROM EmployeeSettingsTable WHERE Name LIKE " + name +
+                                             " ORDER BY Name"
+                                      << "EmployeeSettingsTable_FoldedName";
+    }
+    void nameLookUpsUseAnIndex()
+    {
+        QFETCH(QString, sql);
+        QFETCH(QString, index);
+        TestGateways gw;
+        const auto plan = [&](const TempSite& site) {
+            sqlite3* db = nullptr;
+            sqlite3_open_v2(QFile::encodeName(site.dbPath()).constData(), &db, SQLITE_OPEN_READONLY, nullptr);
+            dao::registerSqlFunctions(db);
+            const QByteArray explain = "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql.toUtf8();
+            sqlite3_stmt* stmt = nullptr;
+            QStringList steps;
+            sqlite3_prepare_v2(db, explain.constData(), -1, &stmt, nullptr);
+            while (sqlite3_step(stmt) == SQLITE_ROW)
+                steps << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 3)));
+            sqlite3_finalize(stmt);
+            sqlite3_close(db);
+            return steps.join(" / ");
+        };
+        const QString used = " USING INDEX " + index + " ";
+        const TempSite present;
+        QVERIFY2(plan(present).contains(used), qPrintable(plan(present)));
+        TempSite older(SchemaRelease::Older);
+        QVERIFY2(plan(older).startsWith("SCAN "), qPrintable(plan(older)));
+        useSite(older);
+        subUpdateDatabaseStructure();
+        QVERIFY2(plan(older).contains(used), qPrintable(plan(older)));
     }
 
     void counterTableIsRepaired()
