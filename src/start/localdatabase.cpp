@@ -142,7 +142,7 @@ OpenAnswer answerFailedOpen(int& lockFailures)
 
 } // namespace
 
-void subInitializeLocalDatabase()
+bool subInitializeLocalDatabase()
 {
     readDataPath();
 
@@ -163,7 +163,7 @@ void subInitializeLocalDatabase()
         } catch (const dao::JetError& e) {
             Err.Set(e);
             if (answerFailedOpen(lockFailures) == OpenAnswer::Leave) {
-                return;
+                return false;
             }
         }
     }
@@ -180,4 +180,5 @@ void subInitializeLocalDatabase()
 
     // Step 12: while frmWelcome lives this leaves the file open (gblnDatabaseClosed is False).
     subCloseDatabase();
+    return true;
 }
