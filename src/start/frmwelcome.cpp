@@ -14,6 +14,7 @@ frmWelcome::frmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(th
 {
     setObjectName(QStringLiteral("frmWelcome"));
     setWindowFlags(Qt::SplashScreen);
+    setAttribute(Qt::WA_DeleteOnClose);
     setFrameStyle(QFrame::Box | QFrame::Raised);
     setLineWidth(2);
 
@@ -83,13 +84,12 @@ void frmWelcome::Form_Activate()
 void frmWelcome::TimerWelcome_Timer()
 {
     TimerWelcome.stop();
-    if (auto* board = dynamic_cast<QWidget*>(&mainScreen())) {
+    if (auto* board = dynamic_cast<QWidget*>(&loadMainScreen())) {
         board->show();
         board->activateWindow();
     }
     setWelcomeScreen(nullptr);
     close();
-    deleteLater();
 }
 
 void frmWelcome::unload()
