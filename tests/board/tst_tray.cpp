@@ -74,6 +74,13 @@ class TestTray : public QObject
     Q_OBJECT
 
 private slots:
+    // The socket tests point these at folders of their own; the boards after them use the defaults.
+    void cleanup()
+    {
+        qunsetenv("TMPDIR");
+        qunsetenv("XDG_RUNTIME_DIR");
+    }
+
     void trayObject_data()
     {
         QTest::addColumn<int>("minimizeSetting");
@@ -323,7 +330,6 @@ private slots:
             QCOMPARE(QDir(temp.path()).entryList(QDir::System | QDir::Files), QStringList());
         }
         QCOMPARE(QDir(expected).entryList(QDir::System | QDir::Files), QStringList()); // both go with the board
-        qunsetenv("TMPDIR");
     }
 
     // A listener of another account on the person's socket does not make the board
