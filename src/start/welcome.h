@@ -43,6 +43,6 @@ void resetWelcomeScreen();
 // programFolder is the folder the program was started from.
 void subWelcomeActivate(const QString& programFolder);
 
-// Activate step 3: gstrApplicationPath := the folder, in its UNC form when it
+// gstrApplicationPath := the folder, in its UNC form when it
 // lies on a network mount, with its closing separator.
 void subSetApplicationPath(const QString& programFolder);
