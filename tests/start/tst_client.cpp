@@ -111,6 +111,9 @@ private slots:
                    database::readCounter(*db, QStringLiteral("Counter")) > counterBefore;
         };
         QTRY_VERIFY_WITH_TIMEOUT(written(), 20000);
+        // The board's Load (AutoLogIn's "In") ran before the given status, not after it.
+        QTest::qWait(3000);
+        QVERIFY(written());
         QCOMPARE(client.state(), QProcess::Running);
         client.kill();
         client.waitForFinished();
