@@ -6,6 +6,7 @@
 #include "start/err.h"
 #include "start/errorboxes.h"
 #include "start/globals.h"
+#include "start/welcome.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -71,7 +72,8 @@ bool ClientApplication::notify(QObject* receiver, QEvent* event)
 
 void takeDownApplication(QApplication* app)
 {
-    QList<QPointer<QWidget>> screens;
+    // The splash, when the run ends before its hand-over.
+    QList<QPointer<QWidget>> screens{dynamic_cast<QWidget*>(&welcomeScreen())};
     for (QWidget* window : QApplication::topLevelWidgets()) {
         // A screen owns itself once shown; other windows belong to an object that deletes them.
         if (!window->parentWidget() && window->testAttribute(Qt::WA_DeleteOnClose)) {

@@ -14,7 +14,6 @@ frmWelcome::frmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(th
 {
     setObjectName(QStringLiteral("frmWelcome"));
     setWindowFlags(Qt::SplashScreen);
-    setAttribute(Qt::WA_DeleteOnClose);
     setFrameStyle(QFrame::Box | QFrame::Raised);
     setLineWidth(2);
 
@@ -90,6 +89,7 @@ void frmWelcome::TimerWelcome_Timer()
     }
     setWelcomeScreen(nullptr);
     close();
+    deleteLater();
 }
 
 void frmWelcome::unload()
