@@ -47,7 +47,7 @@ class frmMain : public QMainWindow, public MainScreen
     Q_OBJECT
 
 public:
-    // Makes the board and runs its Load: the factory behind mainScreen()'s first use.
+    // Makes the board and runs its Load: the factory behind loadMainScreen().
     static MainScreen* load();
 
     frmMain();

@@ -1,4 +1,4 @@
-// frmMain's Load step 7: one board per person on a desktop.
+// frmMain's Load: one board per person on a desktop.
 #include "board/frmmain.h"
 #include "board/singleinstance.h"
 #include "database/moddatabase.h"

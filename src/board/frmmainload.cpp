@@ -4,10 +4,13 @@
 #include "database/moddatabase.h"
 #include "platform/identity.h"
 #include "platform/mounts.h"
+#include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/err.h"
+#include "start/errorboxes.h"
 #include "start/globals.h"
 #include "status/settings.h"
+#include "status/statuscommon.h"
 #include "status/statuswrite.h"
 
 #include <QFile>
@@ -45,9 +48,16 @@ void frmMain::Form_Load()
     setBusyPointer(false);
     showLogoBehindList();
 
-    subSetActiveFlag(QStringLiteral("Yes"));
+    // The Load's own handler: a write that fails here (another client's lock on the
+    // row) gets the general box, and the Load goes on, so the board comes up.
+    status::Trap trap([](const dao::JetError&) {
+        errorbox::showGeneral(QStringLiteral("frmMain - Load event"), errorbox::Joined, platform::vbOKOnly,
+                              gstrProgramTitle);
+        return status::Resume::Next;
+    });
+    trap([] { subSetActiveFlag(QStringLiteral("Yes")); });
     if (gblnAutoLogIn && !gstrCurrentStatus.contains(QLatin1String("ForcedShutDown"))) {
-        subSetStatus(QStringLiteral("In"));
+        trap([] { subSetStatus(QStringLiteral("In")); });
     }
 
     const Qt::WindowState states[] = {Qt::WindowNoState, Qt::WindowMinimized, Qt::WindowMaximized};
@@ -95,6 +105,9 @@ void frmMain::Form_Activate()
     }
     subRefreshUserList(gstrCurrentGroup);
     subPopulateTreeView();
+    // The toolbar by the person's rights here and the panes just filled: the Group
+    // button and multiple selection, Preview by the new messages.
+    subSetToolBarRights();
     ToolbarMain->update();
     platform::DoEvents();
     subResizeControls();

@@ -5,8 +5,12 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QLocalSocket>
 #include <QSet>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -36,7 +40,43 @@ QSet<QString>& listenedHere()
     return names;
 }
 
+// A folder (not a link to one) of this account that no one else may enter.
+bool isPrivateFolder(const QString& path)
+{
+    struct stat info = {};
+    if (path.isEmpty() || ::lstat(QFile::encodeName(path).constData(), &info) != 0) {
+        return false;
+    }
+    return S_ISDIR(info.st_mode) && info.st_uid == ::geteuid() && (info.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+}
+
+// The other end of a local socket runs under this account.
+bool peerIsThisAccount(qintptr descriptor)
+{
+    ucred peer = {};
+    socklen_t size = sizeof(peer);
+    return descriptor >= 0 && ::getsockopt(int(descriptor), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
+           peer.uid == ::geteuid();
+}
+
 } // namespace
+
+QString SingleInstance::privateFolder()
+{
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (isPrivateFolder(runtime)) {
+        return runtime;
+    }
+    const QString own = QDir(QDir::tempPath()).filePath(QStringLiteral("veskor-") + QString::number(::geteuid()));
+    ::mkdir(QFile::encodeName(own).constData(), S_IRWXU); // there already is fine: it is checked next
+    return isPrivateFolder(own) ? own : QString();
+}
+
+QString SingleInstance::socketPath(const QString& loginName, const QString& site, const QString& person)
+{
+    const QString folder = privateFolder();
+    return folder.isEmpty() ? QString() : QDir(folder).filePath(serverName(loginName, site, person));
+}
 
 QString SingleInstance::serverName(const QString& loginName, const QString& site, const QString& person)
 {
@@ -49,8 +89,7 @@ QString SingleInstance::serverName(const QString& loginName, const QString& site
 }
 
 SingleInstance::SingleInstance(const QString& loginName, const QString& site, const QString& person, QObject* parent)
-    : QObject(parent), m_name(serverName(loginName, site, person)),
-      m_lock(QDir(QDir::tempPath()).filePath(m_name + QStringLiteral(".lock")))
+    : QObject(parent), m_path(socketPath(loginName, site, person)), m_lock(m_path + QStringLiteral(".lock"))
 {
     // Only a lock whose process is gone is stale; a long run keeps its lock.
     m_lock.setStaleLockTime(0);
@@ -61,15 +100,15 @@ SingleInstance::SingleInstance(const QString& loginName, const QString& site, co
 SingleInstance::~SingleInstance()
 {
     if (m_server.isListening()) {
-        listenedHere().remove(m_name);
+        listenedHere().remove(m_path);
     }
     m_server.close();
 }
 
 bool SingleInstance::claim()
 {
-    if (listenedHere().contains(m_name)) {
-        return true;
+    if (m_path.isEmpty() || listenedHere().contains(m_path)) {
+        return true; // no private folder: a board for everyone rather than none
     }
     for (int attempt = 0; attempt < kTries; ++attempt) {
         if (askOtherToRaise()) {
@@ -77,9 +116,9 @@ bool SingleInstance::claim()
         }
         if (m_lock.tryLock(0)) {
             // A socket file left by a copy that crashed would stop the listen.
-            QLocalServer::removeServer(m_name);
-            if (m_server.listen(m_name)) {
-                listenedHere().insert(m_name);
+            QLocalServer::removeServer(m_path);
+            if (m_server.listen(m_path)) {
+                listenedHere().insert(m_path);
             }
             return true;
         }
@@ -98,9 +137,9 @@ bool SingleInstance::isListening() const
 bool SingleInstance::askOtherToRaise()
 {
     QLocalSocket socket;
-    socket.connectToServer(m_name);
-    if (!socket.waitForConnected(kWaitMs)) {
-        return false;
+    socket.connectToServer(m_path);
+    if (!socket.waitForConnected(kWaitMs) || !peerIsThisAccount(socket.socketDescriptor())) {
+        return false; // only a board of this account is asked, and obeyed
     }
     socket.write(kRaise);
     const bool sent = socket.waitForBytesWritten(kWaitMs);
@@ -111,6 +150,11 @@ bool SingleInstance::askOtherToRaise()
 void SingleInstance::answerLaterCopy()
 {
     while (QLocalSocket* socket = m_server.nextPendingConnection()) {
+        if (!peerIsThisAccount(socket->socketDescriptor())) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
             if (socket->canReadLine() && socket->readLine() == kRaise) {

@@ -1,7 +1,6 @@
 #include "platform/process.h"
 
 #include <QCoreApplication>
-#include <cstdio>
 #include <cstdlib>
 #include <vector>
 
@@ -9,18 +8,16 @@ namespace platform {
 
 namespace {
 
-// Ends the process at once after the registered work and a flush. The normal
-// exit path (static destructors while a QApplication still lives on main's
-// stack, with its platform plugin and threads) is what crashes, so it is skipped:
-// everything that must be closed is closed by the atEnd work.
+// Ends the process the ordinary way: the registered work (the client's last
+// piece takes its windows and the application down), then exit(), so static
+// objects are destroyed and open files are flushed and closed.
 class RealProcessControl : public ProcessControl
 {
 public:
     [[noreturn]] void end(int exitCode) override
     {
         runAtEnd();
-        std::fflush(nullptr);
-        std::_Exit(exitCode);
+        std::exit(exitCode);
     }
 };
 

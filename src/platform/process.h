@@ -1,6 +1,6 @@
 #pragma once
-// The one gateway for the end of the process (VB's End). The real one closes what
-// must be closed and exits; the test one throws EndOfRun so a test can see that
+// The one gateway for the end of the process (VB's End). The real one runs the
+// work registered with atEnd and exits through exit(); the test one throws EndOfRun so a test can see that
 // the run would have ended, and what follows End never runs.
 
 #include <functional>

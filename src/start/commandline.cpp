@@ -7,6 +7,7 @@
 #include "platform/process.h"
 #include "start/err.h"
 #include "start/globals.h"
+#include "start/mainscreen.h"
 #include "start/newusersetupseam.h"
 #include "start/welcome.h"
 #include "status/statuswrite.h"
@@ -154,8 +155,11 @@ void subCommandLineHasParameters()
             }
         } else if (key == QLatin1String("STS") || key == QLatin1String("-STS")) {
             gstrCurrentStatus = element(pieces, 1).trimmed();
-            // A copy: the write (and frmMain's Load, which its first use runs) sets gstrCurrentStatus anew.
+            // A copy: the write (and frmMain's Load) sets gstrCurrentStatus anew.
             const QString status = gstrCurrentStatus;
+            // The write uses the board, so the board is loaded for it here, before the
+            // write: its Load (active flag, AutoLogIn) comes first, the given status last.
+            loadMainScreen();
             subSetStatus(status);
         } else if (key == QLatin1String("-RunTime")) {
             // Never matches, as the key is upper-cased: the option has no effect.

@@ -78,12 +78,12 @@ void frmWelcome::Form_Activate()
     }
 }
 
-// The hand-over: frmMain (loaded by this first use unless it already is) is shown,
+// The hand-over: frmMain (loaded here unless a status on the command line loaded it) is shown,
 // and the splash goes.
 void frmWelcome::TimerWelcome_Timer()
 {
     TimerWelcome.stop();
-    if (auto* board = dynamic_cast<QWidget*>(&mainScreen())) {
+    if (auto* board = dynamic_cast<QWidget*>(&loadMainScreen())) {
         board->show();
         board->activateWindow();
     }

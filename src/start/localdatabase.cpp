@@ -34,7 +34,7 @@ QString boxTitle()
     return gstrProgramTitle + QStringLiteral(" - Error in Initialize Local Database");
 }
 
-// Step 7: veskor.ini is opened and its first line read, only to learn that it is there.
+// veskor.ini is opened and its first line read, only to learn that it is there.
 void readFirstLineOfSettingsFile(const QString& fileName)
 {
     QFile file(nativePathOf(fileName));
@@ -50,7 +50,7 @@ void readFirstLineOfSettingsFile(const QString& fileName)
     file.readLine();
 }
 
-// Steps 7 and 8: gstrDatabasePath and gstrCurrentDatabasePath from veskor.ini.
+// gstrDatabasePath and gstrCurrentDatabasePath from veskor.ini.
 void readDataPath()
 {
     const QString settingsFile = gstrApplicationPath + QStringLiteral("veskor.ini");
@@ -91,7 +91,7 @@ enum class OpenAnswer
     Leave
 };
 
-// The answer to a failed open of step 10: try again, leave the procedure, or
+// The answer to a failed open of the database: try again, leave the procedure, or
 // (for the failures that cannot go on) end the run here.
 OpenAnswer answerFailedOpen(int& lockFailures)
 {
@@ -142,18 +142,18 @@ OpenAnswer answerFailedOpen(int& lockFailures)
 
 } // namespace
 
-void subInitializeLocalDatabase()
+bool subInitializeLocalDatabase()
 {
     readDataPath();
 
-    // Step 9: an administrator's repair in progress; inicheck starts this program again afterwards.
+    // An administrator's repair in progress; inicheck starts this program again afterwards.
     subCheckINIForForcedShutDown();
     if (gblnForcedShutDown) {
         subStartIniCheck(gstrApplicationPath + QStringLiteral("inicheck"), gstrGivenCommandLine.trimmed());
         End();
     }
 
-    // Step 10: the open is this procedure's own, not subOpenDatabase's.
+    // The open is this procedure's own, not subOpenDatabase's: its failures get the boxes above.
     int lockFailures = 0;
     for (;;) {
         try {
@@ -163,12 +163,12 @@ void subInitializeLocalDatabase()
         } catch (const dao::JetError& e) {
             Err.Set(e);
             if (answerFailedOpen(lockFailures) == OpenAnswer::Leave) {
-                return;
+                return false;
             }
         }
     }
 
-    // Step 11.
+    // A file of another kind, or of another release of this system, is refused.
     if (!fnIsValidDatabase(gstrCurrentDatabasePath)) {
         MsgBox(gstrCurrentDatabasePath + QStringLiteral("veskor.mdb") + CRLF +
                    QStringLiteral("is not a VESK-OR 2005 database.") + CRLF + CRLF +
@@ -178,6 +178,7 @@ void subInitializeLocalDatabase()
         End();
     }
 
-    // Step 12: while frmWelcome lives this leaves the file open (gblnDatabaseClosed is False).
+    // While frmWelcome lives this leaves the file open (gblnDatabaseClosed is False).
     subCloseDatabase();
+    return true;
 }

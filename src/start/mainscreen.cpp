@@ -207,6 +207,11 @@ MainScreen& standIn()
 
 MainScreen& mainScreen()
 {
+    return g_screen ? *g_screen : standIn();
+}
+
+MainScreen& loadMainScreen()
+{
     if (!g_screen && g_factory) {
         // The factory's screen registers itself through setMainScreen().
         MainScreen* made = g_factory();

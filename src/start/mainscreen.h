@@ -92,10 +92,15 @@ private:
     QRect m_geometry;
 };
 
-// The main screen in use: the loaded frmMain, else one made by the factory (the
-// client's "first use loads it"), else the stand-in.
+// The main screen in use: the loaded frmMain, else the stand-in. Referring to
+// the board never loads it, so code on a path that refuses the start (or runs
+// after the board went) cannot bring up a board by asking it for something.
 MainScreen& mainScreen();
-// The client installs how frmMain is made on first use; nullptr removes it.
+// The loaded frmMain, else one made now by the factory, else the stand-in: for
+// the few places that show the board (the splash's hand-over, a status given on
+// the command line).
+MainScreen& loadMainScreen();
+// The client installs how frmMain is made; nullptr removes it.
 void setMainScreenFactory(std::function<MainScreen*()> factory);
 // The screen registers itself while it lives (nullptr when it goes).
 void setMainScreen(MainScreen* screen);

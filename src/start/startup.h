@@ -20,8 +20,8 @@ void subGetComputerName();
 // letting events run and pausing a little between looks.
 void subWaitTwoSeconds();
 
-// Activate steps 7 to 12: reads veskor.ini beside the program for the database
-// folder, honours a forced shutdown, opens veskor.mdb and tests that it is a
-// database of this system. Ends the run, or unloads frmMain and returns, on the
-// failures it reports.
-void subInitializeLocalDatabase();
+// Reads veskor.ini beside the program for the database folder, honours a
+// forced shutdown, opens veskor.mdb and tests that it is a database of this
+// system. True when the file was accepted. Ends the run, or
+// unloads frmMain and returns false, on the failures it reports.
+bool subInitializeLocalDatabase();

@@ -96,7 +96,12 @@ void subWelcomeActivate(const QString& programFolder)
     platform::setAppTitle(gstrProgramTitle);
 
     welcomeScreen().showProgress(QStringLiteral("Opening the database..."));
-    subInitializeLocalDatabase();
+    if (!subInitializeLocalDatabase()) {
+        // The file was refused and the box said so: nothing more of the start may
+        // touch it, and no board comes up for it.
+        welcomeScreen().unload();
+        platform::End();
+    }
     welcomeScreen().showProgress(QStringLiteral("Checking the database structure..."));
     subUpdateDatabaseStructure();
     welcomeScreen().showProgress(QStringLiteral("Identifying the user..."));

@@ -38,10 +38,11 @@ void resetWelcomeScreen();
 
 // frmWelcome Activate: the program's folder, the release values, the database
 // (subInitializeLocalDatabase), its structure, the person (subCheckCommandLine),
-// then TimerWelcome restarted unless the new person's setup was cancelled.
+// then TimerWelcome restarted unless the new person's setup was cancelled. A
+// refused database file ends the run after its box.
 // programFolder is the folder the program was started from.
 void subWelcomeActivate(const QString& programFolder);
 
-// Activate step 3: gstrApplicationPath := the folder, in its UNC form when it
+// gstrApplicationPath := the folder, in its UNC form when it
 // lies on a network mount, with its closing separator.
 void subSetApplicationPath(const QString& programFolder);

@@ -11,10 +11,13 @@
 #include "tempsite.h"
 #include "testgateways.h"
 
+#include <QAction>
+#include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
+#include <sqlite3.h>
 
 using platform::vbOK;
 
@@ -317,6 +320,68 @@ private slots:
         f.Form_Activate();
         QCOMPARE(f.tmrCheckForStatusAlerts.interval(), 60000); // the short first interval is not restored
         QVERIFY(f.TimerMain.isActive());
+    }
+
+    void rightsAtFirstActivate_data()
+    {
+        QTest::addColumn<int>("systemLevel");
+        QTest::addColumn<int>("userLevel");
+        QTest::addColumn<bool>("mayChangeOthers");
+        QTest::newRow("system LOW: everybody may") << 0 << 0 << true;
+        QTest::newRow("system MEDIUM, user HIGH: may") << 1 << 2 << true;
+        QTest::newRow("system HIGH, user LOW: may not") << 2 << 0 << false;
+    }
+
+    // The first Activate sets the toolbar by the person's rights before any row is
+    // clicked: the Group button and multiple selection, and Preview for a new message.
+    void rightsAtFirstActivate()
+    {
+        QFETCH(int, systemLevel);
+        QFETCH(int, userLevel);
+        QFETCH(bool, mayChangeOthers);
+        Board b;
+        b.site.setting(QStringLiteral("SystemSecurityLevel"), QString::number(systemLevel));
+        b.setForAnn(QStringLiteral("UserSecurityLevel = %1").arg(userLevel));
+        b.site.message({.owner = QStringLiteral("Ann Lee"),
+                        .fromName = QStringLiteral("Bob Ray"),
+                        .toName = QStringLiteral("Ann Lee"),
+                        .subject = QStringLiteral("Lunch")});
+        b.form = static_cast<frmMain*>(frmMain::load());
+        frmMain& f = *b.form;
+        f.Form_Activate();
+        QCOMPARE(f.groupButtonEnabled(), mayChangeOthers);
+        QCOMPARE(f.ListViewMain->selectionMode() == QAbstractItemView::ExtendedSelection, mayChangeOthers);
+        QCOMPARE(f.ListViewMessages->topLevelItemCount(), 1);
+        QVERIFY(f.toolbarButton(QStringLiteral("Preview"))->isEnabled());
+    }
+
+    // A write of AutoLogIn's "In" that fails at Load is caught by the Load: its box,
+    // and the board comes up with the person marked active.
+    void autoLogInFailureAtLoad()
+    {
+        Board b;
+        b.site.status(QStringLiteral("Ann Lee"), QStringLiteral("Out"));
+        b.setForAnn(QStringLiteral("AutoLogIn = True"));
+        sqlite3* db = nullptr;
+        sqlite3_open(QFile::encodeName(b.site.dbPath()).constData(), &db);
+        QCOMPARE(sqlite3_exec(db,
+                              "CREATE TRIGGER lockedIn BEFORE UPDATE ON EmployeeTable WHEN NEW.Status = 'In' "
+                              "BEGIN SELECT RAISE(ABORT, 'currently locked'); END",
+                              nullptr, nullptr, nullptr),
+                 SQLITE_OK);
+        sqlite3_close(db);
+        b.gw.boxes().answer(vbOK);
+
+        b.form = static_cast<frmMain*>(frmMain::load());
+        QCOMPARE(b.gw.boxes().count(), 1);
+        const QString box = b.gw.boxes().prompts().front();
+        QVERIFY2(box.startsWith(QStringLiteral("Error (")) &&
+                     box.contains(QStringLiteral(" ) in frmMain - Load event\r")) &&
+                     box.contains(QStringLiteral("currently locked")),
+                 qPrintable(box));
+        QCOMPARE(b.ofAnn(QStringLiteral("ActiveFlag")), QStringLiteral("Yes"));
+        QCOMPARE(b.ofAnn(QStringLiteral("Status")), QStringLiteral("Out"));
+        QVERIFY(b.form->isVisible());
     }
 
     void countdown()

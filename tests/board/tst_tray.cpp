@@ -16,7 +16,14 @@
 #include <QMenu>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
+#include <csignal>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -67,6 +74,13 @@ class TestTray : public QObject
     Q_OBJECT
 
 private slots:
+    // The socket tests point these at folders of their own; the boards after them use the defaults.
+    void cleanup()
+    {
+        qunsetenv("TMPDIR");
+        qunsetenv("XDG_RUNTIME_DIR");
+    }
+
     void trayObject_data()
     {
         QTest::addColumn<int>("minimizeSetting");
@@ -247,20 +261,22 @@ private slots:
     // later copy for the same person asks and leaves; another person goes on.
     void oneBoardPerPerson()
     {
+        QTemporaryDir runtime;
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
         const QString site = QStringLiteral("/srv/veskor/");
         SingleInstance first(QStringLiteral("jo"), site, kJo);
         QVERIFY(first.claim());
         QVERIFY(first.isListening());
         QSignalSpy raised(&first, &SingleInstance::raiseRequested);
         QLocalSocket later;
-        later.connectToServer(SingleInstance::serverName(QStringLiteral("jo"), site, kJo));
+        later.connectToServer(SingleInstance::socketPath(QStringLiteral("jo"), site, kJo));
         QVERIFY(later.waitForConnected(1000));
         later.write("raise\n");
         QTRY_COMPARE(raised.size(), 1);
 
         // A first copy in another process, as the later copy sees it.
         QLocalServer other;
-        QVERIFY(other.listen(SingleInstance::serverName(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"))));
+        QVERIFY(other.listen(SingleInstance::socketPath(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"))));
         SingleInstance second(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"));
         QVERIFY(!second.claim());
         QVERIFY(other.waitForNewConnection(1000));
@@ -271,6 +287,87 @@ private slots:
         SingleInstance another(QStringLiteral("jo"), site, QStringLiteral("Bob Ray"));
         QVERIFY(another.claim());
         QVERIFY(another.isListening());
+    }
+
+    void socketFolder_data()
+    {
+        QTest::addColumn<int>("runtimeMode"); // -1: XDG_RUNTIME_DIR unset
+        QTest::addColumn<bool>("runtimeUsed");
+        QTest::newRow("the runtime directory") << 0700 << true;
+        QTest::newRow("a runtime directory others may enter") << 0755 << false;
+        QTest::newRow("a runtime directory others may write") << 0777 << false;
+        QTest::newRow("no runtime directory") << -1 << false;
+    }
+
+    // The socket and its lock lie in a folder only this account can enter: the
+    // runtime directory when it is private, else one made for the account in the
+    // temporary folder; nothing of a board lies in the shared temporary folder itself.
+    void socketFolder()
+    {
+        QFETCH(int, runtimeMode);
+        QFETCH(bool, runtimeUsed);
+        QTemporaryDir runtime;
+        QTemporaryDir temp;
+        qputenv("TMPDIR", QFile::encodeName(temp.path()));
+        ::chmod(QFile::encodeName(runtime.path()).constData(), mode_t(runtimeMode));
+        if (runtimeMode < 0) {
+            qunsetenv("XDG_RUNTIME_DIR");
+        } else {
+            qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+        }
+
+        const QString expected = runtimeUsed ? runtime.path() : temp.filePath("veskor-" + QString::number(geteuid()));
+        QCOMPARE(SingleInstance::privateFolder(), expected);
+        {
+            SingleInstance first(QStringLiteral("jo"), QStringLiteral("/srv/veskor/"), kJo);
+            QVERIFY(first.claim());
+            QVERIFY(first.isListening());
+            QCOMPARE(QDir(expected).entryList(QDir::System | QDir::Files).size(), 2); // socket and lock
+            struct stat folder = {};
+            QCOMPARE(::lstat(QFile::encodeName(expected).constData(), &folder), 0);
+            QCOMPARE(folder.st_mode & 0777, mode_t(0700));
+            QCOMPARE(folder.st_uid, geteuid());
+            QCOMPARE(QDir(temp.path()).entryList(QDir::System | QDir::Files), QStringList());
+        }
+        QCOMPARE(QDir(expected).entryList(QDir::System | QDir::Files), QStringList()); // both go with the board
+    }
+
+    // A listener of another account on the person's socket does not make the board
+    // leave: it is not asked, and the board takes the place for itself.
+    void anotherAccountCannotStopTheBoard()
+    {
+        if (geteuid() != 0) {
+            QSKIP("needs root to listen under another account");
+        }
+        QTemporaryDir runtime;
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+        const QString path = SingleInstance::socketPath(QStringLiteral("jo"), QStringLiteral("/srv/veskor/"), kJo);
+        const QByteArray native = QFile::encodeName(path);
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, native.constData(), sizeof(address.sun_path));
+
+        // The socket is made here and listens after the child became "nobody": the
+        // peer's account is the one that listened.
+        const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        QCOMPARE(::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            if (::setresgid(65534, 65534, 65534) == 0 && ::setresuid(65534, 65534, 65534) == 0) {
+                ::listen(listener, 4);
+                ::pause();
+            }
+            ::_exit(1);
+        }
+        ::close(listener);
+        QTest::qWait(200);
+
+        SingleInstance board(QStringLiteral("jo"), QStringLiteral("/srv/veskor/"), kJo);
+        const bool first = board.claim();
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        QVERIFY(first);
+        QVERIFY(board.isListening());
     }
 
     void serverNames_data()

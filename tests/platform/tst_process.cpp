@@ -1,6 +1,6 @@
 // The real End, seen from outside: a copy of this program started as a child runs
 // a QApplication with a window, registers closing work and ends; the parent reads
-// its exit code and output.
+// its exit code and output, the static objects' destruction included.
 
 #include "platform/process.h"
 
@@ -15,11 +15,27 @@ namespace {
 
 const char* const childMode = "TST_PROCESS_CHILD";
 
+// A static object of the program: the ordinary end destroys it, after the closing work.
+struct StaticMarker
+{
+    ~StaticMarker()
+    {
+        std::fputs("statics\n", stdout);
+    }
+};
+
 int childMain(int argc, char** argv)
 {
-    QApplication app(argc, argv);
-    QWidget window;
-    window.show();
+    static StaticMarker marker;
+    // As the client does: the application on the heap, taken down by the first
+    // work registered, so it runs last, before the static objects go.
+    auto* app = new QApplication(argc, argv);
+    auto* window = new QWidget;
+    platform::atEnd([app, window] {
+        delete window;
+        delete app;
+    });
+    window->show();
     const QByteArray mode = qgetenv(childMode);
     // Plain stdio, unflushed: End must flush it.
     platform::atEnd([] { std::fputs("database\n", stdout); });
@@ -30,7 +46,7 @@ int childMain(int argc, char** argv)
         }
     });
     QTimer::singleShot(0, [] { platform::End(7); });
-    app.exec();
+    QApplication::exec();
     return 0;
 }
 
@@ -46,8 +62,8 @@ private slots:
         QTest::addColumn<QString>("mode");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QByteArray>("output");
-        QTest::newRow("work newest first, then exit") << "plain" << 7 << QByteArray("tray\ndatabase\n");
-        QTest::newRow("End within the work") << "again" << 9 << QByteArray("tray\ndatabase\n");
+        QTest::newRow("work newest first, then exit") << "plain" << 7 << QByteArray("tray\ndatabase\nstatics\n");
+        QTest::newRow("End within the work") << "again" << 9 << QByteArray("tray\ndatabase\nstatics\n");
     }
     void realEnd()
     {

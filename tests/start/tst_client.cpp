@@ -10,6 +10,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sqlite3.h>
 
 namespace {
 
@@ -48,6 +49,27 @@ void prepareClient(QProcess& process, const QString& folder, const QByteArray& a
     process.setProcessEnvironment(env);
     process.setWorkingDirectory(folder);
 }
+
+// The boxes a run showed, one "title<TAB>flags<TAB>text" line each.
+QStringList boxesShown(const QString& folder)
+{
+    QStringList boxes;
+    for (const QString& line : QString::fromUtf8(readFile(folder + QStringLiteral("/boxes.log"))).split(u'\n')) {
+        if (line.count(u'\t') == 2) {
+            boxes << line;
+        }
+    }
+    return boxes;
+}
+
+enum class Refusal
+{
+    Foreign,
+    WrongVersion,
+    Busy,
+    HeldByAdministrator,
+    Damaged
+};
 
 QString text(dao::Database& db, const QString& sql)
 {
@@ -89,6 +111,9 @@ private slots:
                    database::readCounter(*db, QStringLiteral("Counter")) > counterBefore;
         };
         QTRY_VERIFY_WITH_TIMEOUT(written(), 20000);
+        // The board's Load (AutoLogIn's "In") ran before the given status, not after it.
+        QTest::qWait(3000);
+        QVERIFY(written());
         QCOMPARE(client.state(), QProcess::Running);
         client.kill();
         client.waitForFinished();
@@ -101,6 +126,87 @@ private slots:
             QVERIFY2(!text(*db, sql.arg(QLatin1String(column))).isEmpty(), column);
         }
         QCOMPARE(readFile(folder + QStringLiteral("/boxes.log")), QByteArray()); // no box on the way
+    }
+
+    void refusedFile_data()
+    {
+        QTest::addColumn<Refusal>("refusal");
+        QTest::addColumn<QString>("box");  // the start of the one box: title, flags, text
+        QTest::addColumn<QString>("part"); // and a part of its text further on
+        const QString title = QStringLiteral(" VESK-OR Pro  - Error in Initialize Local Database\t");
+        const QString damaged = QStringLiteral("\\rPlease inform the Network Supervisor that the database is damaged");
+        QTest::newRow("not a database") << Refusal::Foreign << title + "48\t" << damaged;
+        QTest::newRow("another DatabaseVersion") << Refusal::WrongVersion << title + "16\t%1veskor.mdb"
+                                                 << "\\r\\nis not a VESK-OR 2005 database.";
+        QTest::newRow("busy past three tries")
+            << Refusal::Busy << title + "0\tError (3050 ) in modDatabase - subInitializeLocalDatabase event"
+            << "\\rUnable to start VESK-OR at this time. Please try again...";
+        QTest::newRow("held by the administrator")
+            << Refusal::HeldByAdministrator << title + "0\tError (3045 ) in modDatabase"
+            << "";
+        QTest::newRow("damaged") << Refusal::Damaged << title + "48\t" << damaged;
+    }
+
+    // A file the start refuses gets its box and nothing else: no board comes up,
+    // no byte of the file changes, no socket is left, and the run ends normally.
+    void refusedFile()
+    {
+        QFETCH(Refusal, refusal);
+        QFETCH(QString, box);
+        QFETCH(QString, part);
+        TempSite site;
+        site.person(QStringLiteral("Jo Bloggs"), QStringLiteral("jo"));
+        switch (refusal) {
+        case Refusal::Foreign:
+            writeFile(site.dbPath(), QByteArray(8192, 'x'));
+            break;
+        case Refusal::WrongVersion:
+            site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
+            break;
+        case Refusal::Damaged: {
+            // The schema's page overwritten past the file header.
+            QFile file(site.dbPath());
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            file.seek(100);
+            file.write(QByteArray(400, '\xff'));
+            break;
+        }
+        default:
+            break;
+        }
+        // Read before any lock is taken: closing a file of this process would drop the locks on it.
+        const QByteArray before = readFile(site.dbPath());
+        std::shared_ptr<dao::Database> administrator;
+        sqlite3* otherClient = nullptr;
+        if (refusal == Refusal::Busy) {
+            sqlite3_open(QFile::encodeName(site.dbPath()).constData(), &otherClient);
+            sqlite3_exec(otherClient, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+        } else if (refusal == Refusal::HeldByAdministrator) {
+            administrator = dao::DBEngine::OpenDatabase(site.dbPath(), true);
+        }
+        const QString folder = site.path().chopped(1);
+        const QString user = installed(QStringLiteral(VESKOR_USER_BINARY), folder);
+        QTemporaryDir runtime;
+
+        QProcess client;
+        prepareClient(client, folder, "OK\n");
+        QProcessEnvironment env = client.processEnvironment();
+        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
+        client.setProcessEnvironment(env);
+        client.start(user, {QStringLiteral("-UID:jo")});
+        const bool finished = client.waitForFinished(60000);
+        sqlite3_close(otherClient);
+        QVERIFY(finished);
+        QCOMPARE(client.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(client.exitCode(), 0);
+        const QStringList boxes = boxesShown(folder);
+        QCOMPARE(boxes.size(), 1);
+        QVERIFY2(boxes.front().startsWith(QString(box).replace(QStringLiteral("%1"), site.path())) &&
+                     boxes.front().contains(part),
+                 qPrintable(boxes.front()));
+        administrator.reset();
+        QVERIFY(readFile(site.dbPath()) == before);
+        QCOMPARE(QDir(runtime.path()).entryList(QDir::Files | QDir::System), QStringList());
     }
 
     void noSettingsFile()

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
 
@@ -20,7 +21,9 @@ const QString kAnn = QStringLiteral("Ann Lee");
 class Client
 {
 public:
-    Client(const TempSite& site, const QStringList& arguments) : m_folder(site.path().chopped(1))
+    // runtime: the account's private folder, where the board's socket and lock file lie.
+    Client(const TempSite& site, const QStringList& arguments, const QString& runtime)
+        : m_folder(site.path().chopped(1))
     {
         const QString program = QDir(m_folder).filePath(QStringLiteral("user"));
         if (!QFile::exists(program)) {
@@ -32,6 +35,7 @@ public:
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         env.insert(QStringLiteral("VESKOR_MSGBOX_ANSWERS"), answers.fileName());
         env.insert(QStringLiteral("VESKOR_MSGBOX_LOG"), boxLog());
+        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
         m_process.setProcessEnvironment(env);
         m_process.setWorkingDirectory(m_folder);
         m_process.start(program, arguments);
@@ -69,6 +73,12 @@ bool isActive(const TempSite& site, const QString& name)
     return fieldOf(site, name, QStringLiteral("ActiveFlag")) == QLatin1String("Yes");
 }
 
+// What a board leaves in the private folder: its socket and lock file while it runs.
+QStringList leftIn(const QTemporaryDir& runtime)
+{
+    return QDir(runtime.path()).entryList(QDir::Files | QDir::System);
+}
+
 QByteArray contents(const QString& path)
 {
     QFile file(path);
@@ -103,12 +113,16 @@ private slots:
         site.person(kJo, QStringLiteral("jo")).status(kJo, QStringLiteral("Busy"));
         site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET AutoLogIn = False, AutoLogOut = %1")
                          .arg(autoLogOut ? QStringLiteral("True") : QStringLiteral("False")));
-        Client client(site, {QStringLiteral("-UID:jo")});
+        QTemporaryDir runtime;
+        Client client(site, {QStringLiteral("-UID:jo")}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
+        QCOMPARE(leftIn(runtime).size(), 2);
 
         ::kill(pid_t(client.process().processId()), signal);
         QVERIFY(client.process().waitForFinished(20000));
         QCOMPARE(client.process().exitStatus(), QProcess::NormalExit);
+        QCOMPARE(client.process().exitCode(), 0);
+        QCOMPARE(leftIn(runtime), QStringList());
         QCOMPARE(fieldOf(site, kJo, QStringLiteral("ActiveFlag")), QStringLiteral("No"));
         QCOMPARE(fieldOf(site, kJo, QStringLiteral("Status")), status);
         QCOMPARE(contents(client.boxLog()), QByteArray());
@@ -118,19 +132,23 @@ private slots:
     {
         TempSite site;
         site.person(kJo, QStringLiteral("jo")).person(kAnn, QStringLiteral("alee"));
-        Client first(site, {QStringLiteral("-UID:jo")});
+        QTemporaryDir runtime;
+        Client first(site, {QStringLiteral("-UID:jo")}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
+        const QStringList firstBoards = leftIn(runtime);
 
-        // The same person again: it leaves at once, and leaves the first one's row alone.
-        Client second(site, {QStringLiteral("-UID:jo")});
+        // The same person again: it leaves at once, and leaves the first one's row,
+        // socket and lock file alone.
+        Client second(site, {QStringLiteral("-UID:jo")}, runtime.path());
         QVERIFY(second.process().waitForFinished(20000));
         QCOMPARE(second.process().exitStatus(), QProcess::NormalExit);
         QCOMPARE(second.process().exitCode(), 0);
         QCOMPARE(first.process().state(), QProcess::Running);
         QVERIFY(isActive(site, kJo));
+        QCOMPARE(leftIn(runtime), firstBoards);
 
         // Another person on the same desktop goes on.
-        Client other(site, {QStringLiteral("-UID:alee")});
+        Client other(site, {QStringLiteral("-UID:alee")}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kAnn), 20000);
         QTest::qWait(500);
         QCOMPARE(other.process().state(), QProcess::Running);

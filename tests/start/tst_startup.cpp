@@ -165,7 +165,8 @@ private slots:
             gw.boxes().answer(a);
         }
 
-        const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
+        bool accepted = true;
+        const auto ended = TestGateways::endCodeOf([&] { accepted = subInitializeLocalDatabase(); });
         sqlite3_close(otherClient);
 
         QCOMPARE(gw.boxes().count(), answers.size());
@@ -179,6 +180,7 @@ private slots:
         QCOMPARE(board.unloaded, !ends);
         if (!ends) {
             QVERIFY(!gdbDatabase);
+            QVERIFY(!accepted);
         }
         QVERIFY(!welcomeScreen().timerWelcomeEnabled());
         if (damage == Damage::Locked) {

@@ -54,7 +54,7 @@ int main(int argc, char* argv[])
     setMainScreenFactory(&frmMain::load);
     subWelcomeActivate(site);
     // The splash's timer tick: the first use of the main screen loads frmMain.
-    auto* board = gstrDefaultUser.isEmpty() ? nullptr : dynamic_cast<frmMain*>(&mainScreen());
+    auto* board = gstrDefaultUser.isEmpty() ? nullptr : dynamic_cast<frmMain*>(&loadMainScreen());
     if (!board) {
         QTextStream(stderr) << "veskor-boardshot: no board for this site and person\n";
         return 1;

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
+#include <memory>
 
 namespace platform {
 
@@ -104,7 +106,10 @@ QString linesOf(QString prompt)
 int QtMessageBoxes::show(const QString& prompt, int flags, const QString& title)
 {
     const ButtonSet set = buttonSetOf(flags);
-    QMessageBox box(QApplication::activeWindow());
+    // On the heap: an end of the run while the box waits (a timer's End) deletes
+    // the windows, this box with its owner among them, and never comes back here.
+    const QPointer<QMessageBox> shown = new QMessageBox(QApplication::activeWindow());
+    QMessageBox& box = *shown;
     box.setWindowTitle(shownTitle(title));
     box.setTextFormat(Qt::PlainText);
     box.setText(linesOf(prompt));
@@ -121,6 +126,10 @@ int QtMessageBoxes::show(const QString& prompt, int flags, const QString& title)
         box.setEscapeButton(set.escape);
     }
     box.exec();
+    if (!shown) {
+        return firstButtonAnswer(flags); // deleted with its owner while it waited
+    }
+    const std::unique_ptr<QMessageBox> done(shown.data());
     if (const QAbstractButton* clicked = box.clickedButton()) {
         return answerOf(box.standardButton(const_cast<QAbstractButton*>(clicked)));
     }
