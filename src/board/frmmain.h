@@ -142,6 +142,7 @@ public:
     void addGroup(const QString& group) override;
     bool selectGroup(const QString& group) override;
     void subPopulateTreeView();
+    QStringList groupCaptions() const; // the tabs' captions, "Everyone" first
     // The end of a run (frmmain_unload.cpp).
     void subUnloadAllForms() override;
     static void subCloseAllAlerts();
@@ -189,13 +190,16 @@ private:
     void showRefreshedText();
     void restoreSelection();
     void selectRow(QTreeWidgetItem* row);
+    void flushGroups();
 
     QString mstrLastGroupShown;
     QList<long long> mvarColumnPositions; // each column's place after the last rebuild, from entry 1
     QList<long long> mvarColumnWidths;    // and its width in twips
     long long mintLockedRetries = 0;      // failed reads of the settings row in this run, never reset
     bool mblnLoading = true;              // from Load to the first Activate
-    int m_listSortKey = 0;                // ListViewMain's own SortKey (its sort column)
+    QStringList m_pendingGroups;          // the groups read, until selectGroup puts them in place
+    bool m_groupsPending = false;
+    int m_listSortKey = 0; // ListViewMain's own SortKey (its sort column)
     bool m_unloading = false;
     bool m_activeInApp = false; // active among the program's own windows (VB's Activate/Deactivate)
 

@@ -85,6 +85,7 @@ void frmMain::subRefreshUserList(const QString& group)
     if (gstrDefaultUser.trimmed().isEmpty()) {
         return; // nothing to show before the person is known
     }
+    flushGroups();
     QString strGroup = group;
     if (strGroup.trimmed().isEmpty()) {
         if (gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {

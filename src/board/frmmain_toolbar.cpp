@@ -78,8 +78,8 @@ const KeyedCommand kCommands[] = {
 };
 
 // Button 1 makes room for the find box. The button itself is disabled, as a
-// placeholder is, but the box in it stays usable: the action's enabled state is
-// not handed down to its widget.
+// placeholder is, but the box in it stays usable: whatever hands the action's
+// state down to its widget, the box is enabled again at once.
 class FindBoxPlace : public QWidgetAction
 {
 public:
@@ -88,10 +88,11 @@ public:
 protected:
     bool event(QEvent* event) override
     {
-        if (event->type() == QEvent::ActionChanged) {
-            return QAction::event(event);
+        const bool handled = QWidgetAction::event(event);
+        if (event->type() == QEvent::ActionChanged && defaultWidget()) {
+            defaultWidget()->setEnabled(true);
         }
-        return QWidgetAction::event(event);
+        return handled;
     }
 };
 

@@ -1,6 +1,7 @@
 // The board's list on real site files: the refresh and its cheap path, the group
 // queries, sort and columns, find, the timers, and the end of a run.
 #include "board/frmmain.h"
+#include "boardfixture.h"
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
@@ -8,9 +9,8 @@
 #include "platform/msgbox.h"
 #include "start/globals.h"
 #include "status/settings.h"
-#include "tempsite.h"
-#include "testgateways.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
@@ -22,12 +22,8 @@ namespace {
 
 // Ann Lee's board on a site of three people, a hidden room, and the groups
 // "Sales" (Ann and the room) and "Empty". Phones 201, 305, 102, 900.
-struct Board
+struct Board : BoardFixture
 {
-    TestGateways gw;
-    TempSite site;
-    frmMain* form = nullptr;
-
     Board()
     {
         site.person(QStringLiteral("Ann Lee"), QStringLiteral("alee"), QStringLiteral("201"))
@@ -41,69 +37,6 @@ struct Board
             .status(QStringLiteral("Ann Lee"), QStringLiteral("In"))
             .status(QStringLiteral("Bob Ray"), QStringLiteral("Busy"))
             .status(QStringLiteral("alan Poe"), QStringLiteral("Out"));
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gstrApplicationPath = QStringLiteral("/opt/veskor/");
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-    }
-    ~Board()
-    {
-        delete form;
-        TimerCloseDatabase().stop();
-        gdbDatabase.reset();
-    }
-
-    // A new board with the settings read, as Load leaves it before the first Activate.
-    frmMain& open()
-    {
-        delete form;
-        form = new frmMain;
-        form->setAttribute(Qt::WA_ShowWithoutActivating);
-        subReadOptions();
-        subReadUserSettings(gstrDefaultUser);
-        subReadGroups();
-        return *form;
-    }
-
-    int column(const QString& header) const
-    {
-        return int(form->listHeaders().indexOf(header));
-    }
-    // A column's texts in the order shown.
-    QStringList texts(const QString& header) const
-    {
-        QStringList result;
-        for (int i = 0; i < form->ListViewMain->topLevelItemCount(); ++i) {
-            result << form->ListViewMain->topLevelItem(i)->text(column(header));
-        }
-        return result;
-    }
-    // The headers from left to right.
-    QStringList shownHeaders() const
-    {
-        const QHeaderView* header = form->ListViewMain->header();
-        QStringList result;
-        for (int visual = 0; visual < header->count(); ++visual) {
-            result << form->ListViewMain->headerItem()->text(header->logicalIndex(visual));
-        }
-        return result;
-    }
-    QString value(const QString& sql) const
-    {
-        auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
-        return rs->isEOF() ? QString() : rs->Fields(0).Text();
-    }
-    QString ofAnn(const QString& field, const QString& table = QStringLiteral("EmployeeTable")) const
-    {
-        return value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
-    }
-    void setForAnn(const QString& assignments)
-    {
-        site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET %1 WHERE Name = \"Ann Lee\"").arg(assignments));
-    }
-    void raise(const QString& counter)
-    {
-        database::raiseCounter(*site.openDb(), counter);
     }
 };
 
@@ -292,8 +225,46 @@ private slots:
         for (const QString& header : clicks) {
             f.ListViewMain_ColumnClick(b.column(header));
         }
-        f.txtFind->setText(text);
+        f.show();
+        f.subCommand_Find();
+        QVERIFY(f.txtFind->isEnabled());
+        QVERIFY(f.txtFind->hasFocus() || !QApplication::focusWidget()); // offscreen windows may hold no focus
+        QTest::keyClicks(f.txtFind, text);
+        QCOMPARE(f.txtFind->text(), text);
         QCOMPARE(f.selectedRowTexts(b.column(QStringLiteral("Name"))), found);
+    }
+
+    // The administrator adds a group while a named group is shown: every client
+    // reads the groups again at its next poll and goes on showing its group.
+    void groupsReadAgainWhileAGroupIsShown_data()
+    {
+        QTest::addColumn<bool>("tree");
+        QTest::newRow("tabs") << false;
+        QTest::newRow("tree") << true;
+    }
+    void groupsReadAgainWhileAGroupIsShown()
+    {
+        QFETCH(bool, tree);
+        Board b;
+        b.setForAnn(tree ? QStringLiteral("DisplayTreeView = True") : QStringLiteral("DisplayTreeView = False"));
+        frmMain& f = b.open();
+        b.show(900, 600);
+        f.Form_Activate();
+        f.TabStripMain->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
+        if (tree) {
+            f.TreeViewMain_NodeClick(f.TreeViewMain->topLevelItem(0)->child(2));
+        }
+        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        b.site.group(QStringLiteral("Admin"));
+        b.raise(QStringLiteral("GroupCounter"));
+        f.subRefreshUserList(QString());
+        QCOMPARE(f.groupCaptions(), QStringList({"Everyone", "Admin", "Empty", "Sales"}));
+        QCOMPARE(f.TreeViewMain->topLevelItem(0)->childCount(), 4);
+        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
+        QCOMPARE(f.TreeViewMain->currentItem()->text(0), QStringLiteral("Sales"));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"Ann Lee", "~Room 1"}));
+        QCOMPARE(b.gw.boxes().count(), 0);
     }
 
     // The real Load and Activate: the saved group's tab, its rows, the timers as

@@ -1,10 +1,9 @@
 // The board's toolbar, commands, rights and layout, on real site files.
 #include "board/frmmain.h"
+#include "boardfixture.h"
 #include "database/moddatabase.h"
 #include "start/globals.h"
 #include "status/settings.h"
-#include "tempsite.h"
-#include "testgateways.h"
 
 #include <QAction>
 #include <QLabel>
@@ -17,27 +16,12 @@
 namespace {
 
 // Ann Lee's board on a fresh site; the window is made but not loaded.
-struct Board
+struct Board : BoardFixture
 {
-    TestGateways gw;
-    TempSite site;
-    frmMain* form = nullptr;
-
     Board()
     {
         site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray"));
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-        gstrCurrentGroup = QStringLiteral("Everyone");
-        form = new frmMain;
-        form->setAttribute(Qt::WA_ShowWithoutActivating); // no Activate: these tests drive the steps
-    }
-    ~Board()
-    {
-        delete form;
-        TimerCloseDatabase().stop();
-        gdbDatabase.reset();
+        make();
     }
 
     // Keys of the buttons past the fixed ones, in order.
@@ -60,16 +44,7 @@ struct Board
     }
     QString statusOf(const QString& name) const
     {
-        auto rs = site.openDb()->OpenRecordset(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") +
-                                               dao::quote(name));
-        return rs->Fields(0).Text();
-    }
-    // The window on screen at a size, laid out.
-    void show(int width, int height)
-    {
-        form->resize(width, height);
-        form->show();
-        QCoreApplication::processEvents();
+        return value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
     }
 };
 
