@@ -234,8 +234,8 @@ void frmMain::answerNoSettingsRow()
 
 // Every row of the set: Status as the main text, the other columns as sub-items
 // in the order the headers were made, the icon by StatusCode. The own row sets
-// the caption. A field that cannot be read (a dropped extra column) leaves the
-// sub-item counter where it was, so the next value takes that cell.
+// the caption. A field that cannot be read (an extra column dropped while the
+// board runs) leaves its cell blank: every value stays under its own header.
 void frmMain::addRows(dao::Recordset& rs, const ColumnLayout& layout)
 {
     QHash<long long, QIcon> icons;
@@ -255,9 +255,8 @@ void frmMain::addRows(dao::Recordset& rs, const ColumnLayout& layout)
                     }
                     ResumeNext([&] { readOwnRow(rs); });
                 } else if (!name.trimmed().isEmpty() && name != QLatin1String("Status")) {
-                    if (ResumeNext([&] { row->setText(subItem, rs.Fields(name).Text()); })) {
-                        ++subItem;
-                    }
+                    ResumeNext([&] { row->setText(subItem, rs.Fields(name).Text()); });
+                    ++subItem;
                 }
             }
             ResumeNext([&] {

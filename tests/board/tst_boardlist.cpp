@@ -198,6 +198,47 @@ private slots:
         QCOMPARE(again.ListViewMain->header()->sectionSize(b.column(QStringLiteral("Name"))), 200);
     }
 
+    // A damaged or outdated layout still opens the board, each value under its own
+    // header: an order far past the columns counts as none (the column goes last),
+    // and an extra column dropped while the board runs leaves its cells blank.
+    void damagedLayouts_data()
+    {
+        QTest::addColumn<QString>("settings");
+        QTest::addColumn<bool>("dropMobile");
+        QTest::addColumn<QStringList>("headers");
+        QTest::newRow("order past the columns")
+            << "PhoneColumnOrder = 1000000000000" << false
+            << QStringList{"Status", "Name", "DueBack", "Comments", "LastModified", "Phone", "Mobile"};
+        QTest::newRow("extra column dropped")
+            << "New_MobileColumnOrder = 3, PhoneColumnOrder = 7" << true
+            << QStringList{"Status", "Name", "Mobile", "DueBack", "Comments", "LastModified", "Phone"};
+    }
+    void damagedLayouts()
+    {
+        QFETCH(QString, settings);
+        QFETCH(bool, dropMobile);
+        QFETCH(QStringList, headers);
+        Board b;
+        b.site.column(QStringLiteral("New_Mobile"))
+            .status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"), QStringLiteral("Away"));
+        b.site.execute(QStringLiteral("UPDATE EmployeeTable SET New_Mobile = \"0770\""));
+        b.setForAnn(settings + QStringLiteral(", SortColumnName = \"Name\""));
+        frmMain& f = b.open();
+        f.subRefreshUserList(QStringLiteral("Everyone"));
+        if (dropMobile) {
+            b.site.execute(QStringLiteral("ALTER TABLE EmployeeTable DROP COLUMN New_Mobile"));
+            b.raise(QStringLiteral("Counter"));
+            f.subRefreshUserList(QString());
+        }
+        QCOMPARE(b.shownHeaders(), headers);
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"alan Poe", "Ann Lee", "Bob Ray"}));
+        QCOMPARE(b.texts(QStringLiteral("Phone")), QStringList({"102", "201", "305"}));
+        QCOMPARE(b.texts(QStringLiteral("DueBack")), QStringList({"", "", "Monday"}));
+        QCOMPARE(b.texts(QStringLiteral("Comments")), QStringList({"", "", "Away"}));
+        const QString mobile = dropMobile ? QString() : QStringLiteral("0770");
+        QCOMPARE(b.texts(QStringLiteral("Mobile")), QStringList({mobile, mobile, mobile}));
+    }
+
     // Find: a prefix, without regard to case, in the column last clicked, the
     // first row in the order shown; trailing blanks count.
     void find_data()
