@@ -115,9 +115,9 @@ private slots:
         QTest::addColumn<QString>("box");
         QTest::newRow("Everyone hides ~ names")
             << "Everyone" << QStringList{"alan Poe", "Ann Lee", "Bob Ray"} << QString();
-        QTest::newRow("a group shows them") << "Sales" << QStringList{"Ann Lee", "~Room 1"} << QString();
+        QTest::newRow("a group shows them") << "Sales" << QStringList{"~Room 1", "Ann Lee"} << QString();
         QTest::newRow("a deleted group: the box, then all, ~ names too")
-            << "Gone" << QStringList{"alan Poe", "Ann Lee", "Bob Ray", "~Room 1"}
+            << "Gone" << QStringList{"~Room 1", "alan Poe", "Ann Lee", "Bob Ray"}
             << "The last group selected does not exist in this database. It has probably been deleted or renamed by "
                "the Administrator.";
         QTest::newRow("an empty group: no rows, no columns") << "Empty" << QStringList() << QString();
@@ -173,6 +173,39 @@ private slots:
         f.subRefreshUserList(QStringLiteral("Everyone"));
         QCOMPARE(gintSortKey, sortKey);
         QCOMPARE(b.texts(QStringLiteral("Name")), names);
+    }
+
+    // Text sorts by the locale's collation, whatever its script or accents, and
+    // runs of digits as numbers; a click on the column sorts the same way.
+    void sortByCollation_data()
+    {
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<QStringList>("sorted");
+        QTest::newRow("names") << "Name"
+                               << QStringList{"alan Poe",          "Ann Lee",      "Bob Ray",     "\u00c9milie Roux",
+                                              "\u00d8ystein Berg", "Zachary Hume", "\u9648\u4f1f"};
+        QTest::newRow("numbers") << "Phone" << QStringList{"7", "50", "99", "102", "201", "305", "1000"};
+    }
+    void sortByCollation()
+    {
+        QFETCH(QString, column);
+        QFETCH(QStringList, sorted);
+        Board b;
+        b.site.person(QStringLiteral("\u00c9milie Roux"), QStringLiteral("eroux"), QStringLiteral("99"))
+            .person(QStringLiteral("Zachary Hume"), QStringLiteral("zhume"), QStringLiteral("1000"))
+            .person(QStringLiteral("\u00d8ystein Berg"), QStringLiteral("oberg"), QStringLiteral("7"))
+            .person(QStringLiteral("\u9648\u4f1f"), QStringLiteral("cwei"), QStringLiteral("50"));
+        b.setForAnn(QStringLiteral("SortColumnName = \"%1\", SortOrder = 0").arg(column));
+        frmMain& f = b.open();
+        f.subRefreshUserList(QStringLiteral("Everyone"));
+        QCOMPARE(b.texts(column), sorted);
+        f.ListViewMain_ColumnClick(b.column(QStringLiteral("Status")));
+        gintSortOrder = 0;
+        f.ListViewMain_ColumnClick(b.column(column)); // another column: ascending stays
+        QCOMPARE(b.texts(column), sorted);
+        f.ListViewMain_ColumnClick(b.column(column)); // the same again: descending
+        std::reverse(sorted.begin(), sorted.end());
+        QCOMPARE(b.texts(column), sorted);
     }
 
     // A column the person moved or resized is saved at the next refresh, and a new
@@ -304,7 +337,7 @@ private slots:
         QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
         QCOMPARE(f.TreeViewMain->currentItem()->text(0), QStringLiteral("Sales"));
-        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"Ann Lee", "~Room 1"}));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"~Room 1", "Ann Lee"}));
         QCOMPARE(b.gw.boxes().count(), 0);
     }
 
@@ -318,7 +351,7 @@ private slots:
         frmMain& f = *b.form;
         f.Form_Activate();
         QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
-        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("Ann Lee"), QStringLiteral("~Room 1")}));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("~Room 1"), QStringLiteral("Ann Lee")}));
         QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
         QVERIFY(f.TimerMain.isActive());
         QVERIFY(f.tmrCheckForStatusAlerts.isActive());
