@@ -13,6 +13,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTreeWidget>
@@ -208,6 +209,8 @@ void frmMain::panePass()
             entry->setVisible(false);
         }
     }
+    // A menu whose entries are all gone goes with them.
+    mnuMessagesMenu->menuAction()->setVisible(messaging);
 }
 
 // Each splitter at its position, held within the limits of this window size.

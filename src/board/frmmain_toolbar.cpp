@@ -96,6 +96,15 @@ protected:
     }
 };
 
+// A button without a caption is still named for screen readers: by its tip, or its key.
+void nameForScreenReaders(QToolBar* bar, QAction* button)
+{
+    QWidget* widget = bar->widgetForAction(button);
+    if (widget) {
+        widget->setAccessibleName(button->toolTip().isEmpty() ? button->data().toString() : button->toolTip());
+    }
+}
+
 QAction* addButton(QToolBar* bar, QAction* button, const QString& key, const QString& caption, const QString& toolTip)
 {
     button->setObjectName(key);
@@ -103,6 +112,7 @@ QAction* addButton(QToolBar* bar, QAction* button, const QString& key, const QSt
     button->setText(caption);
     button->setToolTip(toolTip);
     bar->addAction(button);
+    nameForScreenReaders(bar, button);
     return button;
 }
 

@@ -5,10 +5,16 @@
 #include "start/globals.h"
 #include "status/settings.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
+#include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -67,6 +73,8 @@ private slots:
     void commandBoxes();
     void panePass_data();
     void panePass();
+    void statusBarAndListMenu();
+    void everyControlIsNamed();
     void splitters_data();
     void splitters();
 };
@@ -307,8 +315,53 @@ void TestCommands::panePass()
     QCOMPARE(b.form->lblPreviewMsgsPane->isVisible(), messaging);
     QCOMPARE(b.form->mnuMessages->isVisible(), messaging);
     QCOMPARE(b.form->mnuMessagesNew->isEnabled(), messaging);
+    QCOMPARE(b.form->mnuMessagesMenu->menuAction()->isVisible(), messaging);
     QCOMPARE(b.form->toolbarButton(QStringLiteral("New Message"))->isEnabled(), messaging);
     QVERIFY(messaging || !b.form->toolbarButton(QStringLiteral("Preview"))->isEnabled());
+}
+
+// Each panel keeps its own tip: the security levels have panels of their own and
+// leave the database path's tip alone. The list's right-click opens the menu its
+// hint speaks of.
+void TestCommands::statusBarAndListMenu()
+{
+    Board b;
+    subReadOptions();
+    subReadUserSettings(QStringLiteral("Ann Lee"));
+    b.show(900, 600);
+    QCOMPARE(b.form->panelToolTip(2), QStringLiteral("Current database path"));
+    QCOMPARE(b.form->panelToolTip(3), QStringLiteral("Countdown to next Auto-Refresh"));
+    QVERIFY(b.form->panelToolTip(4).startsWith(QStringLiteral("System Security is ")));
+    QVERIFY(b.form->panelToolTip(5).startsWith(QStringLiteral("User Security is ")));
+    QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
+
+    QWidget* rows = b.form->ListViewMain->viewport();
+    QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10), rows->mapToGlobal(QPoint(10, 10)));
+    QCoreApplication::sendEvent(rows, &click);
+    QTRY_VERIFY(b.form->mnuCommands->isVisible());
+    b.form->mnuCommands->close();
+}
+
+// Every control a person can reach is named for screen readers, also the toolbar's
+// buttons when they show no caption.
+void TestCommands::everyControlIsNamed()
+{
+    Board b;
+    b.form->subLoadToolBarButtons();
+    b.show(900, 600);
+    QStringList unnamed;
+    for (QWidget* control : b.form->findChildren<QWidget*>()) {
+        const bool reachable = qobject_cast<QAbstractButton*>(control) || qobject_cast<QLineEdit*>(control) ||
+                               qobject_cast<QAbstractItemView*>(control) || qobject_cast<QTabBar*>(control);
+        if (qobject_cast<QHeaderView*>(control)) {
+            continue; // read by its sections' captions
+        }
+        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
+        if (reachable && control->isVisible() && spoken && spoken->text(QAccessible::Name).trimmed().isEmpty()) {
+            unnamed << control->metaObject()->className() + QStringLiteral(" ") + control->objectName();
+        }
+    }
+    QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
 }
 
 void TestCommands::splitters_data()
