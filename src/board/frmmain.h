@@ -183,6 +183,9 @@ private:
     void addRows(dao::Recordset& rs, const ColumnLayout& layout);
     void readOwnRow(dao::Recordset& rs);
     void placeStatusColumn(dao::Recordset& rstColumnData);
+    void chooseFillColumn();
+    void fitFillColumn();
+    long long ownWidthTwips(int column) const;
     void applyListSort();
     void takeColumnSnapshot();
     void fillTrackingLists();
@@ -197,6 +200,10 @@ private:
     QList<long long> mvarColumnWidths;    // and its width in twips
     long long mintLockedRetries = 0;      // failed reads of the settings row in this run, never reset
     bool mblnLoading = true;              // from Load to the first Activate
+    int m_fillColumn = -1;                // the list's column that takes the spare width
+    int m_fillOwnWidth = 0;               // its width as the person made it, in pixels
+    bool m_fitting = false;               // the fill column is being sized by the board, not the person
+    int m_treeNamesWidth = 0;             // what the group tree needs to show its longest name
     QStringList m_pendingGroups;          // the groups read, until selectGroup puts them in place
     bool m_groupsPending = false;
     int m_listSortKey = 0; // ListViewMain's own SortKey (its sort column)
@@ -288,6 +295,8 @@ private:
     void navigatorPass();
     void panePass();
     void placeSplitters();
+    void fitToolbar();
+    void placeFirstRun();
     void splitterMoved();
 
     QWidget* m_panes = nullptr;        // the strip of the tracking and messages panes

@@ -106,6 +106,18 @@ void frmMain::initListAndGroups()
         }
     });
     connect(header, &QHeaderView::sectionClicked, this, &frmMain::ListViewMain_ColumnClick);
+    // The fill column follows the list's width and the person's resizing.
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int size) {
+        if (m_fitting) {
+            return;
+        }
+        if (column == m_fillColumn) {
+            m_fillOwnWidth = size;
+        }
+        fitFillColumn();
+    });
+    connect(header, &QHeaderView::geometriesChanged, this, [this] { fitFillColumn(); });
+    hook(ListViewMain->viewport(), QEvent::Resize, [this](QEvent*) { fitFillColumn(); });
     connect(ListViewMain, &QTreeWidget::itemClicked, this, [this] { ListViewMain_ItemClick(); });
     connect(txtFind, &QLineEdit::textChanged, this, [this] { txtFind_Change(); });
 
@@ -170,10 +182,18 @@ void frmMain::flushGroups()
     root->setData(0, kKeyRole, kRootKey);
     QList<QTreeWidgetItem*> nodes;
     nodes.reserve(m_pendingGroups.size());
+    QFont bold = TreeViewMain->font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    int widest = 0;
     for (const QString& group : std::as_const(m_pendingGroups)) {
         TabStripMain->addTab(group);
         nodes << addNode(nullptr, group + QStringLiteral("_2"), group);
+        nodes.last()->setToolTip(0, group);
+        widest = std::max(widest, metrics.horizontalAdvance(group));
     }
+    // Room for the longest name (bold, as the group shown is) beside the root's indent.
+    m_treeNamesWidth = widest + 2 * TreeViewMain->indentation() + 2 * TreeViewMain->frameWidth() + 8;
     root->addChildren(nodes);
     TreeViewMain->addTopLevelItem(root);
     root->setExpanded(true);

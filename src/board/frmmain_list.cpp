@@ -9,12 +9,6 @@
 #include <QSignalBlocker>
 #include <QTreeWidget>
 
-namespace {
-
-constexpr int kTwipsPerPixel = 15;
-
-} // namespace
-
 QStringList frmMain::listHeaders() const
 {
     QStringList headers;
@@ -65,8 +59,7 @@ QList<ListColumn> frmMain::listColumns() const
     QList<ListColumn> columns;
     const QHeaderView* header = ListViewMain->header();
     for (int i = 0; i < ListViewMain->columnCount(); ++i) {
-        columns << ListColumn{ListViewMain->headerItem()->text(i), header->visualIndex(i) + 1,
-                              qint64(header->sectionSize(i)) * kTwipsPerPixel};
+        columns << ListColumn{ListViewMain->headerItem()->text(i), header->visualIndex(i) + 1, ownWidthTwips(i)};
     }
     return columns;
 }

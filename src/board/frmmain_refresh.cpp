@@ -173,6 +173,7 @@ void frmMain::rebuildList(const QString& strGroup)
     }
     addRows(*rs, layout);
     ResumeNext([&] { placeStatusColumn(fnRecordset(rstColumnData)); });
+    chooseFillColumn();
     applyListSort();
 
     ResumeNext([&] { fnRecordset(rs).Close(); });

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QToolBar>
 #include <QWidgetAction>
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -134,7 +135,9 @@ void frmMain::buildToolbar()
     ToolbarMain->setObjectName(QStringLiteral("ToolbarMain"));
     ToolbarMain->setMovable(false);
     auto* findPlace = new FindBoxPlace(ToolbarMain);
-    txtFind->setFixedWidth(kFindBoxWidthTwips / kTwipsPerPixel);
+    // The placeholder's width, or room for a dozen characters when the font needs more.
+    txtFind->setFixedWidth(
+        std::max(kFindBoxWidthTwips / kTwipsPerPixel, txtFind->fontMetrics().averageCharWidth() * 12));
     findPlace->setDefaultWidget(txtFind);
     addButton(ToolbarMain, findPlace, QString::fromUtf8(kFixed[0].key), QString(),
               QString::fromUtf8(kFixed[0].toolTip));
@@ -228,11 +231,8 @@ void frmMain::BindToolBar()
     });
     const bool large = gintIconSize == 0;
     const bool captions = gintToolBarText != 0;
-    trap([&] {
-        const int side = large ? 32 : 16;
-        ToolbarMain->setIconSize(QSize(side, side));
-        ToolbarMain->setToolButtonStyle(captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
-    });
+    // The bar's icon size and captions follow these two settings in the layout,
+    // as far as the window's width allows.
     for (int position = 1; position <= kFixedButtons; ++position) {
         trap([&] {
             QAction* button = toolbarButton(position);

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScreen>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTest>
@@ -75,6 +76,9 @@ private slots:
     void panePass();
     void statusBarAndListMenu();
     void everyControlIsNamed();
+    void firstRunPlace();
+    void fitsTheScreen_data();
+    void fitsTheScreen();
     void splitters_data();
     void splitters();
 };
@@ -362,6 +366,56 @@ void TestCommands::everyControlIsNamed()
         }
     }
     QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
+}
+
+// A first run opens at a size that suits the screen, centred on it.
+void TestCommands::firstRunPlace()
+{
+    Board b;
+    subReadUserSettings(QStringLiteral("Ann Lee")); // no place saved
+    const QRect area = b.form->screen()->availableGeometry();
+    const QRect place = b.form->geometry();
+    QVERIFY(area.contains(place));
+    QVERIFY(place.width() >= std::min(area.width(), 800) && place.height() >= std::min(area.height(), 600));
+    QVERIFY(qAbs(place.center().x() - area.center().x()) <= 1);
+}
+
+void TestCommands::fitsTheScreen_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("1920x1080") << QSize(1920, 1080);
+    QTest::newRow("800x600") << QSize(800, 600);
+}
+
+// At any usual size: every toolbar button on the bar (none in its overflow), the
+// list's columns across the whole width, the group tree wide enough for its names.
+void TestCommands::fitsTheScreen()
+{
+    QFETCH(QSize, size);
+    Board b;
+    const QString longGroup = QStringLiteral("Facilities and Maintenance");
+    b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
+                                   QStringLiteral("Visiting the customer"));
+    b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
+    gblnAllowStatusAlerts = gblnAllowMessaging = true;
+    frmMain& f = b.open();
+    f.subLoadToolBarButtons();
+    b.show(size.width(), size.height());
+    f.subRefreshUserList(QStringLiteral("Everyone"));
+    QCoreApplication::processEvents();
+
+    for (QAction* button : f.ToolbarMain->actions()) {
+        if (button->isVisible()) {
+            QVERIFY2(f.ToolbarMain->widgetForAction(button)->isVisible(), qPrintable(button->data().toString()));
+        }
+    }
+    const QHeaderView* header = f.ListViewMain->header();
+    QVERIFY(header->length() >= f.ListViewMain->viewport()->width());
+    const int comments = b.column(QStringLiteral("Comments"));
+    QVERIFY(header->sectionSize(comments) >=
+            header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
+    QVERIFY(f.TreeViewMain->viewport()->width() >=
+            f.TreeViewMain->indentation() + f.TreeViewMain->fontMetrics().horizontalAdvance(longGroup));
 }
 
 void TestCommands::splitters_data()
