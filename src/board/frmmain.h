@@ -193,6 +193,7 @@ private:
     void showRefreshedText();
     void restoreSelection();
     void selectRow(QTreeWidgetItem* row);
+    void forgetRows();
     void flushGroups();
 
     QString mstrLastGroupShown;
@@ -200,11 +201,16 @@ private:
     QList<long long> mvarColumnWidths;    // and its width in twips
     long long mintLockedRetries = 0;      // failed reads of the settings row in this run, never reset
     bool mblnLoading = true;              // from Load to the first Activate
-    int m_fillColumn = -1;                // the list's column that takes the spare width
-    int m_fillOwnWidth = 0;               // its width as the person made it, in pixels
-    bool m_fitting = false;               // the fill column is being sized by the board, not the person
-    int m_treeNamesWidth = 0;             // what the group tree needs to show its longest name
-    QStringList m_pendingGroups;          // the groups read, until selectGroup puts them in place
+    // The row restoreSelection found for a name, kept until the rows change.
+    bool m_selectionFound = false;
+    QString m_selectionName;
+    long long m_selectionColumn = 0;
+    QTreeWidgetItem* m_selectionRow = nullptr;
+    int m_fillColumn = -1;       // the list's column that takes the spare width
+    int m_fillOwnWidth = 0;      // its width as the person made it, in pixels
+    bool m_fitting = false;      // the fill column is being sized by the board, not the person
+    int m_treeNamesWidth = 0;    // what the group tree needs to show its longest name
+    QStringList m_pendingGroups; // the groups read, until selectGroup puts them in place
     bool m_groupsPending = false;
     int m_listSortKey = 0; // ListViewMain's own SortKey (its sort column)
     bool m_unloading = false;

@@ -126,6 +126,7 @@ void frmMain::rebuildList(const QString& strGroup)
     glngLastStatusCounter = glngStatusCounter;
     mstrLastGroupShown = strGroup;
     setBusyPointer(true);
+    forgetRows();
     ListViewMain->clear();
     ListViewMain->setColumnCount(0);
 
