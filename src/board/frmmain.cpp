@@ -1,6 +1,7 @@
 // frmMain: its controls, and what it answers the logic as the main screen.
 #include "board/frmmain.h"
 
+#include "board/grouptabbar.h"
 #include "status/statuswrite.h"
 
 #include <QAction>
@@ -30,7 +31,7 @@ MainScreen* frmMain::load()
 
 frmMain::frmMain()
     : ListViewMain(new QTreeWidget(this)), ToolbarMain(new QToolBar(QStringLiteral("ToolbarMain"), this)),
-      StatusBarMain(new QStatusBar(this)), TabStripMain(new QTabBar(this)), TreeViewMain(new QTreeWidget(this)),
+      StatusBarMain(new QStatusBar(this)), TabStripMain(new GroupTabBar(this)), TreeViewMain(new QTreeWidget(this)),
       txtFind(new QLineEdit(this)), picTrackingContainer(new QWidget(this)), lblWhoAmITracking(new QLabel(this)),
       lstWhoAmITracking(new QTreeWidget(this)), lblWhosTrackingMe(new QLabel(this)),
       lstWhosTrackingMe(new QTreeWidget(this)), lblPreviewMsgsPane(new QLabel(this)),

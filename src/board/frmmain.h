@@ -8,6 +8,7 @@
 // list, the groups' tabs and tree, the tray icon and the screen layout are calls
 // into MainScreen procedures that this board does not fill in yet.
 
+#include "board/grouptabbar.h"
 #include "start/mainscreen.h"
 
 #include <QMainWindow>
@@ -21,7 +22,6 @@ class QLineEdit;
 class QMenu;
 class QSplitter;
 class QStatusBar;
-class QTabBar;
 class QToolBar;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -57,7 +57,7 @@ public:
     QTreeWidget* ListViewMain; // the people and items
     QToolBar* ToolbarMain;
     QStatusBar* StatusBarMain;
-    QTabBar* TabStripMain;         // the groups as tabs, or
+    GroupTabBar* TabStripMain;     // the groups as tabs, or
     QTreeWidget* TreeViewMain;     // the groups as a tree ("Groups", then one node per group)
     QLineEdit* txtFind;            // the find box, in the toolbar's first place
     QWidget* picTrackingContainer; // the status-alert pane

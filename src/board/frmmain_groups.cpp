@@ -3,6 +3,7 @@
 // and the hints they leave in panel 1. Each is thin: it changes a setting and
 // leaves the work to subRefreshUserList or to the list's own sorting.
 #include "board/frmmain.h"
+#include "board/grouptabbar.h"
 #include "board/statusicons.h"
 #include "start/globals.h"
 #include "status/settings.h"
@@ -156,27 +157,17 @@ void frmMain::addGroup(const QString& group)
 
 QStringList frmMain::groupCaptions() const
 {
-    QStringList captions;
-    for (int i = 0; i < TabStripMain->count(); ++i) {
-        captions << TabStripMain->tabText(i);
-    }
-    return captions;
+    return TabStripMain->captions();
 }
 
-// The gathered groups into the tabs and the tree, each built once, with the tab
-// bar hidden meanwhile so that it lays its tabs out once, when it is shown again.
+// The gathered groups into the tabs and the tree, each built as a whole.
 void frmMain::flushGroups()
 {
     if (!m_groupsPending) {
         return;
     }
     m_groupsPending = false;
-    const QSignalBlocker quietTabs(TabStripMain);
-    const bool shown = TabStripMain->isVisible();
-    TabStripMain->setVisible(false);
-    while (TabStripMain->count() > 0) {
-        TabStripMain->removeTab(TabStripMain->count() - 1);
-    }
+    TabStripMain->setCaptions(m_pendingGroups);
     TreeViewMain->clear();
     auto* root = new QTreeWidgetItem({QStringLiteral("Groups")});
     root->setData(0, kKeyRole, kRootKey);
@@ -187,7 +178,6 @@ void frmMain::flushGroups()
     const QFontMetrics metrics(bold);
     int widest = 0;
     for (const QString& group : std::as_const(m_pendingGroups)) {
-        TabStripMain->addTab(group);
         nodes << addNode(nullptr, group + QStringLiteral("_2"), group);
         nodes.last()->setToolTip(0, group);
         widest = std::max(widest, metrics.horizontalAdvance(group));
@@ -198,7 +188,6 @@ void frmMain::flushGroups()
     TreeViewMain->addTopLevelItem(root);
     root->setExpanded(true);
     m_pendingGroups.clear();
-    TabStripMain->setVisible(shown);
 }
 
 // The tab and the node of a group made current from code. This is no click: the
