@@ -181,7 +181,13 @@ private:
     void answerNoSettingsRow();
     void createHeaders(const ColumnLayout& layout);
     void addRows(dao::Recordset& rs, const ColumnLayout& layout);
-    void readOwnRow(dao::Recordset& rs);
+    struct OwnRowFields
+    {
+        int name;
+        int status;
+        int code;
+    };
+    void readOwnRow(dao::Recordset& rs, const OwnRowFields& own);
     void placeStatusColumn(dao::Recordset& rstColumnData);
     void chooseFillColumn();
     void fitFillColumn();

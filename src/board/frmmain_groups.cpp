@@ -95,9 +95,8 @@ void frmMain::initListAndGroups()
     for (QTreeWidget* pane : {lstWhoAmITracking, lstWhosTrackingMe, ListViewMessages}) {
         pane->setRootIsDecorated(false);
     }
-    TabStripMain->setExpanding(false);
 
-    connect(TabStripMain, &QTabBar::currentChanged, this, [this] { TabStripMain_Click(); });
+    connect(TabStripMain, &GroupTabBar::currentChanged, this, [this] { TabStripMain_Click(); });
     connect(TreeViewMain, &QTreeWidget::itemClicked, this,
             [this](QTreeWidgetItem* node) { TreeViewMain_NodeClick(node); });
     // Enter on a node chooses it as a click does, for those who use the keyboard.
@@ -122,7 +121,7 @@ void frmMain::initListAndGroups()
     connect(ListViewMain, &QTreeWidget::itemClicked, this, [this] { ListViewMain_ItemClick(); });
     connect(txtFind, &QLineEdit::textChanged, this, [this] { txtFind_Change(); });
 
-    hook(TabStripMain, QEvent::MouseMove, [this](QEvent*) { TabStripMain_MouseMove(); });
+    hook(TabStripMain->viewport(), QEvent::MouseMove, [this](QEvent*) { TabStripMain_MouseMove(); });
     hook(TreeViewMain->viewport(), QEvent::MouseMove, [this](QEvent*) { TreeViewMain_MouseMove(); });
     hook(ListViewMain->viewport(), QEvent::MouseMove,
          [this](QEvent* e) { ListViewMain_MouseMove(static_cast<QMouseEvent*>(e)->position().toPoint()); });

@@ -1,38 +1,39 @@
 #include "board/grouptabbar.h"
 
 #include <QEvent>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <algorithm>
 
-GroupTabBar::GroupTabBar(QWidget* parent) : QTabBar(parent)
+GroupTabBar::GroupTabBar(QWidget* parent) : QListWidget(parent)
 {
-    setExpanding(false);
+    setFlow(QListView::LeftToRight);
+    setWrapping(false);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setFrameShape(QFrame::NoFrame);
+    setStyleSheet(
+        QStringLiteral("QListWidget { background: transparent; }"
+                       "QListWidget::item { padding: 3px 10px; margin-right: 2px; border: 1px solid palette(mid);"
+                       " border-bottom: none; border-top-left-radius: 4px; border-top-right-radius: 4px; background: "
+                       "palette(button); }"
+                       "QListWidget::item:selected { background: palette(base); color: palette(text); }"));
+    connect(this, &QListWidget::currentRowChanged, this, &GroupTabBar::currentChanged);
+    fitHeight();
 }
 
 void GroupTabBar::setCaptions(const QStringList& captions)
 {
     const QSignalBlocker quiet(this);
-    // Hidden, the bar lays its tabs out once, when it is shown again, not at every change.
-    const bool shown = isVisible();
-    setVisible(false);
-    const QString current = currentIndex() >= 0 ? tabText(currentIndex()) : QString();
+    const QString current = tabText(currentIndex());
+    clear();
+    addItems(captions);
     if (count() > 0) {
-        setCurrentIndex(0); // removals from the end then never move the current tab
+        setCurrentRow(std::max(0, int(captions.indexOf(current))));
     }
-    while (count() > captions.size()) {
-        removeTab(count() - 1);
-    }
-    for (int i = 0; i < captions.size(); ++i) {
-        if (i < count()) {
-            if (tabText(i) != captions.at(i)) {
-                setTabText(i, captions.at(i));
-            }
-        } else {
-            addTab(captions.at(i));
-        }
-    }
-    setCurrentIndex(std::max(0, int(captions.indexOf(current)))); // the same group stays current
-    setVisible(shown);
 }
 
 QStringList GroupTabBar::captions() const
@@ -40,37 +41,38 @@ QStringList GroupTabBar::captions() const
     QStringList result;
     result.reserve(count());
     for (int i = 0; i < count(); ++i) {
-        result << tabText(i);
+        result << item(i)->text();
     }
     return result;
 }
 
-QSize GroupTabBar::tabSizeHint(int index) const
+QString GroupTabBar::tabText(int index) const
 {
-    const QString caption = tabText(index);
-    auto size = m_sizes.constFind(caption);
-    if (size == m_sizes.cend()) {
-        size = m_sizes.insert(caption, QTabBar::tabSizeHint(index));
-    }
-    return *size;
+    const QListWidgetItem* tab = item(index);
+    return tab ? tab->text() : QString();
 }
 
-QSize GroupTabBar::minimumTabSizeHint(int index) const
+int GroupTabBar::currentIndex() const
 {
-    const QString caption = tabText(index);
-    auto size = m_minimumSizes.constFind(caption);
-    if (size == m_minimumSizes.cend()) {
-        size = m_minimumSizes.insert(caption, QTabBar::minimumTabSizeHint(index));
-    }
-    return *size;
+    return currentRow();
 }
 
-// A new font or style measures the captions anew.
-void GroupTabBar::changeEvent(QEvent* event)
+void GroupTabBar::setCurrentIndex(int index)
+{
+    setCurrentRow(index);
+}
+
+// One row of tabs and, below it, room for the scroll bar that a long row needs.
+void GroupTabBar::fitHeight()
+{
+    const int row = fontMetrics().height() + 10;
+    setFixedHeight(row + horizontalScrollBar()->sizeHint().height() + 2 * frameWidth());
+}
+
+bool GroupTabBar::event(QEvent* event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        m_sizes.clear();
-        m_minimumSizes.clear();
+        fitHeight();
     }
-    QTabBar::changeEvent(event);
+    return QListWidget::event(event);
 }

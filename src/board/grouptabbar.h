@@ -1,15 +1,17 @@
 #pragma once
-// TabStripMain: the groups as tabs. A site may have hundreds of groups, and every
-// client reads them again when one is added, so the tabs are put in place as a
-// whole: tabs already there take their new captions, only the difference is
-// added or removed, and each tab's size is measured once for its caption. A
-// plain tab bar measures every tab again for each tab added.
+// TabStripMain: the groups as a strip of tabs above the list. A site may have
+// hundreds of groups and every client reads them again when one is added, so
+// the strip is a one-row list view, which lays out all its tabs in one pass,
+// rather than a tab bar, which lays out every tab again for each tab added.
+// It answers as a tab bar does: count, tabText, currentIndex, setCurrentIndex,
+// and currentChanged when the tab changes.
 
-#include <QHash>
-#include <QTabBar>
+#include <QListWidget>
 
-class GroupTabBar : public QTabBar
+class GroupTabBar : public QListWidget
 {
+    Q_OBJECT
+
 public:
     explicit GroupTabBar(QWidget* parent = nullptr);
 
@@ -18,12 +20,16 @@ public:
     void setCaptions(const QStringList& captions);
     QStringList captions() const;
 
+    QString tabText(int index) const;
+    int currentIndex() const;
+    void setCurrentIndex(int index);
+
+signals:
+    void currentChanged(int index);
+
 protected:
-    QSize tabSizeHint(int index) const override;
-    QSize minimumTabSizeHint(int index) const override;
-    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
-    mutable QHash<QString, QSize> m_sizes;
-    mutable QHash<QString, QSize> m_minimumSizes;
+    void fitHeight();
 };
