@@ -1,12 +1,9 @@
 #pragma once
 // frmMain, the board: ListViewMain (the people), ToolbarMain (the commands and
-// status buttons), StatusBarMain (three panels) and the board's timers. It is
-// the MainScreen the logic talks to, registered while it lives.
-//
-// This first board reads the options and the person's settings and marks the
-// person active (its Load), and starts its timers (its Activate). Filling the
-// list, the groups' tabs and tree, the tray icon and the screen layout are calls
-// into MainScreen procedures that this board does not fill in yet.
+// status buttons), StatusBarMain (messages, database, count-down and the two
+// security levels), the groups as tabs or tree, the side panes and the board's
+// timers. It is the MainScreen the logic talks to, registered while it lives.
+// Its methods live in several files, one concern each (frmmain_*.cpp).
 
 #include "board/grouptabbar.h"
 #include "start/mainscreen.h"
@@ -123,7 +120,7 @@ public:
     // other than the close box: the desktop session ending, SIGTERM, the Exit command.
     void requestUnload(int unloadMode);
 
-    // --- list and refresh, groups, find, sort, timers, end of run (helper H1) ---
+    // --- list and refresh, groups, find, sort, timers, end of run ---
 public:
     // MainScreen: ListViewMain as the logic sees it (frmmain_list.cpp), and its refresh.
     QStringList listHeaders() const override;
@@ -223,7 +220,7 @@ private:
     bool m_activeInApp = false; // active among the program's own windows (VB's Activate/Deactivate)
 
 public:
-    // --- commands, menus, toolbar, rights, layout (helper H2) ---
+    // --- commands, menus, toolbar, rights, layout ---
 public:
     // The menus, named as the screen knows them (frmmain_commands.cpp).
     QMenu* mnuFile = nullptr;
@@ -316,7 +313,7 @@ private:
     QWidget* m_listArea = nullptr;     // TabStripMain over ListViewMain
     bool m_inResize = false;
 
-    // --- tray, single instance, status icons (helper H3) ---
+    // --- tray, single instance, status icons ---
 public:
     // The tray object while it exists (frmmain_tray.cpp).
     class frmSysTray* m_frmSysTray = nullptr;
