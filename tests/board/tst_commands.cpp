@@ -416,6 +416,18 @@ void TestCommands::fitsTheScreen()
             header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
     QVERIFY(f.TreeViewMain->viewport()->width() >=
             f.TreeViewMain->indentation() + f.TreeViewMain->fontMetrics().horizontalAdvance(longGroup));
+
+    // The widened column is no resize by the person: the next poll rebuilds nothing,
+    // and the layout keeps the width the settings gave.
+    const QTreeWidgetItem* firstRow = f.ListViewMain->topLevelItem(0);
+    f.subRefreshUserList(QString());
+    QCOMPARE(f.ListViewMain->topLevelItem(0), firstRow);
+    const QString saved = b.ofAnn(QStringLiteral("CommentsColumnWidth"), QStringLiteral("EmployeeSettingsTable"));
+    for (const ListColumn& column : f.listColumns()) {
+        if (column.name == QLatin1String("Comments")) {
+            QCOMPARE(QString::number(column.width), saved);
+        }
+    }
 }
 
 void TestCommands::splitters_data()
