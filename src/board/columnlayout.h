@@ -17,8 +17,8 @@ struct ColumnLayout
     // The width read with the name of that slot; 1500 twips when the row has none.
     QList<long long> widths;
 
-    // Reads the current row of the settings set. A column without an order goes
-    // after all others; gintNameColumn is set to the slot of "Name". A field that
-    // cannot be placed is passed over.
+    // Reads the current row of the settings set. A column without an order, or
+    // with one beyond the number of columns, goes after all others; gintNameColumn
+    // is set to the slot of "Name". A field that cannot be placed is passed over.
     static ColumnLayout read(dao::Recordset& settingsRow);
 };

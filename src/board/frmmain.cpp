@@ -1,6 +1,7 @@
 // frmMain: its controls, and what it answers the logic as the main screen.
 #include "board/frmmain.h"
 
+#include "board/grouptabbar.h"
 #include "status/statuswrite.h"
 
 #include <QAction>
@@ -16,7 +17,8 @@
 
 namespace {
 
-constexpr int kPanelCount = 3;
+constexpr int kPanelCount = 5;
+constexpr int kFirstSecurityPanel = 4;
 
 } // namespace
 
@@ -29,7 +31,7 @@ MainScreen* frmMain::load()
 
 frmMain::frmMain()
     : ListViewMain(new QTreeWidget(this)), ToolbarMain(new QToolBar(QStringLiteral("ToolbarMain"), this)),
-      StatusBarMain(new QStatusBar(this)), TabStripMain(new QTabBar(this)), TreeViewMain(new QTreeWidget(this)),
+      StatusBarMain(new QStatusBar(this)), TabStripMain(new GroupTabBar(this)), TreeViewMain(new QTreeWidget(this)),
       txtFind(new QLineEdit(this)), picTrackingContainer(new QWidget(this)), lblWhoAmITracking(new QLabel(this)),
       lstWhoAmITracking(new QTreeWidget(this)), lblWhosTrackingMe(new QLabel(this)),
       lstWhosTrackingMe(new QTreeWidget(this)), lblPreviewMsgsPane(new QLabel(this)),
@@ -80,6 +82,19 @@ void frmMain::buildControls()
         widget->setObjectName(QString::fromLatin1(name));
         widget->hide(); // until the layout shows what the settings ask for
     }
+    // What a screen reader calls each area.
+    const std::pair<QWidget*, const char*> spoken[] = {
+        {ListViewMain, "Users and items"},
+        {TabStripMain, "Groups"},
+        {TreeViewMain, "Groups"},
+        {txtFind, "Find item in selected column"},
+        {lstWhoAmITracking, "Alert ME when the Status changes for the following users or items"},
+        {lstWhosTrackingMe, "Alert others"},
+        {ListViewMessages, "Preview New Messages"},
+    };
+    for (const auto& [widget, name] : spoken) {
+        widget->setAccessibleName(QString::fromLatin1(name));
+    }
     const std::pair<QTimer*, int> timers[] = {
         {&tmrCheckForNewMessages, 10000},
         {&tmrCheckForStatusAlerts, 3000},
@@ -98,6 +113,7 @@ void frmMain::buildStatusBar()
         auto* label = new QLabel(StatusBarMain);
         label->setFrameShape(QFrame::Panel);
         label->setFrameShadow(QFrame::Sunken);
+        label->setAccessibleName(QStringLiteral("Status bar panel %1").arg(i + 1));
         StatusBarMain->addWidget(label, i == 1 ? 1 : 0);
         m_panels.append(label);
     }
@@ -162,10 +178,16 @@ QString frmMain::panelText(int number) const
     return label ? label->text() : QString();
 }
 
+// The security panels show their level as text as well as tip, so that it can
+// be read without a mouse.
 void frmMain::setPanelToolTip(int number, const QString& text)
 {
     if (QLabel* label = panel(number)) {
         label->setToolTip(text);
+        if (number >= kFirstSecurityPanel) {
+            label->setText(text);
+        }
+        label->setAccessibleDescription(text);
     }
 }
 

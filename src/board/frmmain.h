@@ -1,13 +1,11 @@
 #pragma once
 // frmMain, the board: ListViewMain (the people), ToolbarMain (the commands and
-// status buttons), StatusBarMain (three panels) and the board's timers. It is
-// the MainScreen the logic talks to, registered while it lives.
-//
-// This first board reads the options and the person's settings and marks the
-// person active (its Load), and starts its timers (its Activate). Filling the
-// list, the groups' tabs and tree, the tray icon and the screen layout are calls
-// into MainScreen procedures that this board does not fill in yet.
+// status buttons), StatusBarMain (messages, database, count-down and the two
+// security levels), the groups as tabs or tree, the side panes and the board's
+// timers. It is the MainScreen the logic talks to, registered while it lives.
+// Its methods live in several files, one concern each (frmmain_*.cpp).
 
+#include "board/grouptabbar.h"
 #include "start/mainscreen.h"
 
 #include <QMainWindow>
@@ -21,7 +19,6 @@ class QLineEdit;
 class QMenu;
 class QSplitter;
 class QStatusBar;
-class QTabBar;
 class QToolBar;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -57,7 +54,7 @@ public:
     QTreeWidget* ListViewMain; // the people and items
     QToolBar* ToolbarMain;
     QStatusBar* StatusBarMain;
-    QTabBar* TabStripMain;         // the groups as tabs, or
+    GroupTabBar* TabStripMain;     // the groups as tabs, or
     QTreeWidget* TreeViewMain;     // the groups as a tree ("Groups", then one node per group)
     QLineEdit* txtFind;            // the find box, in the toolbar's first place
     QWidget* picTrackingContainer; // the status-alert pane
@@ -123,7 +120,7 @@ public:
     // other than the close box: the desktop session ending, SIGTERM, the Exit command.
     void requestUnload(int unloadMode);
 
-    // --- list and refresh, groups, find, sort, timers, end of run (helper H1) ---
+    // --- list and refresh, groups, find, sort, timers, end of run ---
 public:
     // MainScreen: ListViewMain as the logic sees it (frmmain_list.cpp), and its refresh.
     QStringList listHeaders() const override;
@@ -142,6 +139,7 @@ public:
     void addGroup(const QString& group) override;
     bool selectGroup(const QString& group) override;
     void subPopulateTreeView();
+    QStringList groupCaptions() const; // the tabs' captions, "Everyone" first
     // The end of a run (frmmain_unload.cpp).
     void subUnloadAllForms() override;
     static void subCloseAllAlerts();
@@ -180,8 +178,17 @@ private:
     void answerNoSettingsRow();
     void createHeaders(const ColumnLayout& layout);
     void addRows(dao::Recordset& rs, const ColumnLayout& layout);
-    void readOwnRow(dao::Recordset& rs);
+    struct OwnRowFields
+    {
+        int name;
+        int status;
+        int code;
+    };
+    void readOwnRow(dao::Recordset& rs, const OwnRowFields& own);
     void placeStatusColumn(dao::Recordset& rstColumnData);
+    void chooseFillColumn();
+    void fitFillColumn();
+    long long ownWidthTwips(int column) const;
     void applyListSort();
     void takeColumnSnapshot();
     void fillTrackingLists();
@@ -189,18 +196,31 @@ private:
     void showRefreshedText();
     void restoreSelection();
     void selectRow(QTreeWidgetItem* row);
+    void forgetRows();
+    void flushGroups();
 
     QString mstrLastGroupShown;
     QList<long long> mvarColumnPositions; // each column's place after the last rebuild, from entry 1
     QList<long long> mvarColumnWidths;    // and its width in twips
     long long mintLockedRetries = 0;      // failed reads of the settings row in this run, never reset
     bool mblnLoading = true;              // from Load to the first Activate
-    int m_listSortKey = 0;                // ListViewMain's own SortKey (its sort column)
+    // The row restoreSelection found for a name, kept until the rows change.
+    bool m_selectionFound = false;
+    QString m_selectionName;
+    long long m_selectionColumn = 0;
+    QTreeWidgetItem* m_selectionRow = nullptr;
+    int m_fillColumn = -1;       // the list's column that takes the spare width
+    int m_fillOwnWidth = 0;      // its width as the person made it, in pixels
+    bool m_fitting = false;      // the fill column is being sized by the board, not the person
+    int m_treeNamesWidth = 0;    // what the group tree needs to show its longest name
+    QStringList m_pendingGroups; // the groups read, until selectGroup puts them in place
+    bool m_groupsPending = false;
+    int m_listSortKey = 0; // ListViewMain's own SortKey (its sort column)
     bool m_unloading = false;
     bool m_activeInApp = false; // active among the program's own windows (VB's Activate/Deactivate)
 
 public:
-    // --- commands, menus, toolbar, rights, layout (helper H2) ---
+    // --- commands, menus, toolbar, rights, layout ---
 public:
     // The menus, named as the screen knows them (frmmain_commands.cpp).
     QMenu* mnuFile = nullptr;
@@ -284,6 +304,8 @@ private:
     void navigatorPass();
     void panePass();
     void placeSplitters();
+    void fitToolbar();
+    void placeFirstRun();
     void splitterMoved();
 
     QWidget* m_panes = nullptr;        // the strip of the tracking and messages panes
@@ -291,7 +313,7 @@ private:
     QWidget* m_listArea = nullptr;     // TabStripMain over ListViewMain
     bool m_inResize = false;
 
-    // --- tray, single instance, status icons (helper H3) ---
+    // --- tray, single instance, status icons ---
 public:
     // The tray object while it exists (frmmain_tray.cpp).
     class frmSysTray* m_frmSysTray = nullptr;

@@ -11,6 +11,7 @@
 
 #include <QHeaderView>
 #include <QTreeWidget>
+#include <algorithm>
 
 namespace {
 
@@ -37,6 +38,7 @@ void frmMain::createHeaders(const ColumnLayout& layout)
             headers << name;
         }
     }
+    m_fillColumn = -1;
     ListViewMain->setColumnCount(int(headers.size()));
     ListViewMain->setHeaderLabels(headers);
     QHeaderView* header = ListViewMain->header();
@@ -47,6 +49,44 @@ void frmMain::createHeaders(const ColumnLayout& layout)
         }
     }
     clearSortArrows();
+}
+
+// The column that takes the width the others leave: Comments, else the last one
+// shown. It is never narrower than the person made it, and that width, not the
+// one it has on a wide screen, is what the layout keeps.
+void frmMain::chooseFillColumn()
+{
+    QHeaderView* header = ListViewMain->header();
+    m_fillColumn = int(listHeaders().indexOf(QStringLiteral("Comments")));
+    if (m_fillColumn < 0 && header->count() > 0) {
+        m_fillColumn = header->logicalIndex(header->count() - 1);
+    }
+    m_fillOwnWidth = m_fillColumn >= 0 ? header->sectionSize(m_fillColumn) : 0;
+    fitFillColumn();
+}
+
+void frmMain::fitFillColumn()
+{
+    QHeaderView* header = ListViewMain->header();
+    if (m_fillColumn < 0 || m_fillColumn >= header->count() || m_fitting) {
+        return;
+    }
+    int others = 0;
+    for (int i = 0; i < header->count(); ++i) {
+        if (i != m_fillColumn && !header->isSectionHidden(i)) {
+            others += header->sectionSize(i);
+        }
+    }
+    m_fitting = true;
+    header->resizeSection(m_fillColumn, std::max(m_fillOwnWidth, ListViewMain->viewport()->width() - others));
+    m_fitting = false;
+}
+
+// A column's width in twips as the person left it.
+long long frmMain::ownWidthTwips(int column) const
+{
+    const int pixels = column == m_fillColumn ? m_fillOwnWidth : ListViewMain->header()->sectionSize(column);
+    return qint64(pixels) * kTwipsPerPixel;
 }
 
 // The Status column to its saved place among the others, which were made in order.
@@ -109,7 +149,7 @@ bool frmMain::columnsMovedOrResized()
     };
     const bool changed =
         differs(mvarColumnPositions, [&](int column) { return qint64(header->visualIndex(column) + 1); }) ||
-        differs(mvarColumnWidths, [&](int column) { return qint64(header->sectionSize(column)) * kTwipsPerPixel; });
+        differs(mvarColumnWidths, [&](int column) { return ownWidthTwips(column); });
     if (changed) {
         ResumeNext([] { subSaveUserSettings(gstrDefaultUser); });
     }
@@ -126,7 +166,7 @@ void frmMain::takeColumnSnapshot()
     mvarColumnPositions = {0, 0};
     for (int i = 1; i <= rows - 1 && i <= header->count(); ++i) {
         mvarColumnWidths.resize(i + 1);
-        mvarColumnWidths[i] = qint64(header->sectionSize(i - 1)) * kTwipsPerPixel;
+        mvarColumnWidths[i] = ownWidthTwips(i - 1);
     }
     for (int i = 1; i <= rows - 1 && i <= header->count(); ++i) {
         mvarColumnPositions.resize(i + 1);

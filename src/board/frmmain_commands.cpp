@@ -71,6 +71,10 @@ void frmMain::initToolbarAndMenus()
     toolbarButton(QStringLiteral("QUIL"))->setEnabled(false);
     mnuCommand_QUIL->setEnabled(false);
 
+    // The right-click menu of the list, which its hint promises: the Commands menu.
+    ListViewMain->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ListViewMain, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { mnuCommands->popup(ListViewMain->viewport()->mapToGlobal(at)); });
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmMain::subShowHelp);
     connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, this,
             [this] { subRefreshUserList(QString()); });
@@ -193,11 +197,8 @@ void frmMain::subShowHelp()
 void frmMain::mnuCommands_Click()
 {
     mnuCommand_StatusAlert->setEnabled(false);
-    for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
-        if (ListViewMain->topLevelItem(i)->isSelected()) {
-            mnuCommand_StatusAlert->setEnabled(true);
-            break;
-        }
+    if (ListViewMain->selectionModel()->hasSelection()) {
+        mnuCommand_StatusAlert->setEnabled(true);
     }
 }
 

@@ -3,6 +3,7 @@
 // and the hints they leave in panel 1. Each is thin: it changes a setting and
 // leaves the work to subRefreshUserList or to the list's own sorting.
 #include "board/frmmain.h"
+#include "board/grouptabbar.h"
 #include "board/statusicons.h"
 #include "start/globals.h"
 #include "status/settings.h"
@@ -56,7 +57,7 @@ void hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> actio
 
 QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text)
 {
-    auto* node = new QTreeWidgetItem(parent, {text});
+    auto* node = parent ? new QTreeWidgetItem(parent, {text}) : new QTreeWidgetItem({text});
     node->setData(0, kKeyRole, key);
     return node;
 }
@@ -94,68 +95,121 @@ void frmMain::initListAndGroups()
     for (QTreeWidget* pane : {lstWhoAmITracking, lstWhosTrackingMe, ListViewMessages}) {
         pane->setRootIsDecorated(false);
     }
-    TabStripMain->setExpanding(false);
 
-    connect(TabStripMain, &QTabBar::currentChanged, this, [this] { TabStripMain_Click(); });
+    connect(TabStripMain, &GroupTabBar::currentChanged, this, [this] { TabStripMain_Click(); });
     connect(TreeViewMain, &QTreeWidget::itemClicked, this,
             [this](QTreeWidgetItem* node) { TreeViewMain_NodeClick(node); });
+    // Enter on a node chooses it as a click does, for those who use the keyboard.
+    connect(TreeViewMain, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* node) {
+        if (node->text(0) != gstrCurrentGroup) {
+            TreeViewMain_NodeClick(node);
+        }
+    });
     connect(header, &QHeaderView::sectionClicked, this, &frmMain::ListViewMain_ColumnClick);
+    // The fill column follows the list's width and the person's resizing.
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int size) {
+        if (m_fitting) {
+            return;
+        }
+        if (column == m_fillColumn) {
+            m_fillOwnWidth = size;
+        }
+        fitFillColumn();
+    });
+    connect(header, &QHeaderView::geometriesChanged, this, [this] { fitFillColumn(); });
+    hook(ListViewMain->viewport(), QEvent::Resize, [this](QEvent*) { fitFillColumn(); });
     connect(ListViewMain, &QTreeWidget::itemClicked, this, [this] { ListViewMain_ItemClick(); });
     connect(txtFind, &QLineEdit::textChanged, this, [this] { txtFind_Change(); });
 
-    hook(TabStripMain, QEvent::MouseMove, [this](QEvent*) { TabStripMain_MouseMove(); });
+    hook(TabStripMain->viewport(), QEvent::MouseMove, [this](QEvent*) { TabStripMain_MouseMove(); });
     hook(TreeViewMain->viewport(), QEvent::MouseMove, [this](QEvent*) { TreeViewMain_MouseMove(); });
     hook(ListViewMain->viewport(), QEvent::MouseMove,
          [this](QEvent* e) { ListViewMain_MouseMove(static_cast<QMouseEvent*>(e)->position().toPoint()); });
     hook(StatusBarMain, QEvent::MouseMove, [this](QEvent*) { StatusBarMain_MouseMove(); });
     hook(txtFind, QEvent::FocusIn, [this](QEvent*) { txtFind_GotFocus(); });
     clearGroups();
+    flushGroups();
 }
 
 // --- the groups, as subReadGroups fills them --------------------------------------
 
 // The tabs and the tree emptied down to the built-in group: "Everyone" first, and
-// the tree's root "Groups" (key "R") with its node.
+// the tree's root "Groups" (key "R") with its node. The groups that follow are
+// gathered and put in place at once by selectGroup: a tab bar on screen lays all
+// its tabs out again at every tab added, which made a long list of groups cost
+// the square of its length.
 void frmMain::clearGroups()
 {
-    const QSignalBlocker quietTabs(TabStripMain);
-    while (TabStripMain->count() > 0) {
-        TabStripMain->removeTab(TabStripMain->count() - 1);
-    }
-    TreeViewMain->clear();
-    auto* root = new QTreeWidgetItem(TreeViewMain, {QStringLiteral("Groups")});
-    root->setData(0, kKeyRole, kRootKey);
-    TabStripMain->addTab(kEveryone);
-    addNode(root, kEveryone + QStringLiteral("_2"), kEveryone);
-    root->setExpanded(true);
+    m_pendingGroups.clear();
+    m_pendingGroups << kEveryone;
+    m_groupsPending = true;
 }
 
 void frmMain::addGroup(const QString& group)
 {
-    const QSignalBlocker quietTabs(TabStripMain);
-    TabStripMain->addTab(group);
-    if (QTreeWidgetItem* root = TreeViewMain->topLevelItem(0)) {
-        addNode(root, group + QStringLiteral("_2"), group);
+    if (!m_groupsPending) {
+        m_pendingGroups = groupCaptions();
+        m_groupsPending = true;
     }
+    m_pendingGroups << group;
 }
 
-// Selecting another tab is a tab click, as on the desktop's tab strip.
+QStringList frmMain::groupCaptions() const
+{
+    return TabStripMain->captions();
+}
+
+// The gathered groups into the tabs and the tree, each built as a whole.
+void frmMain::flushGroups()
+{
+    if (!m_groupsPending) {
+        return;
+    }
+    m_groupsPending = false;
+    TabStripMain->setCaptions(m_pendingGroups);
+    TreeViewMain->clear();
+    auto* root = new QTreeWidgetItem({QStringLiteral("Groups")});
+    root->setData(0, kKeyRole, kRootKey);
+    QList<QTreeWidgetItem*> nodes;
+    nodes.reserve(m_pendingGroups.size());
+    QFont bold = TreeViewMain->font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    int widest = 0;
+    for (const QString& group : std::as_const(m_pendingGroups)) {
+        nodes << addNode(nullptr, group + QStringLiteral("_2"), group);
+        nodes.last()->setToolTip(0, group);
+        widest = std::max(widest, metrics.horizontalAdvance(group));
+    }
+    // Room for the longest name (bold, as the group shown is) beside the root's indent.
+    m_treeNamesWidth = widest + 2 * TreeViewMain->indentation() + 2 * TreeViewMain->frameWidth() + 8;
+    root->addChildren(nodes);
+    TreeViewMain->addTopLevelItem(root);
+    root->setExpanded(true);
+    m_pendingGroups.clear();
+}
+
+// The tab and the node of a group made current from code. This is no click: the
+// group becomes the one shown, and nothing is saved or refreshed here (the group
+// read runs inside a refresh's poll, and a refresh from it would poll again).
 bool frmMain::selectGroup(const QString& group)
 {
-    for (int i = 0; i < TabStripMain->count(); ++i) {
-        if (TabStripMain->tabText(i) == group) {
-            TabStripMain->setCurrentIndex(i);
-            if (QTreeWidgetItem* root = TreeViewMain->topLevelItem(0)) {
-                for (int n = 0; n < root->childCount(); ++n) {
-                    if (root->child(n)->text(0) == group) {
-                        TreeViewMain->setCurrentItem(root->child(n));
-                    }
-                }
-            }
-            return true;
+    flushGroups();
+    const int tab = int(groupCaptions().indexOf(group));
+    if (tab < 0) {
+        return false;
+    }
+    {
+        const QSignalBlocker quietTabs(TabStripMain);
+        TabStripMain->setCurrentIndex(tab);
+    }
+    if (QTreeWidgetItem* root = TreeViewMain->topLevelItem(0)) {
+        if (QTreeWidgetItem* node = root->child(tab)) {
+            TreeViewMain->setCurrentItem(node);
         }
     }
-    return false;
+    gstrCurrentGroup = group;
+    return true;
 }
 
 // The tree opened at its root, the group shown in bold and current.

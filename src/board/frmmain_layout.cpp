@@ -13,8 +13,11 @@
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QScreen>
 #include <QSplitter>
 #include <QTabBar>
+#include <QToolBar>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -29,6 +32,8 @@ constexpr int kTreeMinWidth = 80;
 constexpr int kListMinWidth = 200;
 constexpr int kPanesMinHeight = 60;
 constexpr int kListMinHeight = 100;
+constexpr int kLargeIcon = 32;
+constexpr int kSmallIcon = 16;
 
 long long twips(int pixels)
 {
@@ -152,6 +157,24 @@ void frmMain::initLayout()
     client->installEventFilter(watcher);
     imgPlannerBanner->installEventFilter(watcher);
     watchHelpContexts();
+    placeFirstRun();
+}
+
+// Until the person's settings give a place, the window takes most of the screen
+// (all of a small one), centred on it; the saved place and size replace it.
+void frmMain::placeFirstRun()
+{
+    const QScreen* display = screen();
+    if (!display) {
+        return;
+    }
+    const QRect area = display->availableGeometry();
+    const auto fit = [](int available, int least, int most) {
+        return std::min(available, std::clamp(available * 85 / 100, least, most));
+    };
+    const QSize size(fit(area.width(), 800, 1400), fit(area.height(), 600, 900));
+    setGeometry(
+        QRect(area.topLeft() + QPoint((area.width() - size.width()) / 2, (area.height() - size.height()) / 2), size));
 }
 
 // Lays the whole screen out: the navigator pass, then the pane pass, then the
@@ -163,10 +186,32 @@ void frmMain::subResizeControls()
         return;
     }
     m_inResize = true;
+    ResumeNext([this] { fitToolbar(); });
     ResumeNext([this] { navigatorPass(); });
     ResumeNext([this] { panePass(); });
     ResumeNext([this] { placeSplitters(); });
     m_inResize = false;
+}
+
+// Every button stays on the bar at any width: when the person's captions and
+// icons do not fit, the captions go (the tips and screen-reader names stay),
+// and then the icons shrink. A wider window gives them back.
+void frmMain::fitToolbar()
+{
+    const bool captions = gintToolBarText != 0;
+    const int side = gintIconSize == 0 ? kLargeIcon : kSmallIcon;
+    const std::pair<Qt::ToolButtonStyle, int> looks[] = {
+        {captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly, side},
+        {Qt::ToolButtonIconOnly, side},
+        {Qt::ToolButtonIconOnly, kSmallIcon},
+    };
+    for (const auto& [style, icon] : looks) {
+        ToolbarMain->setToolButtonStyle(style);
+        ToolbarMain->setIconSize(QSize(icon, icon));
+        if (ToolbarMain->sizeHint().width() <= width()) {
+            return;
+        }
+    }
 }
 
 // The groups as a tree left of the list, or as tabs above it; the side panes
@@ -208,6 +253,8 @@ void frmMain::panePass()
             entry->setVisible(false);
         }
     }
+    // A menu whose entries are all gone goes with them.
+    mnuMessagesMenu->menuAction()->setVisible(messaging);
 }
 
 // Each splitter at its position, held within the limits of this window size.
@@ -233,7 +280,9 @@ void frmMain::placeSplitters()
 
     if (gvarDisplayTreeView != 0) {
         const int left = picVerticalSplitter->mapTo(client, QPoint(0, 0)).x();
-        glngSplitterVerticalMin = twips(left + kTreeMinWidth);
+        // The tree is at least as wide as its longest name, up to a third of the window.
+        const int names = std::clamp(m_treeNamesWidth, kTreeMinWidth, std::max(kTreeMinWidth, width() / 3));
+        glngSplitterVerticalMin = twips(left + names);
         glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
         glngSplitterVertical = heldBetween(glngSplitterVertical, glngSplitterVerticalMin, glngSplitterVerticalMax);
         const int tree = pixels(glngSplitterVertical) - left;

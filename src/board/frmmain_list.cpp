@@ -9,12 +9,6 @@
 #include <QSignalBlocker>
 #include <QTreeWidget>
 
-namespace {
-
-constexpr int kTwipsPerPixel = 15;
-
-} // namespace
-
 QStringList frmMain::listHeaders() const
 {
     QStringList headers;
@@ -55,7 +49,15 @@ QStringList frmMain::selectedRowTexts(int subItem) const
 
 void frmMain::clearList()
 {
+    forgetRows();
     ListViewMain->clear();
+}
+
+// The rows are about to go: nothing found in them is kept.
+void frmMain::forgetRows()
+{
+    m_selectionFound = false;
+    m_selectionRow = nullptr;
 }
 
 // Each column by its header (extra columns by their caption), its place from 1
@@ -65,8 +67,7 @@ QList<ListColumn> frmMain::listColumns() const
     QList<ListColumn> columns;
     const QHeaderView* header = ListViewMain->header();
     for (int i = 0; i < ListViewMain->columnCount(); ++i) {
-        columns << ListColumn{ListViewMain->headerItem()->text(i), header->visualIndex(i) + 1,
-                              qint64(header->sectionSize(i)) * kTwipsPerPixel};
+        columns << ListColumn{ListViewMain->headerItem()->text(i), header->visualIndex(i) + 1, ownWidthTwips(i)};
     }
     return columns;
 }
@@ -96,18 +97,29 @@ void frmMain::subFindNameColumn()
     }
 }
 
-// The row of the person last clicked, found again by name and scrolled to.
+// The row of the person last clicked, found again by name and scrolled to. The
+// rows only change at a rebuild, so the answer for a name is kept until then:
+// an unchanged poll does not walk the list, however long it is.
 void frmMain::restoreSelection()
 {
     if (gintNameColumn < 1 || gintNameColumn >= ListViewMain->columnCount()) {
         return;
     }
-    for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* row = ListViewMain->topLevelItem(i);
-        if (row->text(int(gintNameColumn)) == gstrSelectedUser) {
-            selectRow(row);
-            return;
+    if (!m_selectionFound || m_selectionName != gstrSelectedUser || m_selectionColumn != gintNameColumn) {
+        m_selectionRow = nullptr;
+        for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* row = ListViewMain->topLevelItem(i);
+            if (row->text(int(gintNameColumn)) == gstrSelectedUser) {
+                m_selectionRow = row;
+                break;
+            }
         }
+        m_selectionFound = true;
+        m_selectionName = gstrSelectedUser;
+        m_selectionColumn = gintNameColumn;
+    }
+    if (m_selectionRow) {
+        selectRow(m_selectionRow);
     }
 }
 

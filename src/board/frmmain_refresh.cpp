@@ -72,12 +72,6 @@ QString settingsRowQuery()
            QStringLiteral(" ORDER BY Name");
 }
 
-QString nullAsBlank(dao::Recordset& rs, const QString& field)
-{
-    const QVariant value = rs.Fields(field).Value();
-    return value.isNull() ? QString() : value.toString();
-}
-
 } // namespace
 
 void frmMain::subRefreshUserList(const QString& group)
@@ -85,6 +79,7 @@ void frmMain::subRefreshUserList(const QString& group)
     if (gstrDefaultUser.trimmed().isEmpty()) {
         return; // nothing to show before the person is known
     }
+    flushGroups();
     QString strGroup = group;
     if (strGroup.trimmed().isEmpty()) {
         if (gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {
@@ -125,6 +120,7 @@ void frmMain::rebuildList(const QString& strGroup)
     glngLastStatusCounter = glngStatusCounter;
     mstrLastGroupShown = strGroup;
     setBusyPointer(true);
+    forgetRows();
     ListViewMain->clear();
     ListViewMain->setColumnCount(0);
 
@@ -172,6 +168,7 @@ void frmMain::rebuildList(const QString& strGroup)
     }
     addRows(*rs, layout);
     ResumeNext([&] { placeStatusColumn(fnRecordset(rstColumnData)); });
+    chooseFillColumn();
     applyListSort();
 
     ResumeNext([&] { fnRecordset(rs).Close(); });
@@ -233,58 +230,83 @@ void frmMain::answerNoSettingsRow()
 
 // Every row of the set: Status as the main text, the other columns as sub-items
 // in the order the headers were made, the icon by StatusCode. The own row sets
-// the caption. A field that cannot be read (a dropped extra column) leaves the
-// sub-item counter where it was, so the next value takes that cell.
+// the caption. A field that cannot be read (an extra column dropped while the
+// board runs) leaves its cell blank: every value stays under its own header.
 void frmMain::addRows(dao::Recordset& rs, const ColumnLayout& layout)
 {
+    // Each field looked up once, as the engine looks names up (the first of that
+    // name, in any case); -1 where the query has no such field.
+    const auto fieldOf = [&rs](const QString& name) {
+        for (int i = 0; i < rs.FieldCount(); ++i) {
+            if (rs.Fields(i).Name().compare(name, Qt::CaseInsensitive) == 0) {
+                return i;
+            }
+        }
+        return -1;
+    };
+    // The sub-items in the order the headers were made: every slot but blanks and Status.
+    QList<int> cells;
+    for (const QString& name : layout.columns) {
+        if (!name.trimmed().isEmpty() && name != QLatin1String("Status")) {
+            cells << fieldOf(name);
+        }
+    }
+    const OwnRowFields own{fieldOf(QStringLiteral("Name")), fieldOf(QStringLiteral("Status")),
+                           fieldOf(QStringLiteral("StatusCode"))};
+    const auto text = [&rs](int field) {
+        QString value;
+        if (field >= 0) {
+            ResumeNext([&] { value = rs.Fields(field).Text(); });
+        }
+        return value;
+    };
+
     QHash<long long, QIcon> icons;
     QList<QTreeWidgetItem*> rows;
     ResumeNext([&] {
         for (; !rs.isEOF(); rs.MoveNext()) {
             auto* row = new BoardItem;
             rows << row;
-            int subItem = 1;
-            for (int i = 0; i < layout.columns.size(); ++i) {
-                const QString& name = layout.columns.at(i);
-                if (i == 0) {
-                    ResumeNext([&] { row->setText(0, nullAsBlank(rs, QStringLiteral("Status"))); });
-                    if (!name.trimmed().isEmpty() && name != QLatin1String("Status")) {
-                        ResumeNext([&] { row->setText(subItem, rs.Fields(name).Text()); });
-                        ++subItem;
-                    }
-                    ResumeNext([&] { readOwnRow(rs); });
-                } else if (!name.trimmed().isEmpty() && name != QLatin1String("Status")) {
-                    if (ResumeNext([&] { row->setText(subItem, rs.Fields(name).Text()); })) {
-                        ++subItem;
-                    }
-                }
+            if (own.status >= 0) {
+                ResumeNext([&] {
+                    const QVariant status = rs.Fields(own.status).Value(); // a Null reads as blank, untrimmed
+                    row->setText(0, status.isNull() ? QString() : status.toString());
+                });
             }
-            ResumeNext([&] {
-                const dao::Field code = rs.Fields(QStringLiteral("StatusCode"));
-                if (!code.IsNull()) {
-                    const long long value = code.Value().toLongLong();
-                    auto icon = icons.find(value);
-                    if (icon == icons.end()) {
-                        icon = icons.insert(value, statusIcon(value));
+            for (int cell = 0; cell < cells.size(); ++cell) {
+                row->setText(cell + 1, text(cells.at(cell)));
+            }
+            ResumeNext([&] { readOwnRow(rs, own); });
+            if (own.code >= 0) {
+                ResumeNext([&] {
+                    const dao::Field code = rs.Fields(own.code);
+                    if (!code.IsNull()) {
+                        const long long value = code.Value().toLongLong();
+                        auto icon = icons.find(value);
+                        if (icon == icons.end()) {
+                            icon = icons.insert(value, statusIcon(value));
+                        }
+                        row->setIcon(0, *icon);
                     }
-                    row->setIcon(0, *icon);
-                }
-            });
+                });
+            }
         }
     });
     ListViewMain->addTopLevelItems(rows);
 }
 
-void frmMain::readOwnRow(dao::Recordset& rs)
+void frmMain::readOwnRow(dao::Recordset& rs, const OwnRowFields& own)
 {
-    if (rs.Fields(QStringLiteral("Name")).Text() != gstrDefaultUser) {
+    if (own.name < 0 || rs.Fields(own.name).Text() != gstrDefaultUser) {
         return;
     }
-    const dao::Field code = rs.Fields(QStringLiteral("StatusCode"));
-    if (!code.IsNull()) {
-        gintOwnStatusCode = code.Value().toLongLong();
+    if (own.code >= 0) {
+        const dao::Field code = rs.Fields(own.code);
+        if (!code.IsNull()) {
+            gintOwnStatusCode = code.Value().toLongLong();
+        }
     }
-    gstrCurrentStatus = rs.Fields(QStringLiteral("Status")).Text();
+    gstrCurrentStatus = own.status >= 0 ? rs.Fields(own.status).Text() : QString();
     setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
                QStringLiteral("'"));
 }

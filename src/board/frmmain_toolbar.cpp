@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QToolBar>
 #include <QWidgetAction>
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -78,8 +79,8 @@ const KeyedCommand kCommands[] = {
 };
 
 // Button 1 makes room for the find box. The button itself is disabled, as a
-// placeholder is, but the box in it stays usable: the action's enabled state is
-// not handed down to its widget.
+// placeholder is, but the box in it stays usable: whatever hands the action's
+// state down to its widget, the box is enabled again at once.
 class FindBoxPlace : public QWidgetAction
 {
 public:
@@ -88,12 +89,22 @@ public:
 protected:
     bool event(QEvent* event) override
     {
-        if (event->type() == QEvent::ActionChanged) {
-            return QAction::event(event);
+        const bool handled = QWidgetAction::event(event);
+        if (event->type() == QEvent::ActionChanged && defaultWidget()) {
+            defaultWidget()->setEnabled(true);
         }
-        return QWidgetAction::event(event);
+        return handled;
     }
 };
+
+// A button without a caption is still named for screen readers: by its tip, or its key.
+void nameForScreenReaders(QToolBar* bar, QAction* button)
+{
+    QWidget* widget = bar->widgetForAction(button);
+    if (widget) {
+        widget->setAccessibleName(button->toolTip().isEmpty() ? button->data().toString() : button->toolTip());
+    }
+}
 
 QAction* addButton(QToolBar* bar, QAction* button, const QString& key, const QString& caption, const QString& toolTip)
 {
@@ -102,6 +113,7 @@ QAction* addButton(QToolBar* bar, QAction* button, const QString& key, const QSt
     button->setText(caption);
     button->setToolTip(toolTip);
     bar->addAction(button);
+    nameForScreenReaders(bar, button);
     return button;
 }
 
@@ -123,7 +135,9 @@ void frmMain::buildToolbar()
     ToolbarMain->setObjectName(QStringLiteral("ToolbarMain"));
     ToolbarMain->setMovable(false);
     auto* findPlace = new FindBoxPlace(ToolbarMain);
-    txtFind->setFixedWidth(kFindBoxWidthTwips / kTwipsPerPixel);
+    // The placeholder's width, or room for a dozen characters when the font needs more.
+    txtFind->setFixedWidth(
+        std::max(kFindBoxWidthTwips / kTwipsPerPixel, txtFind->fontMetrics().averageCharWidth() * 12));
     findPlace->setDefaultWidget(txtFind);
     addButton(ToolbarMain, findPlace, QString::fromUtf8(kFixed[0].key), QString(),
               QString::fromUtf8(kFixed[0].toolTip));
@@ -217,11 +231,8 @@ void frmMain::BindToolBar()
     });
     const bool large = gintIconSize == 0;
     const bool captions = gintToolBarText != 0;
-    trap([&] {
-        const int side = large ? 32 : 16;
-        ToolbarMain->setIconSize(QSize(side, side));
-        ToolbarMain->setToolButtonStyle(captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
-    });
+    // The bar's icon size and captions follow these two settings in the layout,
+    // as far as the window's width allows.
     for (int position = 1; position <= kFixedButtons; ++position) {
         trap([&] {
             QAction* button = toolbarButton(position);

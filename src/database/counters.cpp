@@ -101,8 +101,8 @@ void subGetCounterValues()
     // Only a rise is acted on: a counter the administrator reset goes unnoticed
     // until it passes the old value.
     if (glngGroupCounter > glngLastGroupCounter) {
+        glngLastGroupCounter = glngGroupCounter; // first: the group read may refresh the board, which polls again
         step([] { subReadGroups(); });
-        glngLastGroupCounter = glngGroupCounter;
     }
     if (glngStatusTypeCounter > glngLastStatusTypeCounter) {
         step([] { mainScreen().subLoadToolBarButtons(); });

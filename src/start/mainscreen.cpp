@@ -36,26 +36,26 @@ bool MainScreen::isLoaded() const
 
 void MainScreen::setPanelText(int panel, const QString& text)
 {
-    if (panel >= 1 && panel <= 3) {
+    if (panel >= 1 && panel <= 5) {
         m_panels[panel - 1] = text;
     }
 }
 
 QString MainScreen::panelText(int panel) const
 {
-    return panel >= 1 && panel <= 3 ? m_panels[panel - 1] : QString();
+    return panel >= 1 && panel <= 5 ? m_panels[panel - 1] : QString();
 }
 
 void MainScreen::setPanelToolTip(int panel, const QString& text)
 {
-    if (panel >= 1 && panel <= 3) {
+    if (panel >= 1 && panel <= 5) {
         m_panelTips[panel - 1] = text;
     }
 }
 
 QString MainScreen::panelToolTip(int panel) const
 {
-    return panel >= 1 && panel <= 3 ? m_panelTips[panel - 1] : QString();
+    return panel >= 1 && panel <= 5 ? m_panelTips[panel - 1] : QString();
 }
 
 void MainScreen::setTrayTip(const QString& tip)

@@ -36,7 +36,8 @@ public:
     virtual void unload();                  // Unload frmMain
     virtual bool isLoaded() const;
 
-    // StatusBarMain's panels, 1 to 3.
+    // StatusBarMain's panels: 1 messages, 2 the database, 3 the count-down, 4 and 5
+    // the system's and the person's security level.
     virtual void setPanelText(int panel, const QString& text);
     virtual QString panelText(int panel) const;
     virtual void setPanelToolTip(int panel, const QString& text);
@@ -85,8 +86,8 @@ public:
 
 private:
     QString m_caption;
-    QString m_panels[3];
-    QString m_panelTips[3];
+    QString m_panels[5];
+    QString m_panelTips[5];
     QString m_trayTip;
     QString m_toolbarTag;
     QRect m_geometry;

@@ -17,10 +17,10 @@
 
 namespace {
 
-// The panels that tell the security levels in their tool tips: the system's on
-// the database panel, the person's on the first.
-constexpr int kSystemSecurityPanel = 2;
-constexpr int kUserSecurityPanel = 1;
+// The panels that tell the security levels, after the message, database and
+// count-down panels, whose tips are their own.
+constexpr int kSystemSecurityPanel = 4;
+constexpr int kUserSecurityPanel = 5;
 // Minutes between refreshes when the person's row says nothing.
 constexpr long long kDefaultRefreshRate = 5;
 

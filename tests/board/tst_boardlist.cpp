@@ -1,6 +1,7 @@
 // The board's list on real site files: the refresh and its cheap path, the group
 // queries, sort and columns, find, the timers, and the end of a run.
 #include "board/frmmain.h"
+#include "boardfixture.h"
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
@@ -8,11 +9,10 @@
 #include "platform/msgbox.h"
 #include "start/globals.h"
 #include "status/settings.h"
-#include "tempsite.h"
-#include "testgateways.h"
 
 #include <QAction>
 #include <QFile>
+#include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
@@ -25,12 +25,8 @@ namespace {
 
 // Ann Lee's board on a site of three people, a hidden room, and the groups
 // "Sales" (Ann and the room) and "Empty". Phones 201, 305, 102, 900.
-struct Board
+struct Board : BoardFixture
 {
-    TestGateways gw;
-    TempSite site;
-    frmMain* form = nullptr;
-
     Board()
     {
         site.person(QStringLiteral("Ann Lee"), QStringLiteral("alee"), QStringLiteral("201"))
@@ -44,69 +40,6 @@ struct Board
             .status(QStringLiteral("Ann Lee"), QStringLiteral("In"))
             .status(QStringLiteral("Bob Ray"), QStringLiteral("Busy"))
             .status(QStringLiteral("alan Poe"), QStringLiteral("Out"));
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gstrApplicationPath = QStringLiteral("/opt/veskor/");
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-    }
-    ~Board()
-    {
-        delete form;
-        TimerCloseDatabase().stop();
-        gdbDatabase.reset();
-    }
-
-    // A new board with the settings read, as Load leaves it before the first Activate.
-    frmMain& open()
-    {
-        delete form;
-        form = new frmMain;
-        form->setAttribute(Qt::WA_ShowWithoutActivating);
-        subReadOptions();
-        subReadUserSettings(gstrDefaultUser);
-        subReadGroups();
-        return *form;
-    }
-
-    int column(const QString& header) const
-    {
-        return int(form->listHeaders().indexOf(header));
-    }
-    // A column's texts in the order shown.
-    QStringList texts(const QString& header) const
-    {
-        QStringList result;
-        for (int i = 0; i < form->ListViewMain->topLevelItemCount(); ++i) {
-            result << form->ListViewMain->topLevelItem(i)->text(column(header));
-        }
-        return result;
-    }
-    // The headers from left to right.
-    QStringList shownHeaders() const
-    {
-        const QHeaderView* header = form->ListViewMain->header();
-        QStringList result;
-        for (int visual = 0; visual < header->count(); ++visual) {
-            result << form->ListViewMain->headerItem()->text(header->logicalIndex(visual));
-        }
-        return result;
-    }
-    QString value(const QString& sql) const
-    {
-        auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
-        return rs->isEOF() ? QString() : rs->Fields(0).Text();
-    }
-    QString ofAnn(const QString& field, const QString& table = QStringLiteral("EmployeeTable")) const
-    {
-        return value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
-    }
-    void setForAnn(const QString& assignments)
-    {
-        site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET %1 WHERE Name = \"Ann Lee\"").arg(assignments));
-    }
-    void raise(const QString& counter)
-    {
-        database::raiseCounter(*site.openDb(), counter);
     }
 };
 
@@ -185,9 +118,9 @@ private slots:
         QTest::addColumn<QString>("box");
         QTest::newRow("Everyone hides ~ names")
             << "Everyone" << QStringList{"alan Poe", "Ann Lee", "Bob Ray"} << QString();
-        QTest::newRow("a group shows them") << "Sales" << QStringList{"Ann Lee", "~Room 1"} << QString();
+        QTest::newRow("a group shows them") << "Sales" << QStringList{"~Room 1", "Ann Lee"} << QString();
         QTest::newRow("a deleted group: the box, then all, ~ names too")
-            << "Gone" << QStringList{"alan Poe", "Ann Lee", "Bob Ray", "~Room 1"}
+            << "Gone" << QStringList{"~Room 1", "alan Poe", "Ann Lee", "Bob Ray"}
             << "The last group selected does not exist in this database. It has probably been deleted or renamed by "
                "the Administrator.";
         QTest::newRow("an empty group: no rows, no columns") << "Empty" << QStringList() << QString();
@@ -245,6 +178,39 @@ private slots:
         QCOMPARE(b.texts(QStringLiteral("Name")), names);
     }
 
+    // Text sorts by the locale's collation, whatever its script or accents, and
+    // runs of digits as numbers; a click on the column sorts the same way.
+    void sortByCollation_data()
+    {
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<QStringList>("sorted");
+        QTest::newRow("names") << "Name"
+                               << QStringList{"alan Poe",          "Ann Lee",      "Bob Ray",     "\u00c9milie Roux",
+                                              "\u00d8ystein Berg", "Zachary Hume", "\u9648\u4f1f"};
+        QTest::newRow("numbers") << "Phone" << QStringList{"7", "50", "99", "102", "201", "305", "1000"};
+    }
+    void sortByCollation()
+    {
+        QFETCH(QString, column);
+        QFETCH(QStringList, sorted);
+        Board b;
+        b.site.person(QStringLiteral("\u00c9milie Roux"), QStringLiteral("eroux"), QStringLiteral("99"))
+            .person(QStringLiteral("Zachary Hume"), QStringLiteral("zhume"), QStringLiteral("1000"))
+            .person(QStringLiteral("\u00d8ystein Berg"), QStringLiteral("oberg"), QStringLiteral("7"))
+            .person(QStringLiteral("\u9648\u4f1f"), QStringLiteral("cwei"), QStringLiteral("50"));
+        b.setForAnn(QStringLiteral("SortColumnName = \"%1\", SortOrder = 0").arg(column));
+        frmMain& f = b.open();
+        f.subRefreshUserList(QStringLiteral("Everyone"));
+        QCOMPARE(b.texts(column), sorted);
+        f.ListViewMain_ColumnClick(b.column(QStringLiteral("Status")));
+        gintSortOrder = 0;
+        f.ListViewMain_ColumnClick(b.column(column)); // another column: ascending stays
+        QCOMPARE(b.texts(column), sorted);
+        f.ListViewMain_ColumnClick(b.column(column)); // the same again: descending
+        std::reverse(sorted.begin(), sorted.end());
+        QCOMPARE(b.texts(column), sorted);
+    }
+
     // A column the person moved or resized is saved at the next refresh, and a new
     // board puts it back where it was.
     void columnLayoutSavedAndRestored()
@@ -266,6 +232,47 @@ private slots:
         again.subRefreshUserList(QStringLiteral("Everyone"));
         QCOMPARE(b.shownHeaders(), QStringList({"Phone", "Status", "Name", "DueBack", "Comments", "LastModified"}));
         QCOMPARE(again.ListViewMain->header()->sectionSize(b.column(QStringLiteral("Name"))), 200);
+    }
+
+    // A damaged or outdated layout still opens the board, each value under its own
+    // header: an order far past the columns counts as none (the column goes last),
+    // and an extra column dropped while the board runs leaves its cells blank.
+    void damagedLayouts_data()
+    {
+        QTest::addColumn<QString>("settings");
+        QTest::addColumn<bool>("dropMobile");
+        QTest::addColumn<QStringList>("headers");
+        QTest::newRow("order past the columns")
+            << "PhoneColumnOrder = 1000000000000" << false
+            << QStringList{"Status", "Name", "DueBack", "Comments", "LastModified", "Phone", "Mobile"};
+        QTest::newRow("extra column dropped")
+            << "New_MobileColumnOrder = 3, PhoneColumnOrder = 7" << true
+            << QStringList{"Status", "Name", "Mobile", "DueBack", "Comments", "LastModified", "Phone"};
+    }
+    void damagedLayouts()
+    {
+        QFETCH(QString, settings);
+        QFETCH(bool, dropMobile);
+        QFETCH(QStringList, headers);
+        Board b;
+        b.site.column(QStringLiteral("New_Mobile"))
+            .status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"), QStringLiteral("Away"));
+        b.site.execute(QStringLiteral("UPDATE EmployeeTable SET New_Mobile = \"0770\""));
+        b.setForAnn(settings + QStringLiteral(", SortColumnName = \"Name\""));
+        frmMain& f = b.open();
+        f.subRefreshUserList(QStringLiteral("Everyone"));
+        if (dropMobile) {
+            b.site.execute(QStringLiteral("ALTER TABLE EmployeeTable DROP COLUMN New_Mobile"));
+            b.raise(QStringLiteral("Counter"));
+            f.subRefreshUserList(QString());
+        }
+        QCOMPARE(b.shownHeaders(), headers);
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"alan Poe", "Ann Lee", "Bob Ray"}));
+        QCOMPARE(b.texts(QStringLiteral("Phone")), QStringList({"102", "201", "305"}));
+        QCOMPARE(b.texts(QStringLiteral("DueBack")), QStringList({"", "", "Monday"}));
+        QCOMPARE(b.texts(QStringLiteral("Comments")), QStringList({"", "", "Away"}));
+        const QString mobile = dropMobile ? QString() : QStringLiteral("0770");
+        QCOMPARE(b.texts(QStringLiteral("Mobile")), QStringList({mobile, mobile, mobile}));
     }
 
     // Find: a prefix, without regard to case, in the column last clicked, the
@@ -295,8 +302,46 @@ private slots:
         for (const QString& header : clicks) {
             f.ListViewMain_ColumnClick(b.column(header));
         }
-        f.txtFind->setText(text);
+        f.show();
+        f.subCommand_Find();
+        QVERIFY(f.txtFind->isEnabled());
+        QVERIFY(f.txtFind->hasFocus() || !QApplication::focusWidget()); // offscreen windows may hold no focus
+        QTest::keyClicks(f.txtFind, text);
+        QCOMPARE(f.txtFind->text(), text);
         QCOMPARE(f.selectedRowTexts(b.column(QStringLiteral("Name"))), found);
+    }
+
+    // The administrator adds a group while a named group is shown: every client
+    // reads the groups again at its next poll and goes on showing its group.
+    void groupsReadAgainWhileAGroupIsShown_data()
+    {
+        QTest::addColumn<bool>("tree");
+        QTest::newRow("tabs") << false;
+        QTest::newRow("tree") << true;
+    }
+    void groupsReadAgainWhileAGroupIsShown()
+    {
+        QFETCH(bool, tree);
+        Board b;
+        b.setForAnn(tree ? QStringLiteral("DisplayTreeView = True") : QStringLiteral("DisplayTreeView = False"));
+        frmMain& f = b.open();
+        b.show(900, 600);
+        f.Form_Activate();
+        f.TabStripMain->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
+        if (tree) {
+            f.TreeViewMain_NodeClick(f.TreeViewMain->topLevelItem(0)->child(2));
+        }
+        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        b.site.group(QStringLiteral("Admin"));
+        b.raise(QStringLiteral("GroupCounter"));
+        f.subRefreshUserList(QString());
+        QCOMPARE(f.groupCaptions(), QStringList({"Everyone", "Admin", "Empty", "Sales"}));
+        QCOMPARE(f.TreeViewMain->topLevelItem(0)->childCount(), 4);
+        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
+        QCOMPARE(f.TreeViewMain->currentItem()->text(0), QStringLiteral("Sales"));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"~Room 1", "Ann Lee"}));
+        QCOMPARE(b.gw.boxes().count(), 0);
     }
 
     // The real Load and Activate: the saved group's tab, its rows, the timers as
@@ -309,7 +354,7 @@ private slots:
         frmMain& f = *b.form;
         f.Form_Activate();
         QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
-        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("Ann Lee"), QStringLiteral("~Room 1")}));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("~Room 1"), QStringLiteral("Ann Lee")}));
         QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
         QVERIFY(f.TimerMain.isActive());
         QVERIFY(f.tmrCheckForStatusAlerts.isActive());

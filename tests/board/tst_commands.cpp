@@ -1,15 +1,21 @@
 // The board's toolbar, commands, rights and layout, on real site files.
 #include "board/frmmain.h"
+#include "boardfixture.h"
 #include "database/moddatabase.h"
 #include "start/globals.h"
 #include "status/settings.h"
-#include "tempsite.h"
-#include "testgateways.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
+#include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
+#include <QScreen>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -17,27 +23,12 @@
 namespace {
 
 // Ann Lee's board on a fresh site; the window is made but not loaded.
-struct Board
+struct Board : BoardFixture
 {
-    TestGateways gw;
-    TempSite site;
-    frmMain* form = nullptr;
-
     Board()
     {
         site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray"));
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-        gstrCurrentGroup = QStringLiteral("Everyone");
-        form = new frmMain;
-        form->setAttribute(Qt::WA_ShowWithoutActivating); // no Activate: these tests drive the steps
-    }
-    ~Board()
-    {
-        delete form;
-        TimerCloseDatabase().stop();
-        gdbDatabase.reset();
+        make();
     }
 
     // Keys of the buttons past the fixed ones, in order.
@@ -60,16 +51,7 @@ struct Board
     }
     QString statusOf(const QString& name) const
     {
-        auto rs = site.openDb()->OpenRecordset(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") +
-                                               dao::quote(name));
-        return rs->Fields(0).Text();
-    }
-    // The window on screen at a size, laid out.
-    void show(int width, int height)
-    {
-        form->resize(width, height);
-        form->show();
-        QCoreApplication::processEvents();
+        return value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
     }
 };
 
@@ -92,6 +74,11 @@ private slots:
     void commandBoxes();
     void panePass_data();
     void panePass();
+    void statusBarAndListMenu();
+    void everyControlIsNamed();
+    void firstRunPlace();
+    void fitsTheScreen_data();
+    void fitsTheScreen();
     void splitters_data();
     void splitters();
 };
@@ -332,8 +319,115 @@ void TestCommands::panePass()
     QCOMPARE(b.form->lblPreviewMsgsPane->isVisible(), messaging);
     QCOMPARE(b.form->mnuMessages->isVisible(), messaging);
     QCOMPARE(b.form->mnuMessagesNew->isEnabled(), messaging);
+    QCOMPARE(b.form->mnuMessagesMenu->menuAction()->isVisible(), messaging);
     QCOMPARE(b.form->toolbarButton(QStringLiteral("New Message"))->isEnabled(), messaging);
     QVERIFY(messaging || !b.form->toolbarButton(QStringLiteral("Preview"))->isEnabled());
+}
+
+// Each panel keeps its own tip: the security levels have panels of their own and
+// leave the database path's tip alone. The list's right-click opens the menu its
+// hint speaks of.
+void TestCommands::statusBarAndListMenu()
+{
+    Board b;
+    subReadOptions();
+    subReadUserSettings(QStringLiteral("Ann Lee"));
+    b.show(900, 600);
+    QCOMPARE(b.form->panelToolTip(2), QStringLiteral("Current database path"));
+    QCOMPARE(b.form->panelToolTip(3), QStringLiteral("Countdown to next Auto-Refresh"));
+    QVERIFY(b.form->panelToolTip(4).startsWith(QStringLiteral("System Security is ")));
+    QVERIFY(b.form->panelToolTip(5).startsWith(QStringLiteral("User Security is ")));
+    QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
+
+    QWidget* rows = b.form->ListViewMain->viewport();
+    QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10), rows->mapToGlobal(QPoint(10, 10)));
+    QCoreApplication::sendEvent(rows, &click);
+    QTRY_VERIFY(b.form->mnuCommands->isVisible());
+    b.form->mnuCommands->close();
+}
+
+// Every control a person can reach is named for screen readers, also the toolbar's
+// buttons when they show no caption.
+void TestCommands::everyControlIsNamed()
+{
+    Board b;
+    b.form->subLoadToolBarButtons();
+    b.show(900, 600);
+    QStringList unnamed;
+    for (QWidget* control : b.form->findChildren<QWidget*>()) {
+        const bool reachable = qobject_cast<QAbstractButton*>(control) || qobject_cast<QLineEdit*>(control) ||
+                               qobject_cast<QAbstractItemView*>(control) || qobject_cast<QTabBar*>(control);
+        if (qobject_cast<QHeaderView*>(control)) {
+            continue; // read by its sections' captions
+        }
+        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
+        if (reachable && control->isVisible() && spoken && spoken->text(QAccessible::Name).trimmed().isEmpty()) {
+            unnamed << control->metaObject()->className() + QStringLiteral(" ") + control->objectName();
+        }
+    }
+    QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
+}
+
+// A first run opens at a size that suits the screen, centred on it.
+void TestCommands::firstRunPlace()
+{
+    Board b;
+    subReadUserSettings(QStringLiteral("Ann Lee")); // no place saved
+    const QRect area = b.form->screen()->availableGeometry();
+    const QRect place = b.form->geometry();
+    QVERIFY(area.contains(place));
+    QVERIFY(place.width() >= std::min(area.width(), 800) && place.height() >= std::min(area.height(), 600));
+    QVERIFY(qAbs(place.center().x() - area.center().x()) <= 1);
+}
+
+void TestCommands::fitsTheScreen_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("1920x1080") << QSize(1920, 1080);
+    QTest::newRow("800x600") << QSize(800, 600);
+}
+
+// At any usual size: every toolbar button on the bar (none in its overflow), the
+// list's columns across the whole width, the group tree wide enough for its names.
+void TestCommands::fitsTheScreen()
+{
+    QFETCH(QSize, size);
+    Board b;
+    const QString longGroup = QStringLiteral("Facilities and Maintenance");
+    b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
+                                   QStringLiteral("Visiting the customer"));
+    b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
+    gblnAllowStatusAlerts = gblnAllowMessaging = true;
+    frmMain& f = b.open();
+    f.subLoadToolBarButtons();
+    b.show(size.width(), size.height());
+    f.subRefreshUserList(QStringLiteral("Everyone"));
+    QCoreApplication::processEvents();
+
+    for (QAction* button : f.ToolbarMain->actions()) {
+        if (button->isVisible()) {
+            QVERIFY2(f.ToolbarMain->widgetForAction(button)->isVisible(), qPrintable(button->data().toString()));
+        }
+    }
+    const QHeaderView* header = f.ListViewMain->header();
+    QVERIFY(header->length() >= f.ListViewMain->viewport()->width());
+    const int comments = b.column(QStringLiteral("Comments"));
+    QVERIFY(header->sectionSize(comments) >=
+            header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
+    QVERIFY(f.TreeViewMain->viewport()->width() >=
+            f.TreeViewMain->indentation() + f.TreeViewMain->fontMetrics().horizontalAdvance(longGroup));
+
+    // The widened column is no resize by the person: the next poll rebuilds nothing,
+    // and the layout keeps the width the settings gave.
+    const QTreeWidgetItem* firstRow = f.ListViewMain->topLevelItem(0);
+    f.subRefreshUserList(QString());
+    QCOMPARE(f.ListViewMain->topLevelItem(0), firstRow);
+    const QString saved = b.ofAnn(QStringLiteral("CommentsColumnWidth"), QStringLiteral("EmployeeSettingsTable"));
+    for (const ListColumn& column : f.listColumns()) {
+        if (column.name == QLatin1String("Comments")) {
+            QCOMPARE(QString::number(column.width), saved);
+        }
+    }
 }
 
 void TestCommands::splitters_data()

@@ -55,7 +55,7 @@ void TstSettings::readOptions()
     subReadOptions();
 
     QCOMPARE(gblnAllowStatusAlerts, alertsOn);
-    QCOMPARE(f.board.panelToolTip(2), "System Security is " + level);
+    QCOMPARE(f.board.panelToolTip(4), "System Security is " + level);
     QVERIFY(!gblnUpdateStatusOnLock);
     QVERIFY(gblnTransactionLog);
 }
@@ -94,7 +94,7 @@ void TstSettings::readUserSettings()
     QVERIFY(!gblnAutoLogIn);
     QVERIFY(!glngScreenTop.has_value());
     QCOMPARE(f.board.normalGeometry().left(), 40);
-    QCOMPARE(f.board.panelToolTip(1), QStringLiteral("User Security is MEDIUM"));
+    QCOMPARE(f.board.panelToolTip(5), QStringLiteral("User Security is MEDIUM"));
     QCOMPARE(f.gw.boxes().count(), 0);
 }
 

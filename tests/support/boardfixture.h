@@ -1,0 +1,114 @@
+#pragma once
+// Ann Lee's board on a temporary site, offscreen, for the tests of frmMain:
+//
+//   BoardFixture b;                       // gateways faked, the site empty but for its standing rows
+//   b.site.person("Ann Lee").group("Sales");
+//   frmMain& f = b.open();                // made, settings and groups read, as Load leaves it
+//   f.subRefreshUserList("Everyone");
+//   QCOMPARE(b.texts("Name"), ...);
+//
+// Header only: the support library has no widgets, and only the board's tests
+// link the client.
+
+#include "board/frmmain.h"
+#include "dao/dao.h"
+#include "database/moddatabase.h"
+#include "start/globals.h"
+#include "status/settings.h"
+#include "tempsite.h"
+#include "testgateways.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QTreeWidget>
+
+struct BoardFixture
+{
+    TestGateways gw;
+    TempSite site;
+    frmMain* form = nullptr;
+
+    BoardFixture()
+    {
+        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
+        gstrApplicationPath = QStringLiteral("/opt/veskor/");
+        gblnDatabaseClosed = true;
+        gstrDefaultUser = QStringLiteral("Ann Lee");
+        gstrCurrentGroup = QStringLiteral("Everyone");
+    }
+    ~BoardFixture()
+    {
+        delete form;
+        TimerCloseDatabase().stop();
+        gdbDatabase.reset();
+    }
+    BoardFixture(const BoardFixture&) = delete;
+    BoardFixture& operator=(const BoardFixture&) = delete;
+
+    // A new window, neither loaded nor activated: the test drives the steps.
+    frmMain& make()
+    {
+        delete form;
+        form = new frmMain;
+        form->setAttribute(Qt::WA_ShowWithoutActivating);
+        return *form;
+    }
+    // A new board with the settings and groups read, as Load leaves it before the first Activate.
+    frmMain& open()
+    {
+        make();
+        subReadOptions();
+        subReadUserSettings(gstrDefaultUser);
+        subReadGroups();
+        return *form;
+    }
+    // The window on screen at a size, laid out.
+    void show(int width, int height)
+    {
+        form->resize(width, height);
+        form->show();
+        QCoreApplication::processEvents();
+    }
+
+    int column(const QString& header) const
+    {
+        return int(form->listHeaders().indexOf(header));
+    }
+    // A column's texts in the order shown.
+    QStringList texts(const QString& header) const
+    {
+        QStringList result;
+        for (int i = 0; i < form->ListViewMain->topLevelItemCount(); ++i) {
+            result << form->ListViewMain->topLevelItem(i)->text(column(header));
+        }
+        return result;
+    }
+    // The headers from left to right.
+    QStringList shownHeaders() const
+    {
+        const QHeaderView* header = form->ListViewMain->header();
+        QStringList result;
+        for (int visual = 0; visual < header->count(); ++visual) {
+            result << form->ListViewMain->headerItem()->text(header->logicalIndex(visual));
+        }
+        return result;
+    }
+    // The first field of the first row of a query on the site, "" when none.
+    QString value(const QString& sql) const
+    {
+        auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
+        return rs->isEOF() ? QString() : rs->Fields(0).Text();
+    }
+    QString ofAnn(const QString& field, const QString& table = QStringLiteral("EmployeeTable")) const
+    {
+        return value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
+    }
+    void setForAnn(const QString& assignments)
+    {
+        site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET %1 WHERE Name = \"Ann Lee\"").arg(assignments));
+    }
+    void raise(const QString& counter)
+    {
+        database::raiseCounter(*site.openDb(), counter);
+    }
+};
