@@ -10,6 +10,7 @@
 // - an unchanged poll at 100 and at 10,000 people. Goal: the same cost at both.
 #include "board/frmmain.h"
 #include "dao/dao.h"
+#include "dao/sqlfunctions.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
 #include "ratioreporter.h"
@@ -48,6 +49,7 @@ QString siteOf(long long people, long long groups = 0)
 
     sqlite3* db = nullptr;
     sqlite3_open(QFile::encodeName(QDir(folder).filePath(database::kDatabaseFileName)).constData(), &db);
+    dao::registerSqlFunctions(db); // the name index needs the engine's fold to take new rows
     sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
     sqlite3_stmt* insert = nullptr;
     sqlite3_prepare_v2(db,
