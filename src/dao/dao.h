@@ -225,7 +225,8 @@ public:
 
     // How long a write waits for another client's lock before failing (ms);
     // SQLite's own short waits inside a statement (a read meeting a commit in
-    // progress, a commit waiting for readers) are bounded by the same figure.
+    // progress, a commit waiting for readers) are bounded by the same figure, and
+    // by 5 s at most, as only a stuck client holds those locks longer.
     static int busyTimeoutMs();
     static void setBusyTimeoutMs(int ms);
 

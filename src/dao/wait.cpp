@@ -11,6 +11,7 @@
 
 #include <QElapsedTimer>
 #include <QThread>
+#include <algorithm>
 #include <chrono>
 #include <sqlite3.h>
 
@@ -24,6 +25,12 @@ int pauseMs(int tries)
 {
     return tries < 4 ? 1 << tries : 16;
 }
+
+// SQLite's own waits inside a statement are for another client's commit in
+// progress, or for readers to finish before a commit: a few ms each. One that
+// lasts longer than this has a stuck client behind it, and is not worth a frozen
+// screen: the statement gives up with the lock's Jet number.
+constexpr qint64 kStatementWaitLimitMs = 5000;
 
 bool isBusyCode(int rc)
 {
@@ -68,7 +75,7 @@ int Connection::onBusy(void* data, int count)
     if (count == 0) {
         self->m_busySince = now;
     }
-    if (now - self->m_busySince >= DBEngine::busyTimeoutMs()) {
+    if (now - self->m_busySince >= std::min<qint64>(DBEngine::busyTimeoutMs(), kStatementWaitLimitMs)) {
         return 0;
     }
     sqlite3_sleep(pauseMs(count));

@@ -3,6 +3,7 @@
 // raises the counter once. Clients killed at random moments of their writes
 // leave each person's row, tracking mirror and last log row in agreement, and the
 // counter's rise equal to the log rows added.
+#include "dao/sqlfunctions.h"
 #include "tempsite.h"
 
 #include <QFile>
@@ -105,6 +106,7 @@ struct Crowd
     {
         sqlite3* db = nullptr;
         sqlite3_open_v2(QFile::encodeName(site.dbPath()).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+        dao::registerSqlFunctions(db); // the name indexes are checked with the engine's fold
         sqlite3_busy_timeout(db, 5000);
         sqlite3_stmt* stmt = nullptr;
         QString text = QStringLiteral("<failed>");
