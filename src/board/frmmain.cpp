@@ -56,6 +56,12 @@ frmMain::frmMain()
 
 frmMain::~frmMain()
 {
+    // The controls outlive this class's part of the object while QWidget takes
+    // them down: none of their signals or event hooks may call back into it.
+    qDeleteAll(findChildren<QObject*>(QLatin1String(kEventHookName)));
+    for (QObject* child : findChildren<QObject*>()) {
+        QObject::disconnect(child, nullptr, this, nullptr);
+    }
     if (mainScreenLoaded() && &mainScreen() == this) {
         setMainScreen(nullptr);
     }
@@ -113,7 +119,8 @@ void frmMain::buildStatusBar()
         auto* label = new QLabel(StatusBarMain);
         label->setFrameShape(QFrame::Panel);
         label->setFrameShadow(QFrame::Sunken);
-        label->setAccessibleName(QStringLiteral("Status bar panel %1").arg(i + 1));
+        // No accessible name of its own: a screen reader reads the panel's text,
+        // and then its tool tip as the longer explanation.
         StatusBarMain->addWidget(label, i == 1 ? 1 : 0);
         m_panels.append(label);
     }

@@ -49,6 +49,8 @@ public:
 
     frmMain();
     ~frmMain() override;
+    // The object name of the filters that pass controls' events to the board.
+    static constexpr const char* kEventHookName = "frmMainEventHook";
 
     // The controls. All are made by the constructor; the layout places them.
     QTreeWidget* ListViewMain; // the people and items

@@ -52,7 +52,9 @@ void hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> actio
     if (type == QEvent::MouseMove) {
         widget->setMouseTracking(true);
     }
-    widget->installEventFilter(new EventHook(widget, type, std::move(action)));
+    auto* eventHook = new EventHook(widget, type, std::move(action));
+    eventHook->setObjectName(QLatin1String(frmMain::kEventHookName));
+    widget->installEventFilter(eventHook);
 }
 
 QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text)

@@ -97,12 +97,16 @@ protected:
     }
 };
 
-// A button without a caption is still named for screen readers: by its tip, or its key.
+// Screen readers name a button by its caption (its key when it has none), even
+// while a narrow window shows it as an icon only, and read its tool tip after it.
 void nameForScreenReaders(QToolBar* bar, QAction* button)
 {
     QWidget* widget = bar->widgetForAction(button);
     if (widget) {
-        widget->setAccessibleName(button->toolTip().isEmpty() ? button->data().toString() : button->toolTip());
+        QString caption = button->text();
+        caption.remove(QLatin1Char('&'));
+        widget->setAccessibleName(caption.isEmpty() ? button->data().toString() : caption);
+        widget->setAccessibleDescription(button->toolTip());
     }
 }
 
