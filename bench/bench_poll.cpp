@@ -72,11 +72,15 @@ void RawSelect(benchmark::State& state)
     sqlite3_stmt* stmt = nullptr;
     sqlite3_prepare_v3(db, "SELECT * FROM StatusCounterTable", -1, SQLITE_PREPARE_PERSISTENT, &stmt, nullptr);
     for (auto _ : state) {
-        while (sqlite3_step(stmt) == SQLITE_ROW) {
-            for (int i = 0; i < sqlite3_column_count(stmt); ++i)
-                benchmark::DoNotOptimize(sqlite3_column_int64(stmt, i));
+        // The poll reads the counters' row three times: twice while it checks the
+        // table's fields and values, once for the values it acts on.
+        for (int read = 0; read < 3; ++read) {
+            while (sqlite3_step(stmt) == SQLITE_ROW) {
+                for (int i = 0; i < sqlite3_column_count(stmt); ++i)
+                    benchmark::DoNotOptimize(sqlite3_column_int64(stmt, i));
+            }
+            sqlite3_reset(stmt);
         }
-        sqlite3_reset(stmt);
     }
     sqlite3_finalize(stmt);
     sqlite3_close(db);
