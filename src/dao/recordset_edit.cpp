@@ -69,17 +69,23 @@ void Recordset::Delete()
     conn->writeUnit(Activity::Write, [this] { d->deleteCurrent(); });
 }
 
-// The current row as the file holds it now; 3167 when another client deleted it.
-void Recordset::Impl::rereadCurrent()
+// The row with a given row id: its row id first, then the set's fields, a field
+// that is not a column of the table (an expression) read as Null.
+QString Recordset::Impl::rowByIdSql() const
 {
-    QString select = QStringLiteral("SELECT rowid");
+    QString select = QStringLiteral("SELECT rowid AS __rowid");
     for (int i = 0; i < width(); ++i) {
         select += QStringLiteral(", ");
         select +=
             isWritable(i) ? quoteIdentifier(columns->columns[std::size_t(i)].originColumn) : QStringLiteral("NULL");
     }
-    select += QStringLiteral(" FROM ") + quoteIdentifier(table) + QStringLiteral(" WHERE rowid = ?");
-    auto statement = conn->prepareNative(select, StatementKind::Select, Activity::Write);
+    return select + QStringLiteral(" FROM ") + quoteIdentifier(table) + QStringLiteral(" WHERE rowid = ?");
+}
+
+// The current row as the file holds it now; 3167 when another client deleted it.
+void Recordset::Impl::rereadCurrent()
+{
+    auto statement = conn->prepareNative(rowByIdSql(), StatementKind::Select, Activity::Write);
     sqlite3_bind_int64(statement.get(), 1, rowids[std::size_t(pos)]);
     const int rc = conn->step(statement);
     if (rc == SQLITE_DONE)
@@ -190,14 +196,7 @@ void Recordset::Impl::insertBuffer()
     }
 
     // Read the new row back, so that defaults and the counter column show.
-    QString select = QStringLiteral("SELECT rowid AS __rowid");
-    for (int i = 0; i < width(); ++i) {
-        select += QStringLiteral(", ");
-        select +=
-            isWritable(i) ? quoteIdentifier(columns->columns[std::size_t(i)].originColumn) : QStringLiteral("NULL");
-    }
-    select += QStringLiteral(" FROM ") + quoteIdentifier(table) + QStringLiteral(" WHERE rowid = ?");
-    auto statement = conn->prepareNative(select, StatementKind::Select, Activity::Write);
+    auto statement = conn->prepareNative(rowByIdSql(), StatementKind::Select, Activity::Write);
     sqlite3_bind_int64(statement.get(), 1, rowid);
     const int rc = conn->step(statement);
     if (rc == SQLITE_ROW) {

@@ -82,6 +82,7 @@ struct Recordset::Impl
     void cancelEdit();
 
     // Writing back (recordset_edit.cpp).
+    QString rowByIdSql() const;
     void rereadCurrent();
     void update();
     void write();
