@@ -13,8 +13,8 @@
 #include "dao/sqlfunctions.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
+#include "kernel/globals.h"
 #include "ratioreporter.h"
-#include "start/globals.h"
 #include "status/settings.h"
 
 #include <QApplication>

@@ -8,8 +8,8 @@
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
+#include "kernel/globals.h"
 #include "ratioreporter.h"
-#include "start/globals.h"
 
 #include <QCoreApplication>
 #include <QDir>

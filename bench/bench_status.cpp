@@ -9,8 +9,8 @@
 #include "dao/sqlfunctions.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
+#include "kernel/globals.h"
 #include "ratioreporter.h"
-#include "start/globals.h"
 #include "status/statuswrite.h"
 
 #include <QCoreApplication>

@@ -1,8 +1,8 @@
 #include "board/columnlayout.h"
 
 #include "dao/dao.h"
-#include "start/err.h"
-#include "start/globals.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
 
 #include <algorithm>
 #include <optional>

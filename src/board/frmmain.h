@@ -6,7 +6,7 @@
 // Its methods live in several files, one concern each (frmmain_*.cpp).
 
 #include "board/grouptabbar.h"
-#include "start/mainscreen.h"
+#include "kernel/mainscreen.h"
 
 #include <QMainWindow>
 #include <QTimer>

@@ -5,8 +5,8 @@
 #include "board/frmmain.h"
 #include "board/statusicons.h"
 #include "dao/dao.h"
-#include "start/err.h"
-#include "start/globals.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
 #include "status/settings.h"
 
 #include <QHeaderView>

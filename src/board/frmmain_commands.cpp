@@ -2,9 +2,9 @@
 // toolbar and the keys only call; the menus themselves, the keys F1, F5 and
 // Alt+Home, the Web Site entries and the help topic of the area under the mouse.
 #include "board/frmmain.h"
+#include "kernel/globals.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
-#include "start/globals.h"
 #include "status/statuswrite.h"
 
 #include <QEvent>

@@ -5,7 +5,7 @@
 #include "board/frmmain.h"
 #include "board/grouptabbar.h"
 #include "board/statusicons.h"
-#include "start/globals.h"
+#include "kernel/globals.h"
 #include "status/settings.h"
 
 #include <QAction>

@@ -2,8 +2,8 @@
 #include "board/frmmain.h"
 #include "board/singleinstance.h"
 #include "database/moddatabase.h"
+#include "kernel/globals.h"
 #include "platform/identity.h"
-#include "start/globals.h"
 
 // A later copy for the same person brings the first one's window to the front,
 // closes its database, forgets the person and unloads, which ends the run. A copy

@@ -6,8 +6,8 @@
 // positions are twips in the run-wide values, kept within limits that each
 // layout pass works out from the window's size, and saved at the end of the run.
 #include "board/frmmain.h"
-#include "start/err.h"
-#include "start/globals.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
 
 #include <QAction>
 #include <QEvent>

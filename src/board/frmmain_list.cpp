@@ -2,8 +2,8 @@
 // small procedures the refresh and the click handling share.
 #include "board/frmmain.h"
 #include "board/statusicons.h"
+#include "kernel/globals.h"
 #include "platform/clock.h"
-#include "start/globals.h"
 
 #include <QHeaderView>
 #include <QSignalBlocker>

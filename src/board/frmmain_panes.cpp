@@ -5,8 +5,8 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "kernel/globals.h"
 #include "platform/clock.h"
-#include "start/globals.h"
 
 #include <QTreeWidget>
 #include <memory>

@@ -12,11 +12,11 @@
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
-#include "start/err.h"
-#include "start/globals.h"
 #include "status/settings.h"
 
 #include <QHash>

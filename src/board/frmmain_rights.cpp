@@ -4,8 +4,8 @@
 // passed over in silence: each step runs whatever the one before it did.
 #include "board/frmmain.h"
 #include "database/moddatabase.h"
-#include "start/err.h"
-#include "start/globals.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
 #include "status/statuscommon.h"
 
 #include <QAction>

@@ -4,9 +4,9 @@
 #include "board/frmmain.h"
 #include "board/statusicons.h"
 #include "database/moddatabase.h"
-#include "start/err.h"
-#include "start/errorboxes.h"
-#include "start/globals.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
+#include "kernel/globals.h"
 #include "status/statuscommon.h"
 #include "status/statuswrite.h"
 

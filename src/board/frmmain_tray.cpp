@@ -8,7 +8,7 @@
 #include "board/frmmain.h"
 #include "board/frmsystray.h"
 #include "board/statusicons.h"
-#include "start/globals.h"
+#include "kernel/globals.h"
 #include "status/statuswrite.h"
 
 #include <QEvent>

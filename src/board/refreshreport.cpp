@@ -2,12 +2,12 @@
 
 #include "board/frmmain.h"
 #include "dao/jeterror.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
+#include "kernel/globals.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "platform/shell.h"
-#include "start/err.h"
-#include "start/errorboxes.h"
-#include "start/globals.h"
 
 #include <QTreeWidget>
 

@@ -5,11 +5,11 @@
 #include "database/objectref.h"
 #include "database/unitofchange.h"
 #include "database/upgrade.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/msgbox.h"
-#include "start/err.h"
-#include "start/errorboxes.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 #include "status/settings.h"
 
 #include <cmath>

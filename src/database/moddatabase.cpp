@@ -2,13 +2,13 @@
 
 #include "dao/dao.h"
 #include "database/objectref.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
-#include "start/err.h"
-#include "start/errorboxes.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 
 #include <QTimer>
 

@@ -1,7 +1,7 @@
 #include "database/objectref.h"
 
-#include "start/err.h"
-#include "start/globals.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
 
 namespace {
 

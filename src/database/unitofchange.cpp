@@ -2,7 +2,7 @@
 
 #include "database/moddatabase.h"
 #include "database/objectref.h"
-#include "start/globals.h"
+#include "kernel/globals.h"
 
 #include <optional>
 

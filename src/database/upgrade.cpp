@@ -4,9 +4,9 @@
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "database/schema.h"
-#include "start/err.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 
 #include <array>
 

@@ -1,11 +1,11 @@
 #include "start/clientapplication.h"
 
 #include "dao/jeterror.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
+#include "kernel/globals.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
-#include "start/err.h"
-#include "start/errorboxes.h"
-#include "start/globals.h"
 #include "start/welcome.h"
 
 #include <QPointer>

@@ -1,9 +1,9 @@
 #include "start/forcedshutdown.h"
 
+#include "kernel/globals.h"
 #include "platform/mounts.h"
 #include "platform/profile.h"
 #include "platform/shell.h"
-#include "start/globals.h"
 
 void subCheckINIForForcedShutDown()
 {

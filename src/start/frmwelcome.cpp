@@ -1,8 +1,8 @@
 #include "start/frmwelcome.h"
 
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/process.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

@@ -4,14 +4,14 @@
 // The command line is the arguments joined with blanks, as Windows hands a
 // program its command line: user -UID:alee -STS:Busy
 #include "board/frmmain.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/gui/guigateways.h"
 #include "platform/process.h"
 #include "start/clientapplication.h"
 #include "start/endsignals.h"
-#include "start/err.h"
 #include "start/frmwelcome.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 
 #include <QApplication>
 

@@ -1,6 +1,6 @@
 #include "start/newusersetupseam.h"
 
-#include "start/globals.h"
+#include "kernel/globals.h"
 
 #include <cstdio>
 

@@ -1,10 +1,10 @@
 #include "start/startup.h"
 
+#include "kernel/globals.h"
 #include "platform/clock.h"
 #include "platform/identity.h"
 #include "platform/mounts.h"
 #include "platform/process.h"
-#include "start/globals.h"
 
 #include <QDir>
 #include <QFileInfo>

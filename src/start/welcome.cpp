@@ -1,11 +1,11 @@
 #include "start/welcome.h"
 
 #include "database/upgrade.h"
+#include "kernel/globals.h"
 #include "platform/identity.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "start/commandline.h"
-#include "start/globals.h"
 #include "start/startup.h"
 
 #include <memory>

@@ -1,9 +1,9 @@
 // The In, Busy and Out commands of the board.
 
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 #include "status/statuswrite.h"
 
 using namespace platform;

@@ -6,9 +6,9 @@
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
-#include "start/err.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "status/statuscommon.h"
 
 #include <QRect>

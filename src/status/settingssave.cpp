@@ -3,10 +3,10 @@
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
+#include "kernel/err.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/msgbox.h"
-#include "start/err.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 #include "status/settings.h"
 #include "status/statuscommon.h"
 

@@ -1,9 +1,9 @@
 #include "status/statuscommon.h"
 
+#include "kernel/err.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/clock.h"
-#include "start/err.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 
 #include <cmath>
 

@@ -4,7 +4,7 @@
 // same way.
 
 #include "dao/dao.h"
-#include "start/errorboxes.h"
+#include "kernel/errorboxes.h"
 
 #include <QString>
 #include <functional>

@@ -5,14 +5,14 @@
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
+#include "kernel/globals.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
-#include "start/globals.h"
 #include "status/settings.h"
 
 #include <QAction>
-#include <QFile>
 #include <QApplication>
+#include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>

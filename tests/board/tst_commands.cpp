@@ -2,7 +2,7 @@
 #include "board/frmmain.h"
 #include "boardfixture.h"
 #include "database/moddatabase.h"
-#include "start/globals.h"
+#include "kernel/globals.h"
 #include "status/settings.h"
 
 #include <QAbstractButton>

@@ -5,8 +5,8 @@
 #include "board/singleinstance.h"
 #include "board/statusicons.h"
 #include "database/moddatabase.h"
+#include "kernel/globals.h"
 #include "platform/identity.h"
-#include "start/globals.h"
 #include "tempsite.h"
 #include "testgateways.h"
 

@@ -2,8 +2,8 @@
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "tempsite.h"
 #include "testgateways.h"
 

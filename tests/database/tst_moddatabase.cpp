@@ -2,8 +2,8 @@
 // the group look-up and the answer to a failed Update.
 #include "dao/dao.h"
 #include "database/moddatabase.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "tempsite.h"
 #include "testgateways.h"
 

@@ -5,7 +5,7 @@
 #include "dao/sqlfunctions.h"
 #include "database/moddatabase.h"
 #include "database/upgrade.h"
-#include "start/globals.h"
+#include "kernel/globals.h"
 #include "tempsite.h"
 #include "testgateways.h"
 

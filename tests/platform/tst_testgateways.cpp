@@ -1,9 +1,9 @@
 // The seams later tests stand on: scripted boxes that fail a test on a box
 // nobody expected, the real identity, and TestGateways putting everything back.
 
+#include "kernel/globals.h"
 #include "platform/identity.h"
 #include "platform/msgbox.h"
-#include "start/globals.h"
 #include "testgateways.h"
 
 #include <QHostAddress>

@@ -1,9 +1,9 @@
 // The client's last line of defence: a failure that reaches the event loop ends
 // the run with its box and code 1, whatever kind of failure it is.
 #include "dao/jeterror.h"
+#include "kernel/globals.h"
 #include "platform/msgbox.h"
 #include "start/clientapplication.h"
-#include "start/globals.h"
 #include "testgateways.h"
 
 #include <QEvent>

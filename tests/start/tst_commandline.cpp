@@ -1,8 +1,8 @@
 // Who the person is: the login name or the command line, looked up in a real
 // site file, and the -STS: token written at once.
 #include "database/site.h"
+#include "kernel/globals.h"
 #include "start/commandline.h"
-#include "start/globals.h"
 #include "start/welcome.h"
 #include "tempsite.h"
 #include "testgateways.h"

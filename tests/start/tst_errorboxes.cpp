@@ -1,7 +1,7 @@
 // The standard error-box forms: each text letter for letter, with the number
 // joined or through Str(), and the flags each form's box carries.
-#include "start/err.h"
-#include "start/errorboxes.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
 #include "testgateways.h"
 
 #include <QTest>

@@ -1,9 +1,9 @@
 // Start-up on real site files: finding the database through veskor.ini, each
 // failure's box and what follows it, the forced-shutdown file.
 #include "dao/dao.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "platform/mounts.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
 #include "start/startup.h"
 #include "start/welcome.h"
 #include "tempsite.h"

@@ -4,8 +4,8 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/site.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "tempsite.h"
 #include "testgateways.h"
 

@@ -13,7 +13,7 @@
 #include "board/frmmain.h"
 #include "dao/dao.h"
 #include "database/moddatabase.h"
-#include "start/globals.h"
+#include "kernel/globals.h"
 #include "status/settings.h"
 #include "tempsite.h"
 #include "testgateways.h"

@@ -1,7 +1,7 @@
 #include "testgateways.h"
 
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 
 namespace {
 

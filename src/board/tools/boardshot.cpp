@@ -7,8 +7,8 @@
 // draws. The run leaves its marks on the site as any start does (the person is
 // active), so point it at a site made for the purpose.
 #include "board/frmmain.h"
-#include "start/globals.h"
-#include "start/mainscreen.h"
+#include "kernel/globals.h"
+#include "kernel/mainscreen.h"
 #include "start/welcome.h"
 
 #include <QApplication>

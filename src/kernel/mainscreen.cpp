@@ -1,4 +1,4 @@
-#include "start/mainscreen.h"
+#include "kernel/mainscreen.h"
 
 #include <memory>
 

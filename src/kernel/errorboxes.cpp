@@ -1,7 +1,7 @@
-#include "start/errorboxes.h"
+#include "kernel/errorboxes.h"
 
+#include "kernel/err.h"
 #include "platform/msgbox.h"
-#include "start/err.h"
 
 namespace errorbox {
 

@@ -1,6 +1,6 @@
-#include "start/globals.h"
+#include "kernel/globals.h"
 
-#include "start/err.h"
+#include "kernel/err.h"
 
 #define VESKOR_DEFINE_RUN_WIDE(type, name, start) type name = start;
 VESKOR_RUN_WIDE(VESKOR_DEFINE_RUN_WIDE)

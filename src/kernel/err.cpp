@@ -1,4 +1,4 @@
-#include "start/err.h"
+#include "kernel/err.h"
 
 ErrObject Err;
 
