@@ -5,6 +5,8 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 export QT_QPA_PLATFORM=offscreen
+# No folder may include one of a layer above it.
+"$root/scripts/layers.sh"
 if [ "${1:-}" = "--sanitize" ] || [ "${VESKOR_SANITIZE:-0}" = "1" ]; then
     build=$root/build-asan
     "$root/scripts/build.sh" "$build" -DCMAKE_BUILD_TYPE=Debug -DVESKOR_SANITIZE=ON -DVESKOR_BENCH=OFF

@@ -137,6 +137,7 @@ public:
     void subClearListSelection();
     void subFindNameColumn();
     // MainScreen: the groups' tabs and tree as subReadGroups fills them (frmmain_groups.cpp).
+    void subReadGroups() override;
     void clearGroups() override;
     void addGroup(const QString& group) override;
     bool selectGroup(const QString& group) override;

@@ -135,6 +135,12 @@ void frmMain::initListAndGroups()
 
 // --- the groups, as subReadGroups fills them --------------------------------------
 
+// A poll that sees GroupCounter risen asks the board to read its groups again.
+void frmMain::subReadGroups()
+{
+    ::subReadGroups();
+}
+
 // The tabs and the tree emptied down to the built-in group: "Everyone" first, and
 // the tree's root "Groups" (key "R") with its node. The groups that follow are
 // gathered and put in place at once by selectGroup: a tab bar on screen lays all

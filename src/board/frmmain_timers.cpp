@@ -3,9 +3,9 @@
 // and the look for a forced shutdown. Every tick runs to its end on the one
 // interface thread.
 #include "board/frmmain.h"
+#include "kernel/forcedshutdown.h"
 #include "kernel/globals.h"
 #include "platform/process.h"
-#include "start/forcedshutdown.h"
 #include "status/statuswrite.h"
 
 namespace {

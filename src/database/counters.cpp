@@ -10,7 +10,6 @@
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "platform/msgbox.h"
-#include "status/settings.h"
 
 #include <cmath>
 
@@ -102,7 +101,7 @@ void subGetCounterValues()
     // until it passes the old value.
     if (glngGroupCounter > glngLastGroupCounter) {
         glngLastGroupCounter = glngGroupCounter; // first: the group read may refresh the board, which polls again
-        step([] { subReadGroups(); });
+        step([] { mainScreen().subReadGroups(); });
     }
     if (glngStatusTypeCounter > glngLastStatusTypeCounter) {
         step([] { mainScreen().subLoadToolBarButtons(); });

@@ -152,6 +152,10 @@ void MainScreen::subLoadToolBarButtons()
 {
 }
 
+void MainScreen::subReadGroups()
+{
+}
+
 void MainScreen::subSetToolBarRights()
 {
 }

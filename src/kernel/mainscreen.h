@@ -74,6 +74,7 @@ public:
     // Procedures of the board and its screens.
     virtual void subRefreshUserList(const QString& group);
     virtual void subLoadToolBarButtons();
+    virtual void subReadGroups(); // GroupTable into the tabs and the tree
     virtual void subSetToolBarRights();
     virtual void subTaskBarSysTrayActivation();
     virtual void subUnloadSysTrayIcon();

@@ -1,7 +1,5 @@
 #include "platform/clock.h"
 
-#include "dao/quote.h"
-
 #include <QThread>
 #include <cmath>
 
@@ -120,13 +118,6 @@ QDateTime dateFromDateTimeNum(double value)
         days += 1;
     }
     return QDateTime(dayZero.addDays(days), QTime(0, 0).addSecs(int(seconds)));
-}
-
-QString DateTimeNumText(double value)
-{
-    QString text = dao::sqlNumber(value);
-    text.replace(QLatin1Char(','), QLatin1Char('.'));
-    return text;
 }
 
 } // namespace platform

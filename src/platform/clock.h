@@ -43,9 +43,6 @@ double Timer();
 // Whole days since 30 December 1899 with the time of day as the fraction (local time).
 double DateTimeNum(const QDateTime& when);
 QDateTime dateFromDateTimeNum(double value);
-// The number as it goes into a statement: any "," made "." so a decimal comma
-// cannot break the statement.
-QString DateTimeNumText(double value);
 
 // VB's Format for the forms the system uses: "yyyy-mm-dd hh:mm:ss",
 // "mmm dd, yyyy hh:mm:ss", "Long Date", "Long Time", "Short Time", "General Date"

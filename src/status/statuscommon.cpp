@@ -79,7 +79,7 @@ QString trackingMirrorSql(const QString& status, const QString& trackee)
 {
     return QStringLiteral("Update EmployeeStatusTracking ") + QStringLiteral("set ") +
            QStringLiteral("TrackeeStatus = ") + dao::quote(status) + QStringLiteral(", ") +
-           QStringLiteral("TrackeeLastUpdated = ") + platform::DateTimeNumText(platform::DateTimeNum(platform::Now())) +
+           QStringLiteral("TrackeeLastUpdated = ") + dao::sqlNumber(platform::DateTimeNum(platform::Now())) +
            QStringLiteral(" ") + QStringLiteral("Where Trackee = ") + dao::quote(trackee);
 }
 

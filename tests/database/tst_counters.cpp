@@ -17,10 +17,10 @@ using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, 
 
 namespace {
 
-// Counts the board's reactions: the group reader clears the groups first.
+// Counts the board's reactions.
 struct FakeMain : MainScreen
 {
-    void clearGroups() override
+    void subReadGroups() override
     {
         ++reactions[0];
     }

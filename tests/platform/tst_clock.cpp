@@ -62,23 +62,6 @@ private slots:
         }
     }
 
-    // A point in a statement whatever the locale's decimal separator.
-    void dateTimeNumText_data()
-    {
-        QTest::addColumn<QString>("locale");
-        QTest::newRow("en_US") << "en_US";
-        QTest::newRow("de_DE, decimal comma") << "de_DE";
-        QTest::newRow("fr_FR, decimal comma") << "fr_FR";
-    }
-    void dateTimeNumText()
-    {
-        QFETCH(QString, locale);
-        QLocale::setDefault(QLocale(locale));
-        QCOMPARE(DateTimeNumText(38920.5), QStringLiteral("38920.5"));
-        QCOMPARE(DateTimeNumText(-1.25), QStringLiteral("-1.25"));
-        QCOMPARE(DateTimeNumText(46348.0 + 1.0 / 3.0).toDouble(), 46348.0 + 1.0 / 3.0);
-    }
-
     void format_data()
     {
         QTest::addColumn<QString>("locale");

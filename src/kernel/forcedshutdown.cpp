@@ -1,4 +1,4 @@
-#include "start/forcedshutdown.h"
+#include "kernel/forcedshutdown.h"
 
 #include "kernel/globals.h"
 #include "platform/mounts.h"
