@@ -184,8 +184,6 @@ void frmMain::rebuildList(const QString& strGroup)
     subFindNameColumn();
     // The database stays open here: TimerCloseDatabase closes it.
     restoreSelection();
-    // The report block of refreshreport.h stands behind this exit; no trap leads
-    // to it, and none is to.
 }
 
 // The person's settings row, read again after a pause while the file is busy.

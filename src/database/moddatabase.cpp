@@ -221,26 +221,3 @@ bool fnGroupExists(const QString& groupName)
     subCloseDatabase();
     return result;
 }
-
-int fnDatabaseBusyResponse(const QString& description, long long errNumber, const QString& procedureName)
-{
-    Q_UNUSED(procedureName); // callers pass it, but neither box names it
-    int answer = vbCancel;
-    if (errNumber == dao::errCannotUpdate || errNumber == dao::errLockedByUser) {
-        if (gintDatabaseRetryCount == 0) {
-            // The first time, the caller silently tries once more.
-            letEventsRun(100);
-            ++gintDatabaseRetryCount;
-            answer = vbRetry;
-        } else {
-            const int reply = MsgBox(QStringLiteral("The database is currently updating.  Would you like to retry ?"),
-                                     vbYesNo + vbQuestion, QString() + gstrProgramTitle);
-            answer = reply == vbYes ? vbRetry : vbCancel;
-            gintDatabaseRetryCount = 0;
-        }
-    } else {
-        errorbox::showUpdate(errNumber, description);
-    }
-    mainScreen().setBusyPointer(false);
-    return answer;
-}

@@ -24,5 +24,3 @@ bool fnRetryAfterObjectGone(int tryNumber);
 
 // True when GroupTable has that name (a Seek on its "PrimaryKey").
 bool fnGroupExists(const QString& groupName);
-// After a failed Update: 4 (retry) or 2 (give up).
-int fnDatabaseBusyResponse(const QString& description, long long errNumber, const QString& procedureName);

@@ -41,7 +41,6 @@
     X(std::shared_ptr<dao::Database>, gdbDatabase, nullptr)                                                            \
     X(bool, gblnDatabaseClosed, false)                                                                                 \
     X(QString, gstrSQL, QString())                                                                                     \
-    X(long long, gintDatabaseRetryCount, 0)                                                                            \
     X(long long, glngDatabaseCloseCount, 0)                                                                            \
     X(bool, gblnDatabaseOpenFailed, false)                                                                             \
     /* change counters: as last read, and as last acted on */                                                          \

@@ -161,8 +161,6 @@ void subCommandLineHasParameters()
             // write: its Load (active flag, AutoLogIn) comes first, the given status last.
             loadMainScreen();
             subSetStatus(status);
-        } else if (key == QLatin1String("-RunTime")) {
-            // Never matches, as the key is upper-cased: the option has no effect.
         }
     }
 }

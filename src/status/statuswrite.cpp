@@ -126,33 +126,6 @@ void subUpdateDefaultUsersRecord(const QString& status)
     status::showStatusInTrayTip();
 }
 
-// The lock sensing's write: Status and LastModified only; the code, the caption,
-// DueBack and Comments stay as they are, and the log row is always written. One
-// unit of change, as above.
-void subUpdateDefaultUsersRecordStatusOnly(const QString& status)
-{
-    gstrSQL = status::employeeRowSql(gstrDefaultUser);
-    const QString rowSql = gstrSQL;
-    Err.Clear();
-    subOpenDatabase();
-    fnRunUnit([&] {
-        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(rowSql, dao::dbOpenDynaset);
-        if (rs->RecordCount() > 0) {
-            rs->MoveFirst();
-            rs->Edit();
-            rs->Fields(QStringLiteral("Status")) = status.trimmed();
-            rs->Fields(QStringLiteral("LastModified")) = status::stampedBy(gstrDefaultUser.trimmed());
-            rs->Update();
-            rs->Close();
-        }
-        gstrSQL = status::trackingMirrorSql(status.trimmed(), gstrDefaultUser.trimmed());
-        status::database().Execute(gstrSQL);
-        subUpdateStatusCounter();
-        subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
-    });
-    status::showStatusInTrayTip();
-}
-
 void subSetActiveFlag(const QString& flag)
 {
     if (gstrDefaultUser.isEmpty()) {

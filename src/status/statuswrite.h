@@ -9,7 +9,6 @@ void subSetStatus(const QString& status);
 // Finds the code of a status word (4 for a word typed by hand).
 void subSetStatusCode(const QString& status);
 void subUpdateDefaultUsersRecord(const QString& status);
-void subUpdateDefaultUsersRecordStatusOnly(const QString& status);
 void subUpdateSelectedUsersRecords(const QString& status);
 // "Yes" or "No": the person's client is running.
 void subSetActiveFlag(const QString& flag);

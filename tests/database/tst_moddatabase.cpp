@@ -173,25 +173,6 @@ private slots:
         QVERIFY(fnGroupExists("Sales") && gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
     }
-
-    void busyResponse()
-    {
-        TestGateways gw;
-        // The first lock is retried in silence, the next one asks.
-        QCOMPARE(fnDatabaseBusyResponse("locked", 3260, "p"), int(vbRetry));
-        QCOMPARE(gw.boxes().count(), 0);
-        gw.boxes().answer(vbNo).answer(vbOK);
-        QCOMPARE(fnDatabaseBusyResponse("read-only", 3027, "p"), int(vbCancel));
-        QCOMPARE(gw.boxes().last().prompt,
-                 QStringLiteral("The database is currently updating.  Would you like to retry ?"));
-        QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
-        QCOMPARE(gw.boxes().last().title, QStringLiteral(" VESK-OR Pro "));
-        QCOMPARE(fnDatabaseBusyResponse("locked", 3260, "p"), int(vbRetry)); // the count began again
-        QCOMPARE(fnDatabaseBusyResponse("No current record", 3021, "p"), int(vbCancel));
-        QCOMPARE(gw.boxes().last().prompt,
-                 QStringLiteral("Error=3021\r\n Error message=No current record. Update cancelled."));
-        QCOMPARE(gw.boxes().count(), 2);
-    }
 };
 
 QTEST_GUILESS_MAIN(TstModDatabase)
