@@ -5,8 +5,6 @@
 #include <QAction>
 #include <QCursor>
 #include <QMenu>
-#include <QTimer>
-#include <algorithm>
 
 namespace {
 
@@ -15,20 +13,16 @@ constexpr int kOldLayoutTip = 64;
 
 } // namespace
 
-frmSysTray::frmSysTray(QObject* parent)
-    : QObject(parent), m_icon(new QSystemTrayIcon(this)), m_popup(new QMenu), m_balloonTimer(new QTimer(this))
+frmSysTray::frmSysTray(QObject* parent) : QObject(parent), m_icon(new QSystemTrayIcon(this)), m_popup(new QMenu)
 {
     setObjectName(QStringLiteral("frmSysTray"));
     m_popup->setObjectName(QStringLiteral("mnuPopup"));
     // The system's version picks the layout of the tray record: 5 or later is the new one.
     m_newLayout = platform::identity().osMajorVersion() >= 5;
-    m_balloonTimer->setSingleShot(true);
 
     m_icon->setContextMenu(m_popup);
     connect(m_icon, &QSystemTrayIcon::activated, this, &frmSysTray::trayActivated);
-    connect(m_icon, &QSystemTrayIcon::messageClicked, this, &frmSysTray::balloonClicked);
     connect(m_popup, &QMenu::triggered, this, &frmSysTray::menuTriggered);
-    connect(m_balloonTimer, &QTimer::timeout, this, &frmSysTray::balloonTimedOut);
 }
 
 frmSysTray::~frmSysTray()
@@ -70,12 +64,6 @@ int frmSysTray::DefaultMenuIndex() const
     return m_defaultIndex;
 }
 
-void frmSysTray::setDefaultMenuIndex(int index)
-{
-    m_defaultIndex = index >= 0 && index < m_entries.size() ? index : -1;
-    markDefault();
-}
-
 int frmSysTray::AddMenuItem(const QString& caption, const QString& key, bool isDefault)
 {
     QAction* entry = caption == QLatin1String("-") ? m_popup->addSeparator() : m_popup->addAction(caption);
@@ -83,30 +71,10 @@ int frmSysTray::AddMenuItem(const QString& caption, const QString& key, bool isD
     m_entries.append(entry);
     const int index = int(m_entries.size()) - 1;
     if (isDefault) {
-        setDefaultMenuIndex(index);
+        m_defaultIndex = index;
+        markDefault();
     }
     return index;
-}
-
-void frmSysTray::EnableMenuItem(int index, bool enabled)
-{
-    if (index >= 0 && index < m_entries.size()) {
-        m_entries[index]->setEnabled(enabled);
-    }
-}
-
-void frmSysTray::RemoveMenuItem(int index)
-{
-    if (index < 0 || index >= m_entries.size()) {
-        return;
-    }
-    delete m_entries.takeAt(index);
-    if (m_defaultIndex == index) {
-        m_defaultIndex = -1;
-    } else if (m_defaultIndex > index) {
-        --m_defaultIndex;
-    }
-    markDefault();
 }
 
 void frmSysTray::ShowMenu()
@@ -116,25 +84,9 @@ void frmSysTray::ShowMenu()
     }
 }
 
-void frmSysTray::ShowBalloonTip(const QString& message, const QString& title, int icon, int timeOutMs)
-{
-    if (!m_newLayout) {
-        return;
-    }
-    m_icon->showMessage(title, message, QSystemTrayIcon::MessageIcon(icon), timeOutMs);
-    emit BalloonShow();
-    // The desktop does not say when its notification goes; the time-out stands for it.
-    m_balloonTimer->start(std::max(timeOutMs, 0));
-}
-
 int frmSysTray::toolTipLength() const
 {
     return m_newLayout ? kNewLayoutTip : kOldLayoutTip;
-}
-
-bool frmSysTray::newLayout() const
-{
-    return m_newLayout;
 }
 
 QMenu* frmSysTray::mnuPopup() const
@@ -170,7 +122,6 @@ void frmSysTray::trayActivated(QSystemTrayIcon::ActivationReason reason)
                                        : reason == QSystemTrayIcon::Context ? Qt::RightButton
                                                                             : Qt::MiddleButton;
         emit SysTrayMouseDown(button);
-        emit SysTrayMouseUp(button);
         break;
     }
     case QSystemTrayIcon::Unknown:
@@ -184,19 +135,6 @@ void frmSysTray::menuTriggered(QAction* action)
     if (index >= 0) {
         emit MenuClick(index, action->data().toString());
     }
-}
-
-void frmSysTray::balloonClicked()
-{
-    m_balloonTimer->stop();
-    emit BalloonClicked();
-    emit BalloonHide();
-}
-
-void frmSysTray::balloonTimedOut()
-{
-    emit BalloonTimeOut();
-    emit BalloonHide();
 }
 
 void frmSysTray::markDefault()

@@ -1,16 +1,13 @@
 #pragma once
 // frmSysTray: the hidden screen that wraps the tray icon. It holds the icon, its
-// tip, the pop-up menu mnuPopup with the entries mnuSysTray and the balloon, and
+// tip and the pop-up menu mnuPopup with the entries mnuSysTray, and
 // turns what the tray reports into events (signals) that its owner answers.
 //
 // The icon is shown from its first picture while the object lives, and removed
 // when the object is destroyed ("unloaded"), so no dead icon stays in the tray.
 //
 // The desktop's tray reports clicks, not separate presses: a click arrives as
-// SysTrayMouseDown then SysTrayMouseUp with its button, a double click as
-// SysTrayDoubleClick. Mouse moves over the icon are not reported by any tray we
-// run on, so SysTrayMouseMove is never raised. Balloons are the desktop's
-// notifications: shown, hidden by their time-out, or clicked.
+// SysTrayMouseDown with its button, a double click as SysTrayDoubleClick.
 
 #include <QIcon>
 #include <QList>
@@ -19,7 +16,6 @@
 
 class QAction;
 class QMenu;
-class QTimer;
 
 class frmSysTray : public QObject
 {
@@ -37,23 +33,16 @@ public:
     void setIconHandle(const QIcon& icon);
     // The entry drawn bold; -1 none.
     int DefaultMenuIndex() const;
-    void setDefaultMenuIndex(int index);
 
     // Adds an entry to mnuPopup; the caption "-" adds a separator. A default entry
     // becomes DefaultMenuIndex. Returns the entry's index.
     int AddMenuItem(const QString& caption, const QString& key = QString(), bool isDefault = false);
-    void EnableMenuItem(int index, bool enabled);
-    void RemoveMenuItem(int index);
     // Pops mnuPopup up at the mouse; nothing when it is already up (the tray may
     // have opened it itself for the same right click).
     void ShowMenu();
-    // A balloon: message, title, icon (QSystemTrayIcon::MessageIcon), time-out in ms.
-    // Only on the new layout of the tray record.
-    void ShowBalloonTip(const QString& message, const QString& title, int icon, int timeOutMs);
 
     // The longest tip the layout holds: 128 characters, 64 on the old layout.
     int toolTipLength() const;
-    bool newLayout() const;
     // The menu and its entries, for the owner and for tests.
     QMenu* mnuPopup() const;
     const QList<QAction*>& mnuSysTray() const;
@@ -63,26 +52,17 @@ public:
 
 signals:
     void SysTrayMouseDown(Qt::MouseButton button);
-    void SysTrayMouseUp(Qt::MouseButton button);
-    void SysTrayMouseMove();
     void SysTrayDoubleClick(Qt::MouseButton button);
     void MenuClick(int index, const QString& key);
-    void BalloonShow();
-    void BalloonHide();
-    void BalloonTimeOut();
-    void BalloonClicked();
 
 private:
     void trayActivated(QSystemTrayIcon::ActivationReason reason);
     void menuTriggered(QAction* action);
-    void balloonClicked();
-    void balloonTimedOut();
     void markDefault();
 
     QSystemTrayIcon* m_icon;
     QMenu* m_popup;
     QList<QAction*> m_entries;
-    QTimer* m_balloonTimer;
     QString m_toolTip;
     int m_defaultIndex = -1;
     bool m_newLayout = true;
