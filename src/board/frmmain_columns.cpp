@@ -5,6 +5,7 @@
 #include "board/frmmain.h"
 #include "board/statusicons.h"
 #include "dao/dao.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "status/settings.h"
@@ -12,13 +13,6 @@
 #include <QHeaderView>
 #include <QTreeWidget>
 #include <algorithm>
-
-namespace {
-
-// Widths are kept in twips, as the settings row holds them; the screen counts pixels.
-constexpr int kTwipsPerPixel = 15;
-
-} // namespace
 
 // The headers: "Status" first (each row's main text), then the slots in order.
 // A header takes the width of the slot numbered by the headers made so far, not

@@ -6,6 +6,7 @@
 // positions are twips in the run-wide values, kept within limits that each
 // layout pass works out from the window's size, and saved at the end of the run.
 #include "board/frmmain.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 
@@ -24,7 +25,6 @@
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kGap = 60 / kTwipsPerPixel;       // between neighbouring areas
 constexpr int kListInset = 50 / kTwipsPerPixel; // the list ends this short of what is next to it
 // The smallest each area may become by a splitter's drag; the splitters' limits follow.

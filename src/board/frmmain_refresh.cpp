@@ -12,6 +12,7 @@
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "platform/clock.h"
@@ -31,16 +32,6 @@ namespace {
 // Between two tries to read the settings row: a moment for the other client to finish.
 constexpr int kLockedRetryPauseMs = 200;
 constexpr long long kLockedRetryAllowance = 3;
-
-const QString CRLF = QStringLiteral("\r\n");
-
-// A test made while errors are ignored: a test that fails enters its branch.
-bool testOrFail(const std::function<bool()>& test)
-{
-    bool result = true;
-    ResumeNext([&] { result = test(); });
-    return result;
-}
 
 QString mainQuery(const QString& group, bool& groupMissing)
 {
@@ -305,6 +296,5 @@ void frmMain::readOwnRow(dao::Recordset& rs, const OwnRowFields& own)
         }
     }
     gstrCurrentStatus = own.status >= 0 ? rs.Fields(own.status).Text() : QString();
-    setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
-               QStringLiteral("'"));
+    setCaption(fnOwnStatusCaption());
 }

@@ -4,6 +4,8 @@
 #include "board/frmmain.h"
 #include "board/statusicons.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
@@ -20,7 +22,6 @@
 namespace {
 
 constexpr int kFixedButtons = 14;
-constexpr int kTwipsPerPixel = 15;
 constexpr int kFindBoxWidthTwips = 800;
 
 struct FixedButton
@@ -121,15 +122,6 @@ QAction* addButton(QToolBar* bar, QAction* button, const QString& key, const QSt
     return button;
 }
 
-// The set the statement opened, or VB's error 91 when the open failed.
-dao::Recordset& openedSet(const std::unique_ptr<dao::Recordset>& rs)
-{
-    if (!rs) {
-        Err.Raise(91, QStringLiteral("Object variable or With block variable not set"));
-    }
-    return *rs;
-}
-
 } // namespace
 
 // The fixed buttons, then the design's Out, Busy and In, which the status types
@@ -214,10 +206,11 @@ void frmMain::subLoadToolBarButtons()
     });
     trap([] { subOpenDatabase(); });
     trap([&] { rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
-    trap([&] { openedSet(rs).MoveFirst(); });
-    trap([&] { gintIconSize = status::wholeFromText(openedSet(rs).Fields(QStringLiteral("IconSize")).Text()); });
-    trap([&] { gintToolBarText = status::wholeFromText(openedSet(rs).Fields(QStringLiteral("ToolBarText")).Text()); });
-    trap([&] { openedSet(rs).Close(); });
+    trap([&] { fnRecordset(rs).MoveFirst(); });
+    trap([&] { gintIconSize = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("IconSize")).Text()); });
+    trap(
+        [&] { gintToolBarText = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("ToolBarText")).Text()); });
+    trap([&] { fnRecordset(rs).Close(); });
     trap([this] { BindToolBar(); });
     trap([] { subCloseDatabase(); });
     trap([this] { subBindStatusButtons(); });

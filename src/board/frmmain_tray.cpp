@@ -96,8 +96,7 @@ void frmMain::subCreateSysTrayIcon()
     connect(m_frmSysTray, &frmSysTray::SysTrayDoubleClick, this, &frmMain::m_frmSysTray_SysTrayDoubleClick);
     connect(m_frmSysTray, &frmSysTray::SysTrayMouseDown, this, &frmMain::m_frmSysTray_SysTrayMouseDown);
     connect(m_frmSysTray, &frmSysTray::MenuClick, this, &frmMain::m_frmSysTray_MenuClick);
-    setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
-               QStringLiteral("'"));
+    setTrayTip(fnOwnStatusTrayTip());
 }
 
 // Unloads the tray object, so a modal screen never shares the desktop with a live tray menu.

@@ -5,6 +5,7 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
@@ -25,7 +26,6 @@ namespace {
 
 const QString kProcedure = QStringLiteral("frmMain - QueryUnload event");
 const QString kRemoved = QStringLiteral("Removed");
-const QString CRLF = QStringLiteral("\r\n");
 
 // The program's other windows, newest last: every top-level screen but the board.
 QList<QWidget*> otherScreens(const QWidget* board)

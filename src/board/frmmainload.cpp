@@ -43,8 +43,7 @@ void frmMain::Form_Load()
     m_listSortKey = int(gintSortKey);
     gintFindColumn = gintSortKey;
     subReadGroups();
-    setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("]") +
-               QStringLiteral(" '") + gstrCurrentStatus + QStringLiteral("'"));
+    setCaption(fnOwnStatusCaption());
     setBusyPointer(false);
     showLogoBehindList();
 
@@ -113,8 +112,7 @@ void frmMain::Form_Activate()
     subResizeControls();
     if (gintMinimizeSetting >= 1 && !sysTrayIconExists()) {
         subCreateSysTrayIcon();
-        setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") +
-                   gstrCurrentStatus + QStringLiteral("'"));
+        setTrayTip(fnOwnStatusTrayTip());
     }
     if (!isMinimized()) {
         ListViewMain->setFocus();

@@ -89,11 +89,10 @@ qint64 toLong(const QVariant& value)
     const qint64 whole = value.toString().trimmed().toLongLong(&ok);
     if (ok)
         return whole;
-    // Jet rounds a fraction to the nearest whole number, halves to even.
     const double number = isNumber(value) ? value.toDouble() : value.toString().trimmed().toDouble(&ok);
     if ((!ok && !isNumber(value)) || !std::isfinite(number) || std::fabs(number) >= 9.2e18)
         conversionFailed(value);
-    return qint64(std::nearbyint(number));
+    return roundHalfEven(number);
 }
 
 double toDouble(const QVariant& value)
@@ -267,6 +266,11 @@ QString vbText(const QVariant& value)
     default:
         return trimSpaces(value.toString());
     }
+}
+
+qint64 roundHalfEven(double number)
+{
+    return qint64(std::nearbyint(number)); // the default rounding mode sends halves to even
 }
 
 } // namespace dao

@@ -27,6 +27,10 @@ QVariant convertForField(const QVariant& value, FieldType type);
 // Binds a value to a parameter (1-based): a bool as 1/0, integers as 64-bit.
 void bindValue(sqlite3_stmt* stmt, int parameter, const QVariant& value);
 
+// A fraction to the nearest whole number, a half to the even neighbour: how Jet
+// and VB turn a number into a Long.
+qint64 roundHalfEven(double number);
+
 // VB's Trim(value & ""): Null is "", a bool "True"/"False", a double as CStr
 // writes it (no trailing ".0"), with leading and trailing spaces removed.
 QString vbText(const QVariant& value);

@@ -1,6 +1,7 @@
 #include "database/counters.h"
 
 #include "dao/dao.h"
+#include "dao/values.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "database/unitofchange.h"
@@ -31,7 +32,7 @@ long long longOf(const dao::Field& field)
     if (!ok) {
         Err.Raise(vbErrTypeMismatch, QStringLiteral("Type mismatch"));
     }
-    return std::llround(number);
+    return dao::roundHalfEven(number);
 }
 
 void zeroReadCounters()

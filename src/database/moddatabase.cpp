@@ -2,6 +2,7 @@
 
 #include "dao/dao.h"
 #include "database/objectref.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
@@ -15,9 +16,6 @@
 using namespace platform;
 
 namespace {
-
-const QString CR = QStringLiteral("\r");
-const QString CRLF = QStringLiteral("\r\n");
 
 // A pause after each DoEvents, so that "let events run" waits a moment for the
 // other client instead of spinning.

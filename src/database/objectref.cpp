@@ -3,19 +3,10 @@
 #include "kernel/err.h"
 #include "kernel/globals.h"
 
-namespace {
-
-[[noreturn]] void raiseNotSet()
-{
-    Err.Raise(kErrObjectNotSet, QStringLiteral("Object variable or With block variable not set"));
-}
-
-} // namespace
-
 dao::Database& fnDatabase()
 {
     if (!gdbDatabase) {
-        raiseNotSet();
+        raiseObjectNotSet();
     }
     return *gdbDatabase;
 }
@@ -23,7 +14,7 @@ dao::Database& fnDatabase()
 dao::Recordset& fnRecordset(const std::unique_ptr<dao::Recordset>& rs)
 {
     if (!rs) {
-        raiseNotSet();
+        raiseObjectNotSet();
     }
     return *rs;
 }

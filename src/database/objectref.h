@@ -7,9 +7,6 @@
 
 #include <memory>
 
-// VB's "Object variable or With block variable not set".
-constexpr int kErrObjectNotSet = 91;
-
 // gdbDatabase, or error 91 when no open ever set it.
 dao::Database& fnDatabase();
 // The recordset, or error 91 when its open failed.

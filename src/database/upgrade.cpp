@@ -16,14 +16,6 @@ namespace {
 // release step finds it equal to the (not yet read) release of the file.
 const QString kProgramReleaseVersion;
 
-// VB's If while errors are ignored: a test that fails enters the branch.
-bool testOrFail(const std::function<bool()>& test)
-{
-    bool result = true;
-    ResumeNext([&] { result = test(); });
-    return result;
-}
-
 // What a row of the upgrade table does to the error number before it runs.
 enum class Before
 {

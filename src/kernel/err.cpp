@@ -22,6 +22,18 @@ void ErrObject::Raise(long long number, const QString& description)
     throw dao::JetError(int(number), text);
 }
 
+void raiseObjectNotSet()
+{
+    Err.Raise(vbErrObjectNotSet, QStringLiteral("Object variable or With block variable not set"));
+}
+
+bool testOrFail(const std::function<bool()>& test)
+{
+    bool result = true;
+    ResumeNext([&] { result = test(); });
+    return result;
+}
+
 bool ResumeNext(const std::function<void()>& fn)
 {
     try {

@@ -32,9 +32,19 @@ extern ErrObject Err;
 // as in VB: a statement that succeeds leaves an earlier number standing.
 bool ResumeNext(const std::function<void()>& fn);
 
+// VB's If while errors are ignored: runs the test under ResumeNext; a test that
+// fails (raises) counts as true, so its branch is entered.
+bool testOrFail(const std::function<bool()>& test);
+
 // VB's run-time error numbers used outside the engine.
-enum VbErrorNumber : int {
+enum VbErrorNumber : int
+{
     vbErrTypeMismatch = 13,
     vbErrFileNotFound = 53,
     vbErrPathNotFound = 76,
+    vbErrObjectNotSet = 91,
 };
+
+// 91, "Object variable or With block variable not set": a database object or
+// recordset used before anything set it.
+[[noreturn]] void raiseObjectNotSet();

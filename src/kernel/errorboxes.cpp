@@ -1,14 +1,12 @@
 #include "kernel/errorboxes.h"
 
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "platform/msgbox.h"
 
 namespace errorbox {
 
 namespace {
-
-const QString CR = QStringLiteral("\r");
-const QString CRLF = QStringLiteral("\r\n");
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "kernel/mainscreen.h"
 
+#include "kernel/globals.h"
+
 #include <memory>
 
 void MainScreen::setCaption(const QString& caption)
@@ -246,4 +248,16 @@ void resetMainScreen()
     g_screen = nullptr;
     g_factory = nullptr;
     g_standIn.reset();
+}
+
+QString fnOwnStatusCaption()
+{
+    return gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
+           QStringLiteral("'");
+}
+
+QString fnOwnStatusTrayTip()
+{
+    return gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
+           QStringLiteral("'");
 }

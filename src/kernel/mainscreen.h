@@ -94,6 +94,11 @@ private:
     QRect m_geometry;
 };
 
+// The board's caption and the tray icon's tip for the person and their status:
+// gstrProgramTitle - [gstrDefaultUser] 'gstrCurrentStatus', and the same without the dash.
+QString fnOwnStatusCaption();
+QString fnOwnStatusTrayTip();
+
 // The main screen in use: the loaded frmMain, else the stand-in. Referring to
 // the board never loads it, so code on a path that refuses the start (or runs
 // after the board went) cannot bring up a board by asking it for something.

@@ -3,6 +3,7 @@
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "database/upgrade.h"
+#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/forcedshutdown.h"
@@ -21,8 +22,6 @@ using namespace platform;
 
 namespace {
 
-const QString CR = QStringLiteral("\r");
-const QString CRLF = QStringLiteral("\r\n");
 const QString kProcedure = QStringLiteral("modDatabase - subInitializeLocalDatabase event");
 
 // VB's run-time errors of "Open ... For Input" and "Line Input #".

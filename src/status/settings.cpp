@@ -6,6 +6,7 @@
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
@@ -95,10 +96,7 @@ public:
 private:
     dao::Field field_(const QString& name)
     {
-        if (!m_rs) {
-            Err.Raise(91, QStringLiteral("Object variable or With block variable not set"));
-        }
-        return m_rs->Fields(name);
+        return fnRecordset(m_rs).Fields(name);
     }
 
     std::unique_ptr<dao::Recordset> m_rs;

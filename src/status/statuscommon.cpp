@@ -1,5 +1,6 @@
 #include "status/statuscommon.h"
 
+#include "dao/values.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
@@ -98,10 +99,7 @@ void writeStatusFields(dao::Recordset& rs, const QString& status, const QString&
 
 void showStatusInTrayTip()
 {
-    ResumeNext([] {
-        mainScreen().setTrayTip(gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") +
-                                gstrCurrentStatus + QStringLiteral("'"));
-    });
+    ResumeNext([] { mainScreen().setTrayTip(fnOwnStatusTrayTip()); });
 }
 
 bool boolFromText(const QString& text)
@@ -127,8 +125,7 @@ long long wholeFromText(const QString& text)
     if (!ok || !std::isfinite(value)) {
         typeMismatch();
     }
-    // CInt rounds a half to the even neighbour, as nearbyint does in the default mode.
-    return static_cast<long long>(std::nearbyint(value));
+    return dao::roundHalfEven(value);
 }
 
 } // namespace status

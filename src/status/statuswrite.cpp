@@ -67,9 +67,7 @@ void subSetStatusCode(const QString& status)
                     gintStatusCode = status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
                     gintOwnStatusCode = gintStatusCode;
                     gstrCurrentStatus = status;
-                    mainScreen().setCaption(gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser +
-                                            QStringLiteral("]") + QStringLiteral(" '") + gstrCurrentStatus +
-                                            QStringLiteral("'"));
+                    mainScreen().setCaption(fnOwnStatusCaption());
                 }
             }
         }
