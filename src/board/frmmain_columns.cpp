@@ -93,7 +93,7 @@ void frmMain::placeStatusColumn(dao::Recordset& rstColumnData)
     const int position = int(order.Value().toLongLong());
     QHeaderView* header = ListViewMain->header();
     if (position < 1 || position > header->count()) {
-        Err.Raise(380, QStringLiteral("Invalid property value"));
+        Err.Raise(vbErrInvalidPropertyValue, QStringLiteral("Invalid property value"));
     }
     header->moveSection(header->visualIndex(0), position - 1);
 }

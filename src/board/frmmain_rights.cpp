@@ -4,6 +4,7 @@
 // passed over in silence: each step runs whatever the one before it did.
 #include "board/frmmain.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "status/statuscommon.h"
@@ -76,7 +77,7 @@ void frmMain::setToolbarRight(int position, std::optional<bool> enabled, std::op
     }
     for (QAction* target : targets) {
         if (!target) {
-            Err.Raise(35600, QStringLiteral("Index out of bounds"));
+            Err.Raise(vbErrIndexOutOfBounds, QStringLiteral("Index out of bounds"));
         }
         if (enabled) {
             target->setEnabled(*enabled);
@@ -94,9 +95,9 @@ static void readMembership(bool managerNeeded, bool& allowed)
     std::unique_ptr<dao::Recordset> rs;
     ResumeNext([] { subOpenDatabase(); });
     ResumeNext([&] {
-        rs = status::database().OpenRecordset(QStringLiteral("SELECT * FROM EmployeeGroupTable WHERE GroupName = ") +
-                                                  dao::quote(gstrCurrentGroup),
-                                              dao::dbOpenDynaset);
+        rs = fnDatabase().OpenRecordset(QStringLiteral("SELECT * FROM EmployeeGroupTable WHERE GroupName = ") +
+                                            dao::quote(gstrCurrentGroup),
+                                        dao::dbOpenDynaset);
     });
     ResumeNext([&] {
         while (rs && !rs->isEOF()) {
@@ -120,7 +121,7 @@ static void anyRow(const QString& sql, const std::function<void(bool)>& answer)
 {
     ResumeNext([] { subOpenDatabase(); });
     ResumeNext([&] {
-        std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(sql, dao::dbOpenDynaset);
+        std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(sql, dao::dbOpenDynaset);
         answer(!rs->isEOF());
         rs->Close();
     });

@@ -205,7 +205,7 @@ void frmMain::subLoadToolBarButtons()
         gstrSQL = QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(gstrDefaultUser);
     });
     trap([] { subOpenDatabase(); });
-    trap([&] { rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    trap([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
     trap([&] { fnRecordset(rs).MoveFirst(); });
     trap([&] { gintIconSize = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("IconSize")).Text()); });
     trap(
@@ -253,7 +253,7 @@ void frmMain::subBindStatusButtons()
     }
     gstrSQL = QStringLiteral("SELECT * FROM StatusTypesTable ORDER BY StatusCode, Status");
     subOpenDatabase();
-    std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
     if (!rs->isEOF()) {
         rs->MoveFirst();
     }

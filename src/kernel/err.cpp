@@ -19,7 +19,7 @@ void ErrObject::Raise(long long number, const QString& description)
     const QString text = description.isEmpty() ? dao::jetErrorText(int(number)) : description;
     Number = number;
     Description = text;
-    throw dao::JetError(int(number), text);
+    throw RunTimeError(int(number), text);
 }
 
 void raiseObjectNotSet()

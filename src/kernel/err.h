@@ -5,14 +5,21 @@
 //   Ignore and go on:      ResumeNext([&] { statement; });  // Err keeps the failure, the next statement runs
 //   None:                  plain code; an error goes up to the caller.
 //
-// Errors that are not the engine's (a missing file, a bad conversion) are raised
-// as dao::JetError too, with VB's run-time numbers (53 file not found, 13 type
-// mismatch), so one catch serves every handler.
+// Errors of the language itself (a missing file, a bad conversion, an object not
+// set) are RunTimeError, with VB's run-time numbers (53 file not found, 13 type
+// mismatch). It is a kind of dao::JetError so one catch serves every handler, as
+// VB's one Err object does; code that must tell the two apart catches it first.
 
 #include "dao/jeterror.h"
 
 #include <QString>
 #include <functional>
+
+class RunTimeError : public dao::JetError
+{
+public:
+    using dao::JetError::JetError;
+};
 
 struct ErrObject
 {
@@ -21,6 +28,7 @@ struct ErrObject
 
     void Clear();
     void Set(const dao::JetError& e);
+    // Raises RunTimeError.
     [[noreturn]] void Raise(long long number, const QString& description = QString());
 };
 
@@ -39,10 +47,15 @@ bool testOrFail(const std::function<bool()>& test);
 // VB's run-time error numbers used outside the engine.
 enum VbErrorNumber : int
 {
+    vbErrSubscript = 9,
     vbErrTypeMismatch = 13,
     vbErrFileNotFound = 53,
+    vbErrInputPastEnd = 62,
+    vbErrFileAccess = 75,
     vbErrPathNotFound = 76,
     vbErrObjectNotSet = 91,
+    vbErrInvalidPropertyValue = 380,
+    vbErrIndexOutOfBounds = 35600, // an item of a common control that is not there
 };
 
 // 91, "Object variable or With block variable not set": a database object or

@@ -19,8 +19,6 @@ namespace {
 // GetUserNameA is given room for 64 characters with the terminator; a longer
 // name fails and leaves the buffer blank.
 constexpr int kLoginNameBuffer = 64;
-// VB's "Subscript out of range": an array element that is not there.
-constexpr int kErrSubscript = 9;
 
 // The person's EmployeeTable rows whose column matches value (without regard to
 // case, the value matching only itself).
@@ -54,7 +52,7 @@ void lookUpUserID()
 QString element(const QStringList& parts, qsizetype index)
 {
     if (index < 0 || index >= parts.size()) {
-        Err.Raise(kErrSubscript, QStringLiteral("Subscript out of range"));
+        Err.Raise(vbErrSubscript, QStringLiteral("Subscript out of range"));
     }
     return parts[index];
 }

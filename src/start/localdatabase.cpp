@@ -24,10 +24,6 @@ namespace {
 
 const QString kProcedure = QStringLiteral("modDatabase - subInitializeLocalDatabase event");
 
-// VB's run-time errors of "Open ... For Input" and "Line Input #".
-constexpr int kErrInputPastEnd = 62;
-constexpr int kErrFileAccess = 75;
-
 QString boxTitle()
 {
     return gstrProgramTitle + QStringLiteral(" - Error in Initialize Local Database");
@@ -41,10 +37,10 @@ void readFirstLineOfSettingsFile(const QString& fileName)
         Err.Raise(vbErrFileNotFound, QStringLiteral("File not found"));
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        Err.Raise(kErrFileAccess, QStringLiteral("Path/File access error"));
+        Err.Raise(vbErrFileAccess, QStringLiteral("Path/File access error"));
     }
     if (file.atEnd()) {
-        Err.Raise(kErrInputPastEnd, QStringLiteral("Input past end of file")); // an empty file has no first line
+        Err.Raise(vbErrInputPastEnd, QStringLiteral("Input past end of file")); // an empty file has no first line
     }
     file.readLine();
 }

@@ -4,6 +4,7 @@
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
 #include "database/unitofchange.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
@@ -98,7 +99,7 @@ void subUpdateSelectedUsersRecords(const QString& status)
             const QString name = listed.trimmed();
             strStage = QStringLiteral("OpenRecordset");
             gstrSQL = status::employeeRowSql(name);
-            const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+            const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
             if (rs->RecordCount() == 0) {
                 continue; // no such row: nothing further for this one
             }
@@ -112,7 +113,7 @@ void subUpdateSelectedUsersRecords(const QString& status)
             rs->Update();
             strStage = QStringLiteral("EmployeeStatusTracking");
             gstrSQL = status::trackingMirrorSql(status, name);
-            status::database().Execute(gstrSQL);
+            fnDatabase().Execute(gstrSQL);
             strStage = QStringLiteral("subUpdateTransactionLog");
             subUpdateTransactionLog(status, gstrDueBack, gstrComment, name);
         }

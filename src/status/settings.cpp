@@ -47,7 +47,7 @@ public:
     {
         gstrSQL = sql;
         ResumeNext([this] {
-            m_rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+            m_rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
             if (m_rs->RecordCount() > 0) {
                 m_rs->MoveFirst();
             }

@@ -3,6 +3,7 @@
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
@@ -72,7 +73,7 @@ void subSaveUserSettings(const QString& name)
     }
     subOpenDatabase();
     gstrSQL = QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(name);
-    const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
     rs->Edit();
     writeLayout(*rs);
     rs->Update();
@@ -93,7 +94,7 @@ void subReadGroups()
 
     std::unique_ptr<dao::Recordset> rs;
     gstrSQL = QStringLiteral("SELECT * FROM GroupTable ORDER BY GroupName");
-    trap([&] { rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    trap([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
     trap([] { mainScreen().clearGroups(); });
     if (rs) {
         trap([&] {

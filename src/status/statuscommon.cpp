@@ -12,9 +12,6 @@ namespace status {
 
 namespace {
 
-// VB's run-time error for a use of an object variable that was never set.
-constexpr int kObjectNotSet = 91;
-
 [[noreturn]] void typeMismatch()
 {
     Err.Raise(vbErrTypeMismatch, QStringLiteral("Type mismatch"));
@@ -56,14 +53,6 @@ bool Trap::exited() const
 QString errorHead(const QString& procedure)
 {
     return errorbox::general(procedure, errorbox::StrBlank);
-}
-
-dao::Database& database()
-{
-    if (!gdbDatabase) {
-        Err.Raise(kObjectNotSet, QStringLiteral("Object variable or With block variable not set"));
-    }
-    return *gdbDatabase;
 }
 
 QString employeeRowSql(const QString& name)

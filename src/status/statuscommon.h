@@ -44,9 +44,6 @@ using errorbox::vbStr;
 // general error box's text as the status writers word it.
 QString errorHead(const QString& procedure);
 
-// gdbDatabase, or VB's error 91 when no database object is set.
-dao::Database& database();
-
 // "SELECT * FROM EmployeeTable WHERE Name LIKE " and the name.
 QString employeeRowSql(const QString& name);
 // "yyyy-mm-dd hh:mm:ss by name", the present time.

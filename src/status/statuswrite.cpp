@@ -6,6 +6,7 @@
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
 #include "database/unitofchange.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
@@ -58,7 +59,7 @@ void subSetStatusCode(const QString& status)
 {
     try {
         gstrSQL = QStringLiteral("Select * from StatusTypesTable WHERE Status = ") + dao::quote(status);
-        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+        const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
         gintStatusCode = kCodeNotFound;
         if (rs->RecordCount() > 0) {
             // The engine's "=" ignores case; the upper-cased comparison decides, and the last match wins.
@@ -96,7 +97,7 @@ void subUpdateDefaultUsersRecord(const QString& status)
     {
         // The code is looked up before the unit, so that its box never shows while
         // the write lock is held.
-        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(rowSql, dao::dbOpenDynaset);
         if (rs->RecordCount() > 0) {
             subSetStatusCode(status);
             gstrCurrentStatus = status;
@@ -106,7 +107,7 @@ void subUpdateDefaultUsersRecord(const QString& status)
     const bool blnLog = !gblnSuppressNextLog;
     gblnSuppressNextLog = false;
     fnRunUnit([&] {
-        const std::unique_ptr<dao::Recordset> rs = status::database().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(rowSql, dao::dbOpenDynaset);
         if (rs->RecordCount() > 0) {
             rs->MoveFirst();
             rs->Edit();
@@ -115,7 +116,7 @@ void subUpdateDefaultUsersRecord(const QString& status)
             rs->Close();
         }
         gstrSQL = status::trackingMirrorSql(status, gstrDefaultUser);
-        status::database().Execute(gstrSQL);
+        fnDatabase().Execute(gstrSQL);
         subUpdateStatusCounter();
         if (blnLog) {
             subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
@@ -158,7 +159,7 @@ void subSetActiveFlag(const QString& flag)
     // Boxes and waits let events run, and timers change gstrSQL: a retry opens this set.
     const QString sql = gstrSQL;
     trap([] { subOpenDatabase(); });
-    trap([&] { rs = status::database().OpenRecordset(sql, dao::dbOpenDynaset); });
+    trap([&] { rs = fnDatabase().OpenRecordset(sql, dao::dbOpenDynaset); });
     if (!rs) {
         return; // the open was passed over: there is no set to write
     }

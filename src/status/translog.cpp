@@ -2,6 +2,7 @@
 
 #include "dao/dao.h"
 #include "database/moddatabase.h"
+#include "database/objectref.h"
 #include "database/unitofchange.h"
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
@@ -87,7 +88,7 @@ void subUpdateTransactionLog(const QString& status, const QString& dueBack, cons
 
     // From here on a failure only counts; intLogRetries is never reset, so the
     // third failure of the run is the one reported, wherever it falls.
-    fnRunUnit([&] { status::database().Execute(sql); },
+    fnRunUnit([&] { fnDatabase().Execute(sql); },
               [](const dao::JetError& e, int attempt) {
                   Err.Set(e);
                   ++intLogRetries;
