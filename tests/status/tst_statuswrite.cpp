@@ -71,6 +71,8 @@ private slots:
     void logColumns_data();
     void logColumns();
     void thirdLogFailureOfTheRunIsReported();
+    void writeOrder_data();
+    void writeOrder();
     void failedPartLeavesNothing_data();
     void failedPartLeavesNothing();
     void changeWaitsOutAnotherClientsLock_data();
@@ -312,6 +314,50 @@ void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
     subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
     QCOMPARE(f.gw.boxes().count(), 1);
     QVERIFY(f.gw.clock().sleptMs() > 0);
+}
+
+// Triggers record each write as it lands: the row before its mirror before its
+// log row; the counter after the row for one's own change, once at the end of a
+// group change.
+void TstStatusWrite::writeOrder_data()
+{
+    QTest::addColumn<QList<int>>("selected");
+    QTest::addColumn<QStringList>("writes");
+    QTest::newRow("own") << QList<int>{0} << QStringList{"row Ann Lee", "mirror Ann Lee", "counter", "log Ann Lee"};
+    QTest::newRow("group") << QList<int>{1, 2}
+                           << QStringList{"row Bob Ray",   "mirror Bob Ray", "log Bob Ray", "row Cy Dee",
+                                          "mirror Cy Dee", "log Cy Dee",     "counter"};
+}
+
+void TstStatusWrite::writeOrder()
+{
+    QFETCH(QList<int>, selected);
+    QFETCH(QStringList, writes);
+    StatusFixture f;
+    const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
+    for (const QString& name : people)
+        f.site.tracking("Ann Lee", name);
+    f.board.names = people;
+    f.board.selected = selected;
+    f.board.current = selected.first();
+    f.board.groupButton = true;
+    execSql(
+        f.site.dbPath(),
+        "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
+        "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); END;"
+        "CREATE TRIGGER m AFTER UPDATE ON EmployeeStatusTracking BEGIN "
+        "INSERT INTO Writes (W) VALUES ('mirror ' || NEW.Trackee); END;"
+        "CREATE TRIGGER c AFTER UPDATE ON StatusCounterTable BEGIN INSERT INTO Writes (W) VALUES ('counter'); END;"
+        "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
+        "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;");
+
+    subSetStatus(QStringLiteral("Busy"));
+
+    QStringList seen;
+    auto rs = f.site.openDb()->OpenRecordset(QStringLiteral("SELECT W FROM Writes ORDER BY N"), dao::dbOpenSnapshot);
+    for (; !rs->isEOF(); rs->MoveNext())
+        seen << rs->Fields(0).Text();
+    QCOMPARE(seen, writes);
 }
 
 // One write of a status change fails: the row, the mirror, the counter and the
