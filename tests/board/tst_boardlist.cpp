@@ -12,12 +12,10 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
-#include <sqlite3.h>
 
 using platform::vbOK;
 
@@ -411,14 +409,8 @@ private slots:
         Board b;
         b.site.status(QStringLiteral("Ann Lee"), QStringLiteral("Out"));
         b.setForAnn(QStringLiteral("AutoLogIn = True"));
-        sqlite3* db = nullptr;
-        sqlite3_open(QFile::encodeName(b.site.dbPath()).constData(), &db);
-        QCOMPARE(sqlite3_exec(db,
-                              "CREATE TRIGGER lockedIn BEFORE UPDATE ON EmployeeTable WHEN NEW.Status = 'In' "
-                              "BEGIN SELECT RAISE(ABORT, 'currently locked'); END",
-                              nullptr, nullptr, nullptr),
-                 SQLITE_OK);
-        sqlite3_close(db);
+        QVERIFY(b.site.rawExec("CREATE TRIGGER lockedIn BEFORE UPDATE ON EmployeeTable WHEN NEW.Status = 'In' "
+                               "BEGIN SELECT RAISE(ABORT, 'currently locked'); END"));
         b.gw.boxes().answer(vbOK);
 
         b.form = static_cast<frmMain*>(frmMain::load());

@@ -34,19 +34,9 @@ struct Word
     bool cleared = false;
 };
 
-// Changes the file behind the engine's back, through a connection of SQLite's own.
-void execSql(const QString& dbPath, const QByteArray& sql)
+void renameTable(const TempSite& site, const QByteArray& from, const QByteArray& to)
 {
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(QFile::encodeName(dbPath).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
-    sqlite3_close(db);
-    QCOMPARE(rc, SQLITE_OK);
-}
-
-void renameTable(const QString& dbPath, const QByteArray& from, const QByteArray& to)
-{
-    execSql(dbPath, "ALTER TABLE " + from + " RENAME TO " + to);
+    QVERIFY(site.rawExec("ALTER TABLE " + from + " RENAME TO " + to));
 }
 
 } // namespace
@@ -292,9 +282,9 @@ void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
     StatusFixture f;
     f.gw.boxes().answer(vbOK);
     for (int change = 1; change <= 3; ++change) {
-        renameTable(f.site.dbPath(), "TransactionLogTable", "LogAway");
+        renameTable(f.site, "TransactionLogTable", "LogAway");
         QTimer::singleShot(0, [&] {
-            renameTable(f.site.dbPath(), "LogAway", "TransactionLogTable");
+            renameTable(f.site, "LogAway", "TransactionLogTable");
             gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
         });
         subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
@@ -310,7 +300,7 @@ void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
                                 "selected OK.\rSomeone has the database open using MS Access.\r\r ) in modUser - "
                                 "subUpdateTransactionLog event"));
 
-    renameTable(f.site.dbPath(), "TransactionLogTable", "LogAway");
+    renameTable(f.site, "TransactionLogTable", "LogAway");
     subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
     QCOMPARE(f.gw.boxes().count(), 1);
     QVERIFY(f.gw.clock().sleptMs() > 0);
@@ -341,15 +331,14 @@ void TstStatusWrite::writeOrder()
     f.board.selected = selected;
     f.board.current = selected.first();
     f.board.groupButton = true;
-    execSql(
-        f.site.dbPath(),
+    QVERIFY(f.site.rawExec(
         "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
         "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); END;"
         "CREATE TRIGGER m AFTER UPDATE ON EmployeeStatusTracking BEGIN "
         "INSERT INTO Writes (W) VALUES ('mirror ' || NEW.Trackee); END;"
         "CREATE TRIGGER c AFTER UPDATE ON StatusCounterTable BEGIN INSERT INTO Writes (W) VALUES ('counter'); END;"
         "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
-        "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;");
+        "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;"));
 
     subSetStatus(QStringLiteral("Busy"));
 
@@ -394,7 +383,7 @@ void TstStatusWrite::failedPartLeavesNothing()
     f.board.current = f.board.selected.first();
     f.board.groupButton = true;
     const long long before = f.counter();
-    execSql(f.site.dbPath(), breakage);
+    QVERIFY(f.site.rawExec(breakage));
     intLogRetries = 2;
     f.gw.boxes().answer(vbOK, boxes);
 
