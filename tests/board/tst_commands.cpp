@@ -69,6 +69,8 @@ private slots:
     void messagingButtons_data();
     void messagingButtons();
     void statusButtons();
+    void statusCommands_data();
+    void statusCommands();
     void statusWordOfACommand_data();
     void statusWordOfACommand();
     void commandBoxes();
@@ -102,6 +104,8 @@ void TestCommands::rights_data()
     QTest::newRow("HIGH, MEDIUM, manager") << 2 << 1 << true << true << sales << true;
     QTest::newRow("HIGH, HIGH, not a member") << 2 << 2 << false << false << sales << true;
     QTest::newRow("HIGH, LOW, group open to all") << 2 << 0 << false << false << open << true;
+    QTest::newRow("HIGH, LOW, * in the middle") << 2 << 0 << false << false << QStringLiteral("Sa*les") << false;
+    QTest::newRow("HIGH, LOW, * first") << 2 << 0 << false << false << QStringLiteral("*Sales") << false;
     QTest::newRow("system level out of range") << 3 << 2 << true << true << sales << false;
     QTest::newRow("MEDIUM, user level out of range") << 1 << 5 << true << true << sales << false;
 }
@@ -250,6 +254,31 @@ void TestCommands::statusButtons()
         QVERIFY(!b.statusButton(key)->isVisible() && !b.statusButton(key)->isEnabled());
     }
     QVERIFY(b.form->toolbarButton(2)->isVisible()); // the fixed buttons are not the status buttons
+}
+
+void TestCommands::statusCommands_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("autoMinimize");
+    QTest::newRow("In, AutoMinimize") << "In" << true;
+    QTest::newRow("Busy, AutoMinimize") << "Busy" << true;
+    QTest::newRow("Out, AutoMinimize") << "Out" << true;
+    QTest::newRow("In, no AutoMinimize") << "In" << false;
+    QTest::newRow("Busy, no AutoMinimize") << "Busy" << false;
+}
+
+// The fixed status buttons set the word and put the window away as AutoMinimize asks.
+void TestCommands::statusCommands()
+{
+    QFETCH(QString, key);
+    QFETCH(bool, autoMinimize);
+    Board b;
+    b.show(900, 600);
+    gblnAutoMinimize = autoMinimize;
+    gblnChangeScreenPopUp = false;
+    b.form->toolbarButton(key)->trigger();
+    QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), key);
+    QCOMPARE(b.form->isMinimized(), autoMinimize);
 }
 
 void TestCommands::statusWordOfACommand_data()

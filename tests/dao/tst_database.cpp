@@ -62,6 +62,7 @@ void TestDatabase::executeFailures_data()
     QTest::newRow("UPDATE syntax") << "UPDATE People SET Num = = 1" << int(errSyntaxUpdate);
     QTest::newRow("DELETE syntax") << "DELETE FROM People WHERE" << int(errSyntaxMissingOperator);
     QTest::newRow("duplicate key, other case") << "INSERT INTO People (Name) VALUES ('ANN')" << int(errDuplicateKey);
+    QTest::newRow("Null in a required column") << "UPDATE People SET Name = Null WHERE ID = 2" << int(errFieldRequired);
     QTest::newRow("a SELECT") << "SELECT * FROM People" << int(errCannotExecuteSelect);
     QTest::newRow("text after the end") << "DELETE FROM People WHERE ID = 1; DROP TABLE People"
                                         << int(errCharactersAfterEnd);

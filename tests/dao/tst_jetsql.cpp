@@ -194,6 +194,7 @@ void TestJetSql::like_data()
     row("S*team*th", {"Sales team North", "steamth"}, {"Sales team"});
     row("*abd", {"abcabd"}, {"abcab"});
     row("R#D#", {"R2D2"}, {"RXD2", "R2D"});
+    row("#", {"0", "9"}, {"٣", "５", "²", "x"}); // ASCII digits only
     row("[abc]", {"b", "B"}, {"d", "ab"});
     row("[a-z]", {"m", "M"}, {"5"});
     row("[!abc]", {"d", "5"}, {"a", "A"});

@@ -192,12 +192,7 @@ private slots:
         QFETCH(bool, valid);
         TestGateways gw;
         TempSite site;
-        if (!statements.isEmpty()) {
-            sqlite3* db = nullptr;
-            sqlite3_open(QFile::encodeName(site.dbPath()).constData(), &db);
-            QCOMPARE(sqlite3_exec(db, statements.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
-            sqlite3_close(db);
-        }
+        QVERIFY(statements.isEmpty() || site.rawExec(statements));
         const auto bytes = [&] {
             QFile file(site.dbPath());
             return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

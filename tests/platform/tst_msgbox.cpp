@@ -1,5 +1,5 @@
-// The message-box gateway without a screen: answer codes and words, and the
-// file-driven boxes that end-to-end tests use.
+// The file-answered message boxes that end-to-end tests use: answers in order,
+// words that are no button of the box refused, and every box logged.
 
 #include "platform/msgbox.h"
 #include "platform/msgboxfile.h"
@@ -30,50 +30,6 @@ private slots:
     {
         setAppTitle(QString());
         setMessageBoxes(nullptr);
-        qunsetenv("VESKOR_MSGBOX_ANSWERS");
-        qunsetenv("VESKOR_MSGBOX_LOG");
-    }
-
-    // The answer a box gives unasked is its first button; an answer that is no
-    // button of the set is refused.
-    void buttons_data()
-    {
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("notAButton");
-        QTest::newRow("OK only") << int(vbOKOnly | vbExclamation) << int(vbOK) << int(vbCancel);
-        QTest::newRow("abort retry ignore") << (vbAbortRetryIgnore | vbCritical) << int(vbAbort) << int(vbOK);
-        QTest::newRow("yes no cancel") << int(vbYesNoCancel) << int(vbYes) << int(vbRetry);
-        QTest::newRow("yes no, second default")
-            << (vbYesNo | vbQuestion | vbDefaultButton2) << int(vbYes) << int(vbCancel);
-        QTest::newRow("retry cancel") << int(vbRetryCancel) << int(vbRetry) << int(vbOK);
-    }
-    void buttons()
-    {
-        QFETCH(int, flags);
-        QFETCH(int, first);
-        QFETCH(int, notAButton);
-        QCOMPARE(platform::firstButtonAnswer(flags), first);
-        QVERIFY(platform::buttonSetHas(flags, first));
-        QVERIFY(!platform::buttonSetHas(flags, notAButton));
-    }
-
-    void answerFromText_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("answer");
-        QTest::newRow("any case, blanks") << "  rEtRy " << int(vbRetry);
-        QTest::newRow("Ignore") << "Ignore" << int(vbIgnore);
-        QTest::newRow("number") << "2" << int(vbCancel);
-        QTest::newRow("number too big") << "8" << 0;
-        QTest::newRow("zero") << "0" << 0;
-        QTest::newRow("unknown word") << "Maybe" << 0;
-    }
-    void answerFromText()
-    {
-        QFETCH(QString, text);
-        QFETCH(int, answer);
-        QCOMPARE(platform::answerFromText(text), answer);
     }
 
     void fileDriven_answersInOrderAndLogs()
@@ -105,24 +61,6 @@ private slots:
             QStringLiteral("UNANSWERED"),
         };
         QCOMPARE(logLines(log), expected);
-    }
-
-    // The environment names the files; a missing answers file answers first buttons.
-    void environmentChoosesTheBoxes()
-    {
-        const QString log = m_dir.filePath(QStringLiteral("env.log"));
-        qputenv("VESKOR_MSGBOX_ANSWERS", m_dir.filePath(QStringLiteral("no-such-file")).toLocal8Bit());
-        qputenv("VESKOR_MSGBOX_LOG", log.toLocal8Bit());
-        setMessageBoxes(nullptr);
-        QVERIFY(fileDrivenMessageBoxesRequested());
-        QCOMPARE(MsgBox(QStringLiteral("x"), vbAbortRetryIgnore, QStringLiteral("T")), int(vbAbort));
-        QCOMPARE(logLines(log), (QStringList{QStringLiteral("T\t2\tx"), QStringLiteral("UNANSWERED")}));
-
-        qunsetenv("VESKOR_MSGBOX_ANSWERS");
-        setMessageBoxes(nullptr);
-        QVERIFY(!fileDrivenMessageBoxesRequested());
-        QVERIFY(!dynamic_cast<FileMessageBoxes*>(&messageBoxes()));
-        QCOMPARE(MsgBox(QStringLiteral("to stderr"), vbYesNo), int(vbYes));
     }
 };
 

@@ -49,6 +49,8 @@ private slots:
         // clang-format off
         QTest::newRow("blank: the login name") << "" << "alee" << "Ann Lee" << "alee" << true << true << false << false << "Out";
         QTest::newRow("blank: no login is Unknown") << "" << "" << "Guest Desk" << "Unknown" << true << true << false << false << "Out";
+        QTest::newRow("blank: 63-letter login") << "" << QString(63, u'j') << "" << QString(63, u'j') << false << false << false << true << "Out";
+        QTest::newRow("blank: 64-letter login is Unknown") << "" << QString(64, u'j') << "Guest Desk" << "Unknown" << true << true << false << false << "Out";
         QTest::newRow("blank: unknown person") << "" << "zed" << "" << "zed" << false << false << false << true << "Out";
         QTest::newRow("blank: wildcard login matches itself only") << "" << "a*" << "" << "a*" << false << false << false << true << "Out";
         QTest::newRow("legacy name, any case") << "ann LEE" << "jo" << "Ann Lee" << "alee" << true << true << false << false << "Out";
@@ -85,6 +87,7 @@ private slots:
         gdbDatabase = site.openDb(); // as the start-up leaves it: open, gblnDatabaseClosed False
         gw.identity().login = login;
         gstrGivenCommandLine = commandLine;
+        gstrCurrentStatus.clear();
 
         const auto ended = TestGateways::endCodeOf([] { subCheckCommandLine(); });
         QCOMPARE(ended.has_value(), ends);
@@ -94,7 +97,9 @@ private slots:
         QCOMPARE(gblnValidUserID, validID);
         QCOMPARE(welcomeScreen().isUnloaded(), unloadsWelcome);
         QCOMPARE(gstrCommandLine, commandLine.trimmed());
-        QCOMPARE(gstrLoginName, login.isEmpty() ? QStringLiteral("Unknown") : login);
+        QCOMPARE(gstrLoginName, login.isEmpty() || login.size() >= 64 ? QStringLiteral("Unknown") : login);
+        // -STS: takes its word wherever it stands, even before anyone is known.
+        QCOMPARE(gstrCurrentStatus, commandLine.contains(QStringLiteral("-STS:")) ? QStringLiteral("Busy") : QString());
         gdbDatabase.reset();
         QCOMPARE(statusOf(site, QStringLiteral("Ann Lee")), annStatus);
     }

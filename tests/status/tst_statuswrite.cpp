@@ -34,19 +34,9 @@ struct Word
     bool cleared = false;
 };
 
-// Changes the file behind the engine's back, through a connection of SQLite's own.
-void execSql(const QString& dbPath, const QByteArray& sql)
+void renameTable(const TempSite& site, const QByteArray& from, const QByteArray& to)
 {
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(QFile::encodeName(dbPath).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
-    sqlite3_close(db);
-    QCOMPARE(rc, SQLITE_OK);
-}
-
-void renameTable(const QString& dbPath, const QByteArray& from, const QByteArray& to)
-{
-    execSql(dbPath, "ALTER TABLE " + from + " RENAME TO " + to);
+    QVERIFY(site.rawExec("ALTER TABLE " + from + " RENAME TO " + to));
 }
 
 } // namespace
@@ -71,6 +61,8 @@ private slots:
     void logColumns_data();
     void logColumns();
     void thirdLogFailureOfTheRunIsReported();
+    void writeOrder_data();
+    void writeOrder();
     void failedPartLeavesNothing_data();
     void failedPartLeavesNothing();
     void changeWaitsOutAnotherClientsLock_data();
@@ -290,9 +282,9 @@ void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
     StatusFixture f;
     f.gw.boxes().answer(vbOK);
     for (int change = 1; change <= 3; ++change) {
-        renameTable(f.site.dbPath(), "TransactionLogTable", "LogAway");
+        renameTable(f.site, "TransactionLogTable", "LogAway");
         QTimer::singleShot(0, [&] {
-            renameTable(f.site.dbPath(), "LogAway", "TransactionLogTable");
+            renameTable(f.site, "LogAway", "TransactionLogTable");
             gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
         });
         subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
@@ -308,10 +300,53 @@ void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
                                 "selected OK.\rSomeone has the database open using MS Access.\r\r ) in modUser - "
                                 "subUpdateTransactionLog event"));
 
-    renameTable(f.site.dbPath(), "TransactionLogTable", "LogAway");
+    renameTable(f.site, "TransactionLogTable", "LogAway");
     subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
     QCOMPARE(f.gw.boxes().count(), 1);
     QVERIFY(f.gw.clock().sleptMs() > 0);
+}
+
+// Triggers record each write as it lands: the row before its mirror before its
+// log row; the counter after the row for one's own change, once at the end of a
+// group change.
+void TstStatusWrite::writeOrder_data()
+{
+    QTest::addColumn<QList<int>>("selected");
+    QTest::addColumn<QStringList>("writes");
+    QTest::newRow("own") << QList<int>{0} << QStringList{"row Ann Lee", "mirror Ann Lee", "counter", "log Ann Lee"};
+    QTest::newRow("group") << QList<int>{1, 2}
+                           << QStringList{"row Bob Ray",   "mirror Bob Ray", "log Bob Ray", "row Cy Dee",
+                                          "mirror Cy Dee", "log Cy Dee",     "counter"};
+}
+
+void TstStatusWrite::writeOrder()
+{
+    QFETCH(QList<int>, selected);
+    QFETCH(QStringList, writes);
+    StatusFixture f;
+    const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
+    for (const QString& name : people)
+        f.site.tracking("Ann Lee", name);
+    f.board.names = people;
+    f.board.selected = selected;
+    f.board.current = selected.first();
+    f.board.groupButton = true;
+    QVERIFY(f.site.rawExec(
+        "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
+        "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); END;"
+        "CREATE TRIGGER m AFTER UPDATE ON EmployeeStatusTracking BEGIN "
+        "INSERT INTO Writes (W) VALUES ('mirror ' || NEW.Trackee); END;"
+        "CREATE TRIGGER c AFTER UPDATE ON StatusCounterTable BEGIN INSERT INTO Writes (W) VALUES ('counter'); END;"
+        "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
+        "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;"));
+
+    subSetStatus(QStringLiteral("Busy"));
+
+    QStringList seen;
+    auto rs = f.site.openDb()->OpenRecordset(QStringLiteral("SELECT W FROM Writes ORDER BY N"), dao::dbOpenSnapshot);
+    for (; !rs->isEOF(); rs->MoveNext())
+        seen << rs->Fields(0).Text();
+    QCOMPARE(seen, writes);
 }
 
 // One write of a status change fails: the row, the mirror, the counter and the
@@ -348,7 +383,7 @@ void TstStatusWrite::failedPartLeavesNothing()
     f.board.current = f.board.selected.first();
     f.board.groupButton = true;
     const long long before = f.counter();
-    execSql(f.site.dbPath(), breakage);
+    QVERIFY(f.site.rawExec(breakage));
     intLogRetries = 2;
     f.gw.boxes().answer(vbOK, boxes);
 

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <map>
+#include <sqlite3.h>
 #include <stdexcept>
 
 namespace {
@@ -118,4 +119,13 @@ TempSite& TempSite::execute(const QString& jetSql)
 long long TempSite::message(const database::MessageRow& message)
 {
     return database::addMessage(*openDb(), message);
+}
+
+bool TempSite::rawExec(const QByteArray& sql) const
+{
+    sqlite3* db = nullptr;
+    sqlite3_open_v2(QFile::encodeName(dbPath()).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    return rc == SQLITE_OK;
 }

@@ -43,6 +43,9 @@ public:
                        double lastUpdated = 0);
     TempSite& setting(const QString& field, const QString& value);
     TempSite& execute(const QString& jetSql);
+    // SQLite's own statements on the file behind the engine's back (triggers,
+    // renames); true when they all ran.
+    bool rawExec(const QByteArray& sql) const;
     // Returns the new MessageID.
     long long message(const database::MessageRow& message);
 
