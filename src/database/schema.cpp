@@ -298,14 +298,4 @@ void createSchema(dao::Database& db, SchemaRelease release)
         createCaseBlindIndexes(db);
 }
 
-void createPresentSchema(dao::Database& db)
-{
-    createSchema(db, SchemaRelease::Present);
-}
-
-void createOlderRelease(dao::Database& db)
-{
-    createSchema(db, SchemaRelease::Older);
-}
-
 } // namespace database

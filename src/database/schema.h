@@ -19,11 +19,9 @@ enum class SchemaRelease
     Older
 };
 
-// Every table with its keys and indexes, as the present release has them.
-void createPresentSchema(dao::Database& db);
-// The same tables without the columns the client's upgrade adds, and with the
-// old `TrackeeLastUpdate` column in EmployeeStatusTracking and MessagesTable.
-void createOlderRelease(dao::Database& db);
+// Every table with its keys and indexes, as the release has them: the older one
+// lacks the columns the client's upgrade adds, and has the old
+// `TrackeeLastUpdate` column in EmployeeStatusTracking and MessagesTable.
 void createSchema(dao::Database& db, SchemaRelease release);
 
 // The indexes on the case fold of the columns a person is looked up by with

@@ -45,11 +45,6 @@ bool Trap::operator()(const std::function<void()>& statement)
     return false;
 }
 
-bool Trap::exited() const
-{
-    return m_exited;
-}
-
 QString errorHead(const QString& procedure)
 {
     return errorbox::general(procedure, errorbox::StrBlank);

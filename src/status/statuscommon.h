@@ -31,7 +31,6 @@ public:
 
     // False when the procedure is to end (now or earlier).
     bool operator()(const std::function<void()>& statement);
-    bool exited() const;
 
 private:
     Handler m_handler;
