@@ -331,7 +331,7 @@ public:
     void m_frmSysTray_SysTrayDoubleClick(Qt::MouseButton button);
     void m_frmSysTray_SysTrayMouseDown(Qt::MouseButton button);
     void m_frmSysTray_MenuClick(int index, const QString& key);
-    // Load step 7 (frmmain_instance.cpp): true when another copy for this person
+    // At Load (frmmain_instance.cpp): true when another copy for this person
     // runs; it was raised, and this one is leaving.
     bool fnRaiseOtherCopy();
 

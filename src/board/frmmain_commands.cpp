@@ -272,8 +272,8 @@ void frmMain::subCommand_QUIL()
 {
 }
 
-// The Options screen comes with its own issue: the tray icon taken down, the
-// screen shown modally, then the tray set up again and the board refreshed.
+// The Options screen is not part of this build yet; once it is: the tray icon
+// taken down, the screen shown modally, then the tray set up again and the board refreshed.
 void frmMain::subCommand_Options()
 {
 }

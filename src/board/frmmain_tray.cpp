@@ -111,7 +111,7 @@ void frmMain::subTaskBarSysTrayActivation()
 {
 }
 
-// Without a tray object the tip goes nowhere, as the description's ignored error has it.
+// Without a tray object the tip goes nowhere: that failure is ignored.
 void frmMain::setTrayTip(const QString& tip)
 {
     if (m_frmSysTray) {

@@ -63,7 +63,7 @@ bool stepTest(const std::function<bool()>& test)
     return result;
 }
 
-// Step 6 of the poll: the system's security level again, and the toolbar rights by it.
+// After a rise of the security counter: the system's security level again, and the toolbar rights by it.
 void rereadSecurityLevel(std::unique_ptr<dao::Recordset>& rs)
 {
     step([&] {
