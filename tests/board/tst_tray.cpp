@@ -188,61 +188,6 @@ private slots:
         QCOMPARE(board.field(QStringLiteral("ActiveFlag")), QStringLiteral("No"));
     }
 
-    void sysTrayRecord_data()
-    {
-        QTest::addColumn<int>("osMajor");
-        QTest::addColumn<int>("tipLength");
-        QTest::newRow("new layout") << 10 << 128;
-        QTest::newRow("old layout") << 4 << 64;
-    }
-
-    // The layout decides the tip's length; the default entry is the bold one.
-    void sysTrayRecord()
-    {
-        QFETCH(int, osMajor);
-        QFETCH(int, tipLength);
-        TestGateways gw;
-        gw.identity().osMajor = osMajor;
-        frmSysTray sysTray;
-        sysTray.setToolTip(QString(300, u'x'));
-        QCOMPARE(sysTray.ToolTip().size(), tipLength);
-
-        sysTray.AddMenuItem(QStringLiteral("A"), QStringLiteral("a"));
-        sysTray.AddMenuItem(QStringLiteral("B"), QStringLiteral("b"), true);
-        sysTray.AddMenuItem(QStringLiteral("C"), QStringLiteral("c"));
-        QVERIFY(!sysTray.mnuSysTray()[0]->font().bold());
-        QVERIFY(sysTray.mnuSysTray()[1]->font().bold());
-        QSignalSpy clicked(&sysTray, &frmSysTray::MenuClick);
-        sysTray.mnuSysTray()[2]->trigger();
-        QCOMPARE(clicked.value(0), QVariantList({2, QStringLiteral("c")}));
-    }
-
-    // Every status family and each toolbar picture is drawn at both sizes, and no
-    // two of them look alike.
-    void pictures()
-    {
-        QList<QImage> seen;
-        const auto add = [&](const QIcon& icon, QList<int> sizes = {16, 32}) {
-            QVERIFY(!icon.isNull());
-            for (int size : sizes) {
-                const QImage image = imageOf(icon, size);
-                QCOMPARE(image.size(), QSize(size, size));
-                QVERIFY(!seen.contains(image));
-                seen << image;
-            }
-        };
-        for (long long code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}) {
-            add(statusIcon(code));
-        }
-        for (int position = 1; position <= 14; ++position) {
-            add(toolbarIcon(position, true));
-        }
-        add(headerIcon(QStringLiteral("ArrowUp")), {16});
-        add(headerIcon(QStringLiteral("ArrowDown")), {16});
-        QCOMPARE(headerIcon(QStringLiteral("ArrowClear")).availableSizes(), QList<QSize>({QSize(16, 16)}));
-        QVERIFY(toolbarIcon(15, true).isNull());
-    }
-
     // The first copy for a person listens and comes to the front when asked; a
     // later copy for the same person asks and leaves; another person goes on.
     void oneBoardPerPerson()
@@ -354,32 +299,6 @@ private slots:
         ::waitpid(child, nullptr, 0);
         QVERIFY(first);
         QVERIFY(board.isListening());
-    }
-
-    void serverNames_data()
-    {
-        QTest::addColumn<QString>("a");
-        QTest::addColumn<QString>("b");
-        QTest::newRow("blank and underscore") << "Ann Lee"
-                                              << "Ann_Lee";
-        QTest::newRow("case") << "ann lee"
-                              << "Ann Lee";
-        QTest::newRow("long names alike at the start") << QString(60, u'A') + "1" << QString(60, u'A') + "2";
-        QTest::newRow("slashes and accents") << "R/D Zoë"
-                                             << "R_D Zoe";
-    }
-
-    // Names that differ get sockets that differ, each safe for a socket's name.
-    void serverNames()
-    {
-        QFETCH(QString, a);
-        QFETCH(QString, b);
-        const QString site = QStringLiteral("/srv/veskor/");
-        const QString nameA = SingleInstance::serverName(QStringLiteral("jo"), site, a);
-        QVERIFY(nameA != SingleInstance::serverName(QStringLiteral("jo"), site, b));
-        QVERIFY(nameA != SingleInstance::serverName(QStringLiteral("jo"), QStringLiteral("/srv/other/"), a));
-        QVERIFY(nameA.size() < 80);
-        QVERIFY(QRegularExpression(QStringLiteral("^[A-Za-z0-9._-]+$")).match(nameA).hasMatch());
     }
 };
 

@@ -52,16 +52,6 @@ private slots:
         QCOMPARE(dateFromDateTimeNum(number), when);
     }
 
-    void dateTimeNum_everySecondOfADayRoundTrips()
-    {
-        const QDateTime start(QDate(2026, 3, 1), QTime(0, 0));
-        for (int s = 0; s < 86400; s += 7) {
-            const QDateTime t = start.addSecs(s);
-            if (dateFromDateTimeNum(DateTimeNum(t)) != t)
-                QFAIL(qPrintable(t.toString(Qt::ISODate)));
-        }
-    }
-
     void format_data()
     {
         QTest::addColumn<QString>("locale");
@@ -103,22 +93,6 @@ private slots:
         QFETCH(QString, expected);
         QLocale::setDefault(QLocale(locale));
         QCOMPARE(Format(when, form), expected);
-    }
-
-    // VB's Now has whole seconds, Timer the fractions; Sleep goes to the clock.
-    void nowTimerAndSleepUseTheInstalledClock()
-    {
-        auto fake = std::make_unique<FakeClock>(QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0, 250)));
-        FakeClock& clock = *fake;
-        setClock(std::move(fake));
-        QCOMPARE(Now(), QDateTime(QDate(2026, 11, 22), QTime(9, 30, 0)));
-        QCOMPARE(Timer(), 9 * 3600 + 30 * 60 + 0.25);
-        Sleep(2000);
-        Sleep(-5);
-        QCOMPARE(clock.sleptMs(), 2000);
-        QCOMPARE(Now(), QDateTime(QDate(2026, 11, 22), QTime(9, 30, 2)));
-        setClock(nullptr);
-        QVERIFY(qAbs(Now().secsTo(QDateTime::currentDateTime())) <= 2);
     }
 };
 

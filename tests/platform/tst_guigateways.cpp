@@ -1,17 +1,12 @@
-// The client's gateways driven offscreen: real QMessageBoxes looked at and
-// answered from a timer, and the Qt shell with the desktop's URL handlers
-// replaced by this test.
+// The client's message boxes driven offscreen: real QMessageBoxes looked at and
+// answered from a timer.
 
 #include "platform/gui/qtmessageboxes.h"
-#include "platform/gui/qtshell.h"
 
 #include <QApplication>
-#include <QDesktopServices>
-#include <QFile>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -59,29 +54,9 @@ class TestGuiGateways : public QObject
 {
     Q_OBJECT
 
-    QList<QUrl> m_opened;
-    QTemporaryDir m_dir;
-
-public slots:
-    void openedUrl(const QUrl& url)
-    {
-        m_opened.append(url);
-    }
-
 private slots:
-    void initTestCase()
-    {
-        QDesktopServices::setUrlHandler(QStringLiteral("mailto"), this, "openedUrl");
-        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "openedUrl");
-    }
-    void cleanupTestCase()
-    {
-        QDesktopServices::unsetUrlHandler(QStringLiteral("mailto"));
-        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    }
     void init()
     {
-        m_opened.clear();
         setAppTitle(QString());
     }
 
@@ -173,31 +148,6 @@ private slots:
         QCOMPARE(text, QStringLiteral("P:\\veskor.mdb\nis not a <b>database</b>.\nPress OK\nto exit."));
         QCOMPARE(format, Qt::PlainText);
         QCOMPARE(title, QStringLiteral(" VESK-OR Pro "));
-    }
-
-    // Mail and files go to the desktop's handlers; help needs its file, a program
-    // its executable, a sound its wave file.
-    void desktopShell()
-    {
-        QtShell shell;
-        QVERIFY(shell.openUrl(QStringLiteral("mailto:help@example.org?subject=Error 3050&body=Hello there")));
-        QVERIFY(shell.openUrl(QStringLiteral("/srv/veskor/photos/jo.jpg")));
-        const QString help = m_dir.filePath(QStringLiteral("user.chm"));
-        QVERIFY(!shell.showHelp(help, 0));
-        QFile f(help);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.close();
-        QVERIFY(shell.showHelp(help, 1010));
-        QCOMPARE(m_opened.size(), 3);
-        QCOMPARE(m_opened[0].scheme(), QStringLiteral("mailto"));
-        QCOMPARE(m_opened[0].path(), QStringLiteral("help@example.org"));
-        QVERIFY(m_opened[0].query(QUrl::FullyDecoded).contains(QStringLiteral("body=Hello there")));
-        QCOMPARE(m_opened[1], QUrl::fromLocalFile(QStringLiteral("/srv/veskor/photos/jo.jpg")));
-        QCOMPARE(m_opened[2], QUrl::fromLocalFile(help));
-
-        QVERIFY(shell.startProgram(QStringLiteral("/bin/true"), {QStringLiteral("-UID:jo")}));
-        QVERIFY(!shell.startProgram(m_dir.filePath(QStringLiteral("inicheck.exe")), {}));
-        QVERIFY(!shell.playSound(m_dir.filePath(QStringLiteral("missing.wav"))));
     }
 };
 

@@ -140,20 +140,6 @@ private slots:
         QCOMPARE(readFile(path), after);
     }
 
-    // A value with quotes and "=" reads back as written, and the rest of the file stays readable.
-    void write_roundTrip()
-    {
-        const QString path = writeFile(QStringLiteral("round.ini"), sample);
-        const QString value = QStringLiteral("Zoë's \"folder\" = here");
-        QVERIFY(WritePrivateProfileString(QStringLiteral("spaced section"), QStringLiteral("Unicode"), value, path));
-        const auto get = [&](const char* s, const char* k) {
-            return GetPrivateProfileString(QLatin1String(s), QLatin1String(k), QStringLiteral("?"), 200, path);
-        };
-        QCOMPARE(get("Spaced Section", "Unicode"), value);
-        QCOMPARE(get("spaced section", "Quoted"), QStringLiteral("  kept blanks  "));
-        QCOMPARE(get("ForceShutDown", "ForceShutDown"), QStringLiteral("TRUE"));
-    }
-
     void missingFileGivesTheDefaultAndAMissingFolderFails()
     {
         QCOMPARE(GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QStringLiteral("d"),

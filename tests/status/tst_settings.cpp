@@ -26,134 +26,127 @@ class TstSettings : public QObject
     Q_OBJECT
 
 private slots:
-    void readOptions_data();
-    void readOptions();
-    void readUserSettings_data();
-    void readUserSettings();
-    void saveThenReadKeepsTheLayout();
-    void remoteConnectionSavesNothing();
+    void readOptions_data()
+    {
+        QTest::addColumn<QStringList>("allowAndOverride");
+        QTest::addColumn<bool>("alertsOn");
+        QTest::addColumn<QString>("level");
+        QTest::newRow("override turns alerts on") << QStringList{"False", "True"} << true << "HIGH";
+        QTest::newRow("override off keeps them on") << QStringList{"True", "False"} << true << "MEDIUM";
+        QTest::newRow("both off") << QStringList{"False", "False"} << false << "LOW";
+    }
+
+    // UpdateStatusOnLock is read under a name no table has, so it stays False.
+    void readOptions()
+    {
+        QFETCH(QStringList, allowAndOverride);
+        QFETCH(bool, alertsOn);
+        QFETCH(QString, level);
+        StatusFixture f;
+        const QString number = QString::number(QStringList{"LOW", "MEDIUM", "HIGH"}.indexOf(level));
+        f.site.setting("AllowStatusAlerts", allowAndOverride[0])
+            .setting("SystemSecurityLevel", number)
+            .setting("UpdateStatusOnLock", "True")
+            .setting("TransactionLogFlag", "True");
+        setPersonField(f, "StatusAlertsOverride", allowAndOverride[1]);
+        gblnTransactionLog = false;
+
+        subReadOptions();
+
+        QCOMPARE(gblnAllowStatusAlerts, alertsOn);
+        QCOMPARE(f.board.panelToolTip(4), "System Security is " + level);
+        QVERIFY(!gblnUpdateStatusOnLock);
+        QVERIFY(gblnTransactionLog);
+    }
+
+    void readUserSettings_data()
+    {
+        QTest::addColumn<QString>("refreshRate");
+        QTest::addColumn<QString>("defaultGroup");
+        QTest::addColumn<long long>("rate");
+        QTest::addColumn<QString>("group");
+        QTest::newRow("rate null, group exists") << "Null"
+                                                 << "\"Sales\"" << 5LL << "Sales";
+        QTest::newRow("rate set, group deleted") << "7"
+                                                 << "\"Gone\"" << 7LL << "Everyone";
+    }
+
+    // A null rate is 5 minutes, a null boolean False, a group that has gone
+    // "Everyone"; the screen place is read only where one was saved.
+    void readUserSettings()
+    {
+        QFETCH(QString, refreshRate);
+        QFETCH(QString, defaultGroup);
+        QFETCH(long long, rate);
+        QFETCH(QString, group);
+        StatusFixture f;
+        f.site.group("Sales");
+        setPersonField(f, "RefreshRate", refreshRate);
+        setPersonField(f, "DefaultGroup", defaultGroup);
+        setPersonField(f, "AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel", "1");
+        gblnAutoLogIn = true;
+
+        subReadUserSettings(QStringLiteral("Ann Lee"));
+
+        QCOMPARE(gintRefreshRate, rate);
+        QCOMPARE((QStringList{gstrCurrentGroup, gstrDefaultGroup}), (QStringList{group, group}));
+        QVERIFY(!gblnAutoLogIn);
+        QVERIFY(!glngScreenTop.has_value());
+        QCOMPARE(f.board.normalGeometry().left(), 40);
+        QCOMPARE(f.board.panelToolTip(5), QStringLiteral("User Security is MEDIUM"));
+        QCOMPARE(f.gw.boxes().count(), 0);
+    }
+
+    // Every layout value comes back from a save and a read. An extra column's layout
+    // is kept under its "New_" name; the lower splitter only while messaging or
+    // status alerts are on.
+    void saveThenReadKeepsTheLayout()
+    {
+        StatusFixture f;
+        f.site.column("New_Mobile").group("Sales");
+        f.board.columns = {{"Status", 1, 900}, {"Name", 2, 2000}, {"Mobile", 3, 1200}};
+        f.board.setNormalGeometry(QRect(30, 20, 640, 480));
+        gstrCurrentGroup = QStringLiteral("Sales");
+        gstrSortColumnName = QStringLiteral("Phone");
+        gintSortOrder = 1;
+        gintSortKey = 2;
+        gintMinimizeSetting = 2;
+        gblnMinimizeOnClose = true;
+        gvarDisplayTreeView = 0;
+        gintIconSize = 1;
+        gintToolBarText = 1;
+        gblnPhotoSizeToFit = true;
+        glngSplitterVertical = 2222;
+        glngSplitterHorizontal = 3333;
+        gblnAllowMessaging = gblnAllowStatusAlerts = false;
+        const QList<long long> saved = layoutValues();
+
+        subSaveUserSettings(QStringLiteral("Ann Lee"));
+
+        QCOMPARE(f.row("SELECT NameColumnOrder, NameColumnWidth, New_MobileColumnOrder, New_MobileColumnWidth,"
+                       " SplitterPositionHorizontal FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""),
+                 (QStringList{"2", "2000", "3", "1200", "1575"}));
+        resetRunWide();
+        f.board.setNormalGeometry(QRect());
+        gstrCurrentDatabasePath = f.site.path();
+        gblnDatabaseClosed = true;
+        subReadUserSettings(QStringLiteral("Ann Lee"));
+        QCOMPARE(layoutValues(), saved);
+        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(gstrSortColumnName, QStringLiteral("Phone"));
+        QCOMPARE(f.board.normalGeometry(), QRect(30, 20, 640, 480));
+    }
+
+    void remoteConnectionSavesNothing()
+    {
+        StatusFixture f;
+        f.board.setNormalGeometry(QRect(30, 20, 640, 480));
+        gblnRemoteConnection = true;
+        const QStringList before = f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
+        subSaveUserSettings(QStringLiteral("Ann Lee"));
+        QCOMPARE(f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""), before);
+    }
 };
-
-void TstSettings::readOptions_data()
-{
-    QTest::addColumn<QStringList>("allowAndOverride");
-    QTest::addColumn<bool>("alertsOn");
-    QTest::addColumn<QString>("level");
-    QTest::newRow("override turns alerts on") << QStringList{"False", "True"} << true << "HIGH";
-    QTest::newRow("override off keeps them on") << QStringList{"True", "False"} << true << "MEDIUM";
-    QTest::newRow("both off") << QStringList{"False", "False"} << false << "LOW";
-}
-
-// UpdateStatusOnLock is read under a name no table has, so it stays False.
-void TstSettings::readOptions()
-{
-    QFETCH(QStringList, allowAndOverride);
-    QFETCH(bool, alertsOn);
-    QFETCH(QString, level);
-    StatusFixture f;
-    const QString number = QString::number(QStringList{"LOW", "MEDIUM", "HIGH"}.indexOf(level));
-    f.site.setting("AllowStatusAlerts", allowAndOverride[0])
-        .setting("SystemSecurityLevel", number)
-        .setting("UpdateStatusOnLock", "True")
-        .setting("TransactionLogFlag", "True");
-    setPersonField(f, "StatusAlertsOverride", allowAndOverride[1]);
-    gblnTransactionLog = false;
-
-    subReadOptions();
-
-    QCOMPARE(gblnAllowStatusAlerts, alertsOn);
-    QCOMPARE(f.board.panelToolTip(4), "System Security is " + level);
-    QVERIFY(!gblnUpdateStatusOnLock);
-    QVERIFY(gblnTransactionLog);
-}
-
-void TstSettings::readUserSettings_data()
-{
-    QTest::addColumn<QString>("refreshRate");
-    QTest::addColumn<QString>("defaultGroup");
-    QTest::addColumn<long long>("rate");
-    QTest::addColumn<QString>("group");
-    QTest::newRow("rate null, group exists") << "Null"
-                                             << "\"Sales\"" << 5LL << "Sales";
-    QTest::newRow("rate set, group deleted") << "7"
-                                             << "\"Gone\"" << 7LL << "Everyone";
-}
-
-// A null rate is 5 minutes, a null boolean False, a group that has gone
-// "Everyone"; the screen place is read only where one was saved.
-void TstSettings::readUserSettings()
-{
-    QFETCH(QString, refreshRate);
-    QFETCH(QString, defaultGroup);
-    QFETCH(long long, rate);
-    QFETCH(QString, group);
-    StatusFixture f;
-    f.site.group("Sales");
-    setPersonField(f, "RefreshRate", refreshRate);
-    setPersonField(f, "DefaultGroup", defaultGroup);
-    setPersonField(f, "AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel", "1");
-    gblnAutoLogIn = true;
-
-    subReadUserSettings(QStringLiteral("Ann Lee"));
-
-    QCOMPARE(gintRefreshRate, rate);
-    QCOMPARE((QStringList{gstrCurrentGroup, gstrDefaultGroup}), (QStringList{group, group}));
-    QVERIFY(!gblnAutoLogIn);
-    QVERIFY(!glngScreenTop.has_value());
-    QCOMPARE(f.board.normalGeometry().left(), 40);
-    QCOMPARE(f.board.panelToolTip(5), QStringLiteral("User Security is MEDIUM"));
-    QCOMPARE(f.gw.boxes().count(), 0);
-}
-
-// Every layout value comes back from a save and a read. An extra column's layout
-// is kept under its "New_" name; the lower splitter only while messaging or
-// status alerts are on.
-void TstSettings::saveThenReadKeepsTheLayout()
-{
-    StatusFixture f;
-    f.site.column("New_Mobile").group("Sales");
-    f.board.columns = {{"Status", 1, 900}, {"Name", 2, 2000}, {"Mobile", 3, 1200}};
-    f.board.setNormalGeometry(QRect(30, 20, 640, 480));
-    gstrCurrentGroup = QStringLiteral("Sales");
-    gstrSortColumnName = QStringLiteral("Phone");
-    gintSortOrder = 1;
-    gintSortKey = 2;
-    gintMinimizeSetting = 2;
-    gblnMinimizeOnClose = true;
-    gvarDisplayTreeView = 0;
-    gintIconSize = 1;
-    gintToolBarText = 1;
-    gblnPhotoSizeToFit = true;
-    glngSplitterVertical = 2222;
-    glngSplitterHorizontal = 3333;
-    gblnAllowMessaging = gblnAllowStatusAlerts = false;
-    const QList<long long> saved = layoutValues();
-
-    subSaveUserSettings(QStringLiteral("Ann Lee"));
-
-    QCOMPARE(f.row("SELECT NameColumnOrder, NameColumnWidth, New_MobileColumnOrder, New_MobileColumnWidth,"
-                   " SplitterPositionHorizontal FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""),
-             (QStringList{"2", "2000", "3", "1200", "1575"}));
-    resetRunWide();
-    f.board.setNormalGeometry(QRect());
-    gstrCurrentDatabasePath = f.site.path();
-    gblnDatabaseClosed = true;
-    subReadUserSettings(QStringLiteral("Ann Lee"));
-    QCOMPARE(layoutValues(), saved);
-    QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
-    QCOMPARE(gstrSortColumnName, QStringLiteral("Phone"));
-    QCOMPARE(f.board.normalGeometry(), QRect(30, 20, 640, 480));
-}
-
-void TstSettings::remoteConnectionSavesNothing()
-{
-    StatusFixture f;
-    f.board.setNormalGeometry(QRect(30, 20, 640, 480));
-    gblnRemoteConnection = true;
-    const QStringList before = f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
-    subSaveUserSettings(QStringLiteral("Ann Lee"));
-    QCOMPARE(f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""), before);
-}
 
 QTEST_GUILESS_MAIN(TstSettings)
 #include "tst_settings.moc"

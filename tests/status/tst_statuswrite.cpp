@@ -49,398 +49,369 @@ class TstStatusWrite : public QObject
     Q_OBJECT
 
 private slots:
-    void whoseRowIsWritten_data();
-    void whoseRowIsWritten();
-    void wordCodeAndComments_data();
-    void wordCodeAndComments();
-    void nameMatchesOnlyItself_data();
-    void nameMatchesOnlyItself();
-    void mirrorAndSuppressedLog();
-    void groupWriteOnReadOnlyFileAsksRetryOrCancel();
-    void activeFlagWritesAndReads();
-    void logColumns_data();
-    void logColumns();
-    void thirdLogFailureOfTheRunIsReported();
-    void writeOrder_data();
-    void writeOrder();
-    void failedPartLeavesNothing_data();
-    void failedPartLeavesNothing();
-    void changeWaitsOutAnotherClientsLock_data();
-    void changeWaitsOutAnotherClientsLock();
-};
-
-void TstStatusWrite::whoseRowIsWritten_data()
-{
-    QTest::addColumn<Route>("r");
-    const QStringList all = {"Ann Lee", "Bob Ray", "Cy Dee"};
-    QTest::newRow("empty list") << Route{{}, {}, -1, true, {"Ann Lee"}};
-    QTest::newRow("focus not selected") << Route{all, {}, 1, true, {"Ann Lee"}};
-    QTest::newRow("own row, button off") << Route{all, {0}, 0, false, {"Ann Lee"}};
-    QTest::newRow("another's row, button off") << Route{all, {1}, 1, false, {}};
-    QTest::newRow("several rows, button on") << Route{all, {1, 2}, 1, true, {"Bob Ray", "Cy Dee"}};
-}
-
-// The single path and the group path each raise the counter once; the group
-// path logs a row per person with the changer's due-back and comment.
-void TstStatusWrite::whoseRowIsWritten()
-{
-    QFETCH(Route, r);
-    StatusFixture f;
-    f.board.names = r.names;
-    f.board.selected = r.selected;
-    f.board.current = r.current;
-    f.board.groupButton = r.groupButton;
-    gstrDueBack = QStringLiteral("3pm");
-    gstrComment = QStringLiteral("Dentist");
-    const long long before = f.counter();
-    f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
-
-    subSetStatus(QStringLiteral("Busy"));
-
-    for (const QString name : {"Ann Lee", "Bob Ray", "Cy Dee"}) {
-        QCOMPARE(f.statusOf(name) == QLatin1String("Busy"), r.written.contains(name));
+    void whoseRowIsWritten_data()
+    {
+        QTest::addColumn<Route>("r");
+        const QStringList all = {"Ann Lee", "Bob Ray", "Cy Dee"};
+        QTest::newRow("empty list") << Route{{}, {}, -1, true, {"Ann Lee"}};
+        QTest::newRow("focus not selected") << Route{all, {}, 1, true, {"Ann Lee"}};
+        QTest::newRow("own row, button off") << Route{all, {0}, 0, false, {"Ann Lee"}};
+        QTest::newRow("another's row, button off") << Route{all, {1}, 1, false, {}};
+        QTest::newRow("several rows, button on") << Route{all, {1, 2}, 1, true, {"Bob Ray", "Cy Dee"}};
     }
-    QCOMPARE(f.gw.boxes().prompts(), r.written.isEmpty() ? QStringList{kOwnOnly} : QStringList());
-    QCOMPARE(f.counter(), before + (r.written.isEmpty() ? 0 : 1));
-    QCOMPARE(f.logRows(), r.written.size());
-    for (const QString& name : r.written) {
-        QCOMPARE(f.row("SELECT Name, Status, DueBack, Comments, LastModified FROM TransactionLogTable WHERE Name = " +
-                       dao::quote(name)),
-                 (QStringList{name, "Busy", "3pm", "Dentist", kStamp}));
-        QCOMPARE(f.value("SELECT LastModified FROM EmployeeTable WHERE Name = " + dao::quote(name)), kStamp);
-    }
-}
 
-void TstStatusWrite::wordCodeAndComments_data()
-{
-    QTest::addColumn<Word>("w");
-    QTest::newRow("known word") << Word{"Busy", true, "2", "Busy", false};
-    QTest::newRow("other case") << Word{"bUSY", true, "2", "bUSY", false};
-    QTest::newRow("typed by hand") << Word{"Gone fishing", true, "4", "Out", false};
-    QTest::newRow("In, auto clear") << Word{"In", true, "3", "In", true};
-    QTest::newRow("in, auto clear") << Word{"in", true, "3", "in", false};
-    QTest::newRow("In, no auto clear") << Word{"In", false, "3", "In", false};
-}
+    // The single path and the group path each raise the counter once; the group
+    // path logs a row per person with the changer's due-back and comment.
+    void whoseRowIsWritten()
+    {
+        QFETCH(Route, r);
+        StatusFixture f;
+        f.board.names = r.names;
+        f.board.selected = r.selected;
+        f.board.current = r.current;
+        f.board.groupButton = r.groupButton;
+        gstrDueBack = QStringLiteral("3pm");
+        gstrComment = QStringLiteral("Dentist");
+        const long long before = f.counter();
+        f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
 
-// The code comes from StatusTypesTable without regard to case, a word with no row
-// gets 4 and the caption keeps the old word; only "In" exactly clears comments.
-void TstStatusWrite::wordCodeAndComments()
-{
-    QFETCH(Word, w);
-    StatusFixture f;
-    f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
-    f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
-    gblnAutoClearComments = w.autoClear;
-    gstrDueBack = QStringLiteral("Tomorrow");
-    gstrComment = QStringLiteral("Dentist");
-
-    subSetStatus(w.word);
-
-    const QStringList comments = w.cleared ? QStringList{"", ""} : QStringList{"Tomorrow", "Dentist"};
-    QCOMPARE(f.row("SELECT Status, StatusCode, DueBack, Comments FROM EmployeeTable WHERE Name = \"Ann Lee\""),
-             QStringList({w.word, w.code}) + comments);
-    QCOMPARE((QStringList{gstrDueBack, gstrComment}), comments);
-    QCOMPARE(f.board.caption(), " VESK-OR Pro  - [Ann Lee] '" + w.caption + "'");
-    QCOMPARE(f.board.trayTip(), " VESK-OR Pro  [Ann Lee] '" + w.word + "'");
-}
-
-void TstStatusWrite::nameMatchesOnlyItself_data()
-{
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<bool>("hasRow");
-    QTest::newRow("wildcard name with its row") << "A*" << true;
-    QTest::newRow("wildcard name without a row") << "A*" << false;
-    QTest::newRow("unknown name") << "Nobody" << false;
-}
-
-// A LIKE wildcard in the name matches only itself; with no row the mirror, the
-// counter and the log are written all the same.
-void TstStatusWrite::nameMatchesOnlyItself()
-{
-    QFETCH(QString, user);
-    QFETCH(bool, hasRow);
-    StatusFixture f;
-    if (hasRow) {
-        f.site.person(user);
-    }
-    f.site.tracking("Bob Ray", user);
-    gstrDefaultUser = user;
-    const long long before = f.counter();
-
-    subSetStatus(QStringLiteral("Busy"));
-
-    QCOMPARE(f.statusOf("Ann Lee"), QString());
-    QCOMPARE(f.statusOf(user), hasRow ? QStringLiteral("Busy") : QString());
-    QCOMPARE(f.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), QStringLiteral("Busy"));
-    QCOMPARE(f.counter(), before + 1);
-    QCOMPARE(f.value("SELECT Name FROM TransactionLogTable"), user);
-}
-
-// Every tracker sees the status and its moment, written with a point where the
-// locale has a decimal comma. After the screen saver's mark one write goes unlogged.
-void TstStatusWrite::mirrorAndSuppressedLog()
-{
-    StatusFixture f;
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
-    gblnSuppressNextLog = true;
-
-    subSetStatus(QStringLiteral("At Lunch"));
-
-    auto rs = f.site.openDb()->OpenRecordset("SELECT TrackeeStatus, TrackeeLastUpdated FROM EmployeeStatusTracking"
-                                             " ORDER BY Tracker DESC",
-                                             dao::dbOpenSnapshot);
-    QCOMPARE(rs->Fields(0).Text(), QStringLiteral("At Lunch"));
-    QCOMPARE(rs->Fields(1).Value().toDouble(), kNow);
-    rs->MoveNext();
-    QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
-    QCOMPARE(f.logRows(), 0);
-    QVERIFY(!gblnSuppressNextLog);
-    subSetStatus(QStringLiteral("Busy"));
-    QCOMPARE(f.logRows(), 1);
-}
-
-// Retry tries the edit again; Cancel leaves with nothing written or counted.
-void TstStatusWrite::groupWriteOnReadOnlyFileAsksRetryOrCancel()
-{
-    StatusFixture f;
-    f.board.names = {"Ann Lee", "Bob Ray", "Cy Dee"};
-    f.board.selected = {1, 2};
-    f.board.current = 1;
-    f.board.groupButton = true;
-    gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
-    gblnDatabaseClosed = false;
-    const long long before = f.counter();
-    f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
-
-    subSetStatus(QStringLiteral("Busy"));
-
-    const QList<ShownBox> boxes = f.gw.boxes().shown();
-    QCOMPARE(boxes.size(), 4);
-    QVERIFY(boxes[0].prompt.startsWith("Error ( 3027 ) in modUser - subUpdateSelectedUsersRecords event\r"));
-    QCOMPARE(boxes[0].title, QStringLiteral(" VESK-OR Pro  - Set Status Error"));
-    QCOMPARE(boxes[1].flags, vbRetryCancel + vbQuestion);
-    QVERIFY(boxes[1].prompt.startsWith(boxes[0].prompt + "\rUnable to update your status at present. Probable"));
-    QVERIFY(boxes[1].prompt.endsWith("press Retry to continue or Cancel to abort the status change."));
-    QCOMPARE(f.statusOf("Bob Ray"), QString());
-    QCOMPARE(f.counter(), before);
-    QCOMPARE(f.logRows(), 0);
-}
-
-// The flag is written and DueBack and Comments read; nothing is counted or logged.
-void TstStatusWrite::activeFlagWritesAndReads()
-{
-    StatusFixture f;
-    f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
-    const long long before = f.counter();
-    subSetActiveFlag(QStringLiteral("No"));
-    QCOMPARE(f.value("SELECT ActiveFlag FROM EmployeeTable WHERE Name = \"Ann Lee\""), QStringLiteral("No"));
-    QCOMPARE((QStringList{gstrDueBack, gstrComment}), (QStringList{"Tomorrow", "Dentist"}));
-    QCOMPARE(f.counter(), before);
-    QCOMPARE(f.logRows(), 0);
-}
-
-void TstStatusWrite::logColumns_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QLocale>("locale");
-    QTest::addColumn<QStringList>("logged"); // Name, LogDateTime; {} for no row
-    const QLocale us(QLocale::English, QLocale::UnitedStates);
-    QTest::newRow("empty name") << "" << us << QStringList{"Ann Lee", "46348.3958333333"};
-    QTest::newRow("given name") << "Bob Ray" << us << QStringList{"Bob Ray", "46348.3958333333"};
-    QTest::newRow("comma kept") << "" << QLocale(QLocale::German) << QStringList{"Ann Lee", "46348,3958333333"};
-    QTest::newRow("log off") << "" << us << QStringList();
-}
-
-void TstStatusWrite::logColumns()
-{
-    QFETCH(QString, name);
-    QFETCH(QLocale, locale);
-    QFETCH(QStringList, logged);
-    StatusFixture f;
-    QLocale::setDefault(locale);
-    gblnTransactionLog = !logged.isEmpty();
-
-    subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
-
-    const QStringList row = f.row("SELECT * FROM TransactionLogTable");
-    if (logged.isEmpty()) {
-        QVERIFY(row.isEmpty() && !gdbDatabase); // not even opened
-        return;
-    }
-    QCOMPARE(row,
-             (QStringList{logged[0], "Busy", "3pm", "Say \"hi\"", kStamp, "alee", logged[1], "DESK-07", "10.0.0.5"}));
-}
-
-// Three changes each fail once and succeed on the retry, but the third failure
-// of the run is reported and loses its row. A timer that runs between the tries
-// leaves another statement in gstrSQL: the retry still writes its own row. A
-// lasting failure then gives up after bounded, pausing retries, with no second
-// message.
-void TstStatusWrite::thirdLogFailureOfTheRunIsReported()
-{
-    StatusFixture f;
-    f.gw.boxes().answer(vbOK);
-    for (int change = 1; change <= 3; ++change) {
-        renameTable(f.site, "TransactionLogTable", "LogAway");
-        QTimer::singleShot(0, [&] {
-            renameTable(f.site, "LogAway", "TransactionLogTable");
-            gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
-        });
-        subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
-        QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
-        QCoreApplication::processEvents();
-    }
-    QCOMPARE(f.logRows(), 2);
-    const ShownBox box = f.gw.boxes().last();
-    QCOMPARE(box.title, QStringLiteral("VESK-OR - Repair/Compacting Error"));
-    QCOMPARE(box.flags, vbOKOnly + vbExclamation);
-    QVERIFY(box.prompt.startsWith("Cannot complete the current operation due to the following error: ( 3078 ) \r"));
-    QVERIFY(box.prompt.endsWith("\r\rPossible causes:\rSomeone was updating their status at the exact moment you "
-                                "selected OK.\rSomeone has the database open using MS Access.\r\r ) in modUser - "
-                                "subUpdateTransactionLog event"));
-
-    renameTable(f.site, "TransactionLogTable", "LogAway");
-    subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
-    QCOMPARE(f.gw.boxes().count(), 1);
-    QVERIFY(f.gw.clock().sleptMs() > 0);
-}
-
-// Triggers record each write as it lands: the row before its mirror before its
-// log row; the counter after the row for one's own change, once at the end of a
-// group change.
-void TstStatusWrite::writeOrder_data()
-{
-    QTest::addColumn<QList<int>>("selected");
-    QTest::addColumn<QStringList>("writes");
-    QTest::newRow("own") << QList<int>{0} << QStringList{"row Ann Lee", "mirror Ann Lee", "counter", "log Ann Lee"};
-    QTest::newRow("group") << QList<int>{1, 2}
-                           << QStringList{"row Bob Ray",   "mirror Bob Ray", "log Bob Ray", "row Cy Dee",
-                                          "mirror Cy Dee", "log Cy Dee",     "counter"};
-}
-
-void TstStatusWrite::writeOrder()
-{
-    QFETCH(QList<int>, selected);
-    QFETCH(QStringList, writes);
-    StatusFixture f;
-    const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
-    for (const QString& name : people)
-        f.site.tracking("Ann Lee", name);
-    f.board.names = people;
-    f.board.selected = selected;
-    f.board.current = selected.first();
-    f.board.groupButton = true;
-    QVERIFY(f.site.rawExec(
-        "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
-        "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); END;"
-        "CREATE TRIGGER m AFTER UPDATE ON EmployeeStatusTracking BEGIN "
-        "INSERT INTO Writes (W) VALUES ('mirror ' || NEW.Trackee); END;"
-        "CREATE TRIGGER c AFTER UPDATE ON StatusCounterTable BEGIN INSERT INTO Writes (W) VALUES ('counter'); END;"
-        "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
-        "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;"));
-
-    subSetStatus(QStringLiteral("Busy"));
-
-    QStringList seen;
-    auto rs = f.site.openDb()->OpenRecordset(QStringLiteral("SELECT W FROM Writes ORDER BY N"), dao::dbOpenSnapshot);
-    for (; !rs->isEOF(); rs->MoveNext())
-        seen << rs->Fields(0).Text();
-    QCOMPARE(seen, writes);
-}
-
-// One write of a status change fails: the row, the mirror, the counter and the
-// log are as they were, for the person's own change and for a group change.
-void TstStatusWrite::failedPartLeavesNothing_data()
-{
-    QTest::addColumn<QByteArray>("breakage");
-    QTest::addColumn<bool>("group");
-    QTest::addColumn<int>("boxes");
-    const QByteArray log =
-        "CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN SELECT RAISE(ABORT, 'no'); END";
-    const QByteArray counter =
-        "CREATE TRIGGER NoRaise BEFORE UPDATE ON StatusCounterTable BEGIN SELECT RAISE(ABORT, 'no'); END";
-    const QByteArray mirror = "ALTER TABLE EmployeeStatusTracking RENAME TO Gone";
-    QTest::newRow("log row, own") << log << false << 1; // the log's box, at the run's third failure
-    QTest::newRow("counter, own") << counter << false << 1;
-    QTest::newRow("mirror, own") << mirror << false << 0; // goes up to the caller
-    QTest::newRow("log row, group") << log << true << 1;
-    QTest::newRow("counter, group") << counter << true << 1;
-    QTest::newRow("mirror, group") << mirror << true << 1;
-}
-
-void TstStatusWrite::failedPartLeavesNothing()
-{
-    QFETCH(QByteArray, breakage);
-    QFETCH(bool, group);
-    QFETCH(int, boxes);
-    StatusFixture f;
-    const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
-    for (const QString& name : people)
-        f.site.status(name, "Out").tracking("Ann Lee", name, "Out");
-    f.board.names = people;
-    f.board.selected = group ? QList<int>{1, 2} : QList<int>{0};
-    f.board.current = f.board.selected.first();
-    f.board.groupButton = true;
-    const long long before = f.counter();
-    QVERIFY(f.site.rawExec(breakage));
-    intLogRetries = 2;
-    f.gw.boxes().answer(vbOK, boxes);
-
-    try {
         subSetStatus(QStringLiteral("Busy"));
-        QVERIFY(group || breakage.startsWith("CREATE"));
-    } catch (const dao::JetError& e) {
-        QCOMPARE(e.number(), int(dao::errTableNotFound));
+
+        for (const QString name : {"Ann Lee", "Bob Ray", "Cy Dee"}) {
+            QCOMPARE(f.statusOf(name) == QLatin1String("Busy"), r.written.contains(name));
+        }
+        QCOMPARE(f.gw.boxes().prompts(), r.written.isEmpty() ? QStringList{kOwnOnly} : QStringList());
+        QCOMPARE(f.counter(), before + (r.written.isEmpty() ? 0 : 1));
+        QCOMPARE(f.logRows(), r.written.size());
+        for (const QString& name : r.written) {
+            QCOMPARE(
+                f.row("SELECT Name, Status, DueBack, Comments, LastModified FROM TransactionLogTable WHERE Name = " +
+                      dao::quote(name)),
+                (QStringList{name, "Busy", "3pm", "Dentist", kStamp}));
+            QCOMPARE(f.value("SELECT LastModified FROM EmployeeTable WHERE Name = " + dao::quote(name)), kStamp);
+        }
     }
 
-    QCOMPARE(f.gw.boxes().count(), boxes);
-    for (const QString& name : people)
-        QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
-    if (!breakage.startsWith("ALTER"))
-        QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
-    QCOMPARE(f.counter(), before);
-    QCOMPARE(f.logRows(), 0);
-}
+    void wordCodeAndComments_data()
+    {
+        QTest::addColumn<Word>("w");
+        QTest::newRow("known word") << Word{"Busy", true, "2", "Busy", false};
+        QTest::newRow("other case") << Word{"bUSY", true, "2", "bUSY", false};
+        QTest::newRow("typed by hand") << Word{"Gone fishing", true, "4", "Out", false};
+        QTest::newRow("In, auto clear") << Word{"In", true, "3", "In", true};
+        QTest::newRow("in, auto clear") << Word{"in", true, "3", "in", false};
+        QTest::newRow("In, no auto clear") << Word{"In", false, "3", "In", false};
+    }
 
-// Another client holds the write lock: the change waits, with timers running,
-// and lands whole. A tick of the close timer meanwhile leaves the file open; a
-// timer that opens the file afresh (as the group read does) makes the change
-// begin again on the new open.
-void TstStatusWrite::changeWaitsOutAnotherClientsLock_data()
-{
-    QTest::addColumn<bool>("reopen");
-    QTest::newRow("close timer's tick") << false;
-    QTest::newRow("a fresh open") << true;
-}
+    // The code comes from StatusTypesTable without regard to case, a word with no row
+    // gets 4 and the caption keeps the old word; only "In" exactly clears comments.
+    void wordCodeAndComments()
+    {
+        QFETCH(Word, w);
+        StatusFixture f;
+        f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
+        f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
+        gblnAutoClearComments = w.autoClear;
+        gstrDueBack = QStringLiteral("Tomorrow");
+        gstrComment = QStringLiteral("Dentist");
 
-void TstStatusWrite::changeWaitsOutAnotherClientsLock()
-{
-    QFETCH(bool, reopen);
-    StatusFixture f;
-    dao::DBEngine::setBusyTimeoutMs(3000);
-    const long long before = f.counter();
-    sqlite3* other = nullptr;
-    sqlite3_open(QFile::encodeName(f.site.dbPath()).constData(), &other);
-    QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    QTimer::singleShot(50, [reopen] {
-        if (reopen) {
-            gblnDatabaseClosed = true;
-            subOpenDatabase();
-        } else {
-            TimerCloseDatabase_Timer();
+        subSetStatus(w.word);
+
+        const QStringList comments = w.cleared ? QStringList{"", ""} : QStringList{"Tomorrow", "Dentist"};
+        QCOMPARE(f.row("SELECT Status, StatusCode, DueBack, Comments FROM EmployeeTable WHERE Name = \"Ann Lee\""),
+                 QStringList({w.word, w.code}) + comments);
+        QCOMPARE((QStringList{gstrDueBack, gstrComment}), comments);
+        QCOMPARE(f.board.caption(), " VESK-OR Pro  - [Ann Lee] '" + w.caption + "'");
+        QCOMPARE(f.board.trayTip(), " VESK-OR Pro  [Ann Lee] '" + w.word + "'");
+    }
+
+    void nameMatchesOnlyItself_data()
+    {
+        QTest::addColumn<QString>("user");
+        QTest::addColumn<bool>("hasRow");
+        QTest::newRow("wildcard name with its row") << "A*" << true;
+        QTest::newRow("wildcard name without a row") << "A*" << false;
+        QTest::newRow("unknown name") << "Nobody" << false;
+    }
+
+    // A LIKE wildcard in the name matches only itself; with no row the mirror, the
+    // counter and the log are written all the same.
+    void nameMatchesOnlyItself()
+    {
+        QFETCH(QString, user);
+        QFETCH(bool, hasRow);
+        StatusFixture f;
+        if (hasRow) {
+            f.site.person(user);
         }
-    });
-    QTimer::singleShot(300, [&] { sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr); });
+        f.site.tracking("Bob Ray", user);
+        gstrDefaultUser = user;
+        const long long before = f.counter();
 
-    subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
+        subSetStatus(QStringLiteral("Busy"));
 
-    sqlite3_close(other);
-    QVERIFY(gdbDatabase->isOpen());
-    QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
-    QCOMPARE(f.counter(), before + 1);
-    QCOMPARE(f.logRows(), 1);
-}
+        QCOMPARE(f.statusOf("Ann Lee"), QString());
+        QCOMPARE(f.statusOf(user), hasRow ? QStringLiteral("Busy") : QString());
+        QCOMPARE(f.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), QStringLiteral("Busy"));
+        QCOMPARE(f.counter(), before + 1);
+        QCOMPARE(f.value("SELECT Name FROM TransactionLogTable"), user);
+    }
+
+    // Every tracker sees the status and its moment, written with a point where the
+    // locale has a decimal comma. After the screen saver's mark one write goes unlogged.
+    void mirrorAndSuppressedLog()
+    {
+        StatusFixture f;
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
+        gblnSuppressNextLog = true;
+
+        subSetStatus(QStringLiteral("At Lunch"));
+
+        auto rs = f.site.openDb()->OpenRecordset("SELECT TrackeeStatus, TrackeeLastUpdated FROM EmployeeStatusTracking"
+                                                 " ORDER BY Tracker DESC",
+                                                 dao::dbOpenSnapshot);
+        QCOMPARE(rs->Fields(0).Text(), QStringLiteral("At Lunch"));
+        QCOMPARE(rs->Fields(1).Value().toDouble(), kNow);
+        rs->MoveNext();
+        QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
+        QCOMPARE(f.logRows(), 0);
+        QVERIFY(!gblnSuppressNextLog);
+        subSetStatus(QStringLiteral("Busy"));
+        QCOMPARE(f.logRows(), 1);
+    }
+
+    // Retry tries the edit again; Cancel leaves with nothing written or counted.
+    void groupWriteOnReadOnlyFileAsksRetryOrCancel()
+    {
+        StatusFixture f;
+        f.board.names = {"Ann Lee", "Bob Ray", "Cy Dee"};
+        f.board.selected = {1, 2};
+        f.board.current = 1;
+        f.board.groupButton = true;
+        gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
+        gblnDatabaseClosed = false;
+        const long long before = f.counter();
+        f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
+
+        subSetStatus(QStringLiteral("Busy"));
+
+        const QList<ShownBox> boxes = f.gw.boxes().shown();
+        QCOMPARE(boxes.size(), 4);
+        QVERIFY(boxes[0].prompt.startsWith("Error ( 3027 ) in modUser - subUpdateSelectedUsersRecords event\r"));
+        QCOMPARE(boxes[0].title, QStringLiteral(" VESK-OR Pro  - Set Status Error"));
+        QCOMPARE(boxes[1].flags, vbRetryCancel + vbQuestion);
+        QVERIFY(boxes[1].prompt.startsWith(boxes[0].prompt + "\rUnable to update your status at present. Probable"));
+        QVERIFY(boxes[1].prompt.endsWith("press Retry to continue or Cancel to abort the status change."));
+        QCOMPARE(f.statusOf("Bob Ray"), QString());
+        QCOMPARE(f.counter(), before);
+        QCOMPARE(f.logRows(), 0);
+    }
+
+    void logColumns_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QLocale>("locale");
+        QTest::addColumn<QStringList>("logged"); // Name, LogDateTime; {} for no row
+        const QLocale us(QLocale::English, QLocale::UnitedStates);
+        QTest::newRow("empty name") << "" << us << QStringList{"Ann Lee", "46348.3958333333"};
+        QTest::newRow("given name") << "Bob Ray" << us << QStringList{"Bob Ray", "46348.3958333333"};
+        QTest::newRow("comma kept") << "" << QLocale(QLocale::German) << QStringList{"Ann Lee", "46348,3958333333"};
+        QTest::newRow("log off") << "" << us << QStringList();
+    }
+
+    void logColumns()
+    {
+        QFETCH(QString, name);
+        QFETCH(QLocale, locale);
+        QFETCH(QStringList, logged);
+        StatusFixture f;
+        QLocale::setDefault(locale);
+        gblnTransactionLog = !logged.isEmpty();
+
+        subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
+
+        const QStringList row = f.row("SELECT * FROM TransactionLogTable");
+        if (logged.isEmpty()) {
+            QVERIFY(row.isEmpty() && !gdbDatabase); // not even opened
+            return;
+        }
+        QCOMPARE(row, (QStringList{logged[0], "Busy", "3pm", "Say \"hi\"", kStamp, "alee", logged[1], "DESK-07",
+                                   "10.0.0.5"}));
+    }
+
+    // Three changes each fail once and succeed on the retry, but the third failure
+    // of the run is reported and loses its row. A timer that runs between the tries
+    // leaves another statement in gstrSQL: the retry still writes its own row. A
+    // lasting failure then gives up after bounded, pausing retries, with no second
+    // message.
+    void thirdLogFailureOfTheRunIsReported()
+    {
+        StatusFixture f;
+        f.gw.boxes().answer(vbOK);
+        for (int change = 1; change <= 3; ++change) {
+            renameTable(f.site, "TransactionLogTable", "LogAway");
+            QTimer::singleShot(0, [&] {
+                renameTable(f.site, "LogAway", "TransactionLogTable");
+                gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+            });
+            subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
+            QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(f.logRows(), 2);
+        const ShownBox box = f.gw.boxes().last();
+        QCOMPARE(box.title, QStringLiteral("VESK-OR - Repair/Compacting Error"));
+        QCOMPARE(box.flags, vbOKOnly + vbExclamation);
+        QVERIFY(box.prompt.startsWith("Cannot complete the current operation due to the following error: ( 3078 ) \r"));
+        QVERIFY(box.prompt.endsWith("\r\rPossible causes:\rSomeone was updating their status at the exact moment you "
+                                    "selected OK.\rSomeone has the database open using MS Access.\r\r ) in modUser - "
+                                    "subUpdateTransactionLog event"));
+
+        renameTable(f.site, "TransactionLogTable", "LogAway");
+        subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
+        QCOMPARE(f.gw.boxes().count(), 1);
+        QVERIFY(f.gw.clock().sleptMs() > 0);
+    }
+
+    // Triggers record each write as it lands: the row before its mirror before its
+    // log row; the counter after the row for one's own change, once at the end of a
+    // group change.
+    void writeOrder_data()
+    {
+        QTest::addColumn<QList<int>>("selected");
+        QTest::addColumn<QStringList>("writes");
+        QTest::newRow("own") << QList<int>{0} << QStringList{"row Ann Lee", "mirror Ann Lee", "counter", "log Ann Lee"};
+        QTest::newRow("group") << QList<int>{1, 2}
+                               << QStringList{"row Bob Ray",   "mirror Bob Ray", "log Bob Ray", "row Cy Dee",
+                                              "mirror Cy Dee", "log Cy Dee",     "counter"};
+    }
+
+    void writeOrder()
+    {
+        QFETCH(QList<int>, selected);
+        QFETCH(QStringList, writes);
+        StatusFixture f;
+        const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
+        for (const QString& name : people)
+            f.site.tracking("Ann Lee", name);
+        f.board.names = people;
+        f.board.selected = selected;
+        f.board.current = selected.first();
+        f.board.groupButton = true;
+        QVERIFY(f.site.rawExec(
+            "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
+            "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); "
+            "END;"
+            "CREATE TRIGGER m AFTER UPDATE ON EmployeeStatusTracking BEGIN "
+            "INSERT INTO Writes (W) VALUES ('mirror ' || NEW.Trackee); END;"
+            "CREATE TRIGGER c AFTER UPDATE ON StatusCounterTable BEGIN INSERT INTO Writes (W) VALUES ('counter'); END;"
+            "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
+            "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;"));
+
+        subSetStatus(QStringLiteral("Busy"));
+
+        QStringList seen;
+        auto rs =
+            f.site.openDb()->OpenRecordset(QStringLiteral("SELECT W FROM Writes ORDER BY N"), dao::dbOpenSnapshot);
+        for (; !rs->isEOF(); rs->MoveNext())
+            seen << rs->Fields(0).Text();
+        QCOMPARE(seen, writes);
+    }
+
+    // One write of a status change fails: the row, the mirror, the counter and the
+    // log are as they were, for the person's own change and for a group change.
+    void failedPartLeavesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("breakage");
+        QTest::addColumn<bool>("group");
+        QTest::addColumn<int>("boxes");
+        const QByteArray log =
+            "CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN SELECT RAISE(ABORT, 'no'); END";
+        const QByteArray counter =
+            "CREATE TRIGGER NoRaise BEFORE UPDATE ON StatusCounterTable BEGIN SELECT RAISE(ABORT, 'no'); END";
+        const QByteArray mirror = "ALTER TABLE EmployeeStatusTracking RENAME TO Gone";
+        QTest::newRow("log row, own") << log << false << 1; // the log's box, at the run's third failure
+        QTest::newRow("counter, own") << counter << false << 1;
+        QTest::newRow("mirror, own") << mirror << false << 0; // goes up to the caller
+        QTest::newRow("log row, group") << log << true << 1;
+        QTest::newRow("counter, group") << counter << true << 1;
+        QTest::newRow("mirror, group") << mirror << true << 1;
+    }
+
+    void failedPartLeavesNothing()
+    {
+        QFETCH(QByteArray, breakage);
+        QFETCH(bool, group);
+        QFETCH(int, boxes);
+        StatusFixture f;
+        const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
+        for (const QString& name : people)
+            f.site.status(name, "Out").tracking("Ann Lee", name, "Out");
+        f.board.names = people;
+        f.board.selected = group ? QList<int>{1, 2} : QList<int>{0};
+        f.board.current = f.board.selected.first();
+        f.board.groupButton = true;
+        const long long before = f.counter();
+        QVERIFY(f.site.rawExec(breakage));
+        intLogRetries = 2;
+        f.gw.boxes().answer(vbOK, boxes);
+
+        try {
+            subSetStatus(QStringLiteral("Busy"));
+            QVERIFY(group || breakage.startsWith("CREATE"));
+        } catch (const dao::JetError& e) {
+            QCOMPARE(e.number(), int(dao::errTableNotFound));
+        }
+
+        QCOMPARE(f.gw.boxes().count(), boxes);
+        for (const QString& name : people)
+            QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
+        if (!breakage.startsWith("ALTER"))
+            QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
+        QCOMPARE(f.counter(), before);
+        QCOMPARE(f.logRows(), 0);
+    }
+
+    // Another client holds the write lock: the change waits, with timers running,
+    // and lands whole. A tick of the close timer meanwhile leaves the file open; a
+    // timer that opens the file afresh (as the group read does) makes the change
+    // begin again on the new open.
+    void changeWaitsOutAnotherClientsLock_data()
+    {
+        QTest::addColumn<bool>("reopen");
+        QTest::newRow("close timer's tick") << false;
+        QTest::newRow("a fresh open") << true;
+    }
+
+    void changeWaitsOutAnotherClientsLock()
+    {
+        QFETCH(bool, reopen);
+        StatusFixture f;
+        dao::DBEngine::setBusyTimeoutMs(3000);
+        const long long before = f.counter();
+        sqlite3* other = nullptr;
+        sqlite3_open(QFile::encodeName(f.site.dbPath()).constData(), &other);
+        QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        QTimer::singleShot(50, [reopen] {
+            if (reopen) {
+                gblnDatabaseClosed = true;
+                subOpenDatabase();
+            } else {
+                TimerCloseDatabase_Timer();
+            }
+        });
+        QTimer::singleShot(300, [&] { sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr); });
+
+        subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
+
+        sqlite3_close(other);
+        QVERIFY(gdbDatabase->isOpen());
+        QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
+        QCOMPARE(f.counter(), before + 1);
+        QCOMPARE(f.logRows(), 1);
+    }
+};
 
 QTEST_GUILESS_MAIN(TstStatusWrite)
 #include "tst_statuswrite.moc"
