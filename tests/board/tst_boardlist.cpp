@@ -370,6 +370,39 @@ private slots:
         QVERIFY(f.TimerMain.isActive());
     }
 
+    void rightsAtFirstActivate_data()
+    {
+        QTest::addColumn<int>("systemLevel");
+        QTest::addColumn<int>("userLevel");
+        QTest::addColumn<bool>("mayChangeOthers");
+        QTest::newRow("system LOW: everybody may") << 0 << 0 << true;
+        QTest::newRow("system MEDIUM, user HIGH: may") << 1 << 2 << true;
+        QTest::newRow("system HIGH, user LOW: may not") << 2 << 0 << false;
+    }
+
+    // The first Activate sets the toolbar by the person's rights before any row is
+    // clicked: the Group button and multiple selection, and Preview for a new message.
+    void rightsAtFirstActivate()
+    {
+        QFETCH(int, systemLevel);
+        QFETCH(int, userLevel);
+        QFETCH(bool, mayChangeOthers);
+        Board b;
+        b.site.setting(QStringLiteral("SystemSecurityLevel"), QString::number(systemLevel));
+        b.setForAnn(QStringLiteral("UserSecurityLevel = %1").arg(userLevel));
+        b.site.message({.owner = QStringLiteral("Ann Lee"),
+                        .fromName = QStringLiteral("Bob Ray"),
+                        .toName = QStringLiteral("Ann Lee"),
+                        .subject = QStringLiteral("Lunch")});
+        b.form = static_cast<frmMain*>(frmMain::load());
+        frmMain& f = *b.form;
+        f.Form_Activate();
+        QCOMPARE(f.groupButtonEnabled(), mayChangeOthers);
+        QCOMPARE(f.ListViewMain->selectionMode() == QAbstractItemView::ExtendedSelection, mayChangeOthers);
+        QCOMPARE(f.ListViewMessages->topLevelItemCount(), 1);
+        QVERIFY(f.toolbarButton(QStringLiteral("Preview"))->isEnabled());
+    }
+
     // A write of AutoLogIn's "In" that fails at Load is caught by the Load: its box,
     // and the board comes up with the person marked active.
     void autoLogInFailureAtLoad()
@@ -391,6 +424,28 @@ private slots:
         QCOMPARE(b.ofAnn(QStringLiteral("ActiveFlag")), QStringLiteral("Yes"));
         QCOMPARE(b.ofAnn(QStringLiteral("Status")), QStringLiteral("Out"));
         QVERIFY(b.form->isVisible());
+    }
+
+    void countdown()
+    {
+        Board b;
+        frmMain& f = b.open();
+        f.subRefreshUserList(QStringLiteral("Everyone"));
+        gintRefreshRate = 1;
+        gintTimerMainCountDown = 2;
+        dao::DBEngine::resetStatementCount();
+        f.TimerMain_Timer();
+        QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 1 "));
+        QCOMPARE(dao::DBEngine::statementCount(), 0LL); // no refresh before 0
+        f.TimerMain_Timer();
+        QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 60 "));
+        QVERIFY(dao::DBEngine::statementCount() > 0);
+
+        gintRefreshRate = 0;
+        f.TimerMain.start();
+        f.TimerMain_Timer();
+        QVERIFY(!f.TimerMain.isActive());
+        QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 60 ")); // nothing written
     }
 
     // The ordinary end: AutoLogOut writes "Out" unless the status is protected or
@@ -436,6 +491,19 @@ private slots:
                              "advise your VESK-OR Administrator to re-initialize this users account.\r\n\r\nSelect "
                              "OK to exit VESK-OR."});
         QCOMPARE(gstrDefaultUser, QStringLiteral("Removed"));
+    }
+
+    void closeBoxMinimizesWithMinimizeOnClose()
+    {
+        Board b;
+        frmMain& f = b.open();
+        f.show();
+        gblnMinimizeOnClose = true;
+        bool cancel = false;
+        f.Form_QueryUnload(cancel, vbFormControlMenu);
+        QVERIFY(cancel);
+        QVERIFY(f.isMinimized());
+        QCOMPARE(b.ofAnn(QStringLiteral("ActiveFlag")), QString()); // nothing of the end ran
     }
 
     // The forced-shutdown file is read at the tick: inicheck is started with the
