@@ -20,16 +20,9 @@ QString iniValue(const QString& file, const QString& sectionAndKey)
     return platform::GetPrivateProfileString(sectionAndKey, sectionAndKey, QString(), 1024, file);
 }
 
-QString value(dao::Database& db, const QString& sql)
+long long count(const TempSite& site, const QString& table)
 {
-    auto rs = db.OpenRecordset(sql, dao::dbOpenSnapshot);
-    return rs->isEOF() ? QStringLiteral("<no row>") : rs->Fields(0).Text();
-}
-
-long long count(dao::Database& db, const QString& table)
-{
-    auto rs = db.OpenRecordset("SELECT COUNT(*) AS N FROM " + table, dao::dbOpenSnapshot);
-    return rs->Fields(0).Value().toLongLong();
+    return site.value("SELECT COUNT(*) FROM " + table).toLongLong();
 }
 
 using Attempt = std::function<void(dao::Database&)>;
@@ -76,19 +69,18 @@ private slots:
     {
         QFETCH(SchemaRelease, release);
         TempSite site{release};
-        auto db = site.openDb();
         for (const char* table :
              {"GlobalSettingsTable", "NewUserDefaultsTable", "StatusCounterTable", "AdminSettingsTable"})
-            QCOMPARE(count(*db, table), 1LL);
-        QCOMPARE(value(*db, "SELECT DatabaseVersion & '|' & RefreshRate & '|' & Counter FROM GlobalSettingsTable, "
+            QCOMPARE(count(site, table), 1LL);
+        QCOMPARE(site.value("SELECT DatabaseVersion & '|' & RefreshRate & '|' & Counter FROM GlobalSettingsTable, "
                             "NewUserDefaultsTable, StatusCounterTable"),
                  QStringLiteral("2005|5|1"));
-        QVERIFY(count(*db, "DueBackTable") > 0);
-        QVERIFY(count(*db, "StatusTypesTable WHERE ProtectedStatus = True") >= 1);
+        QVERIFY(count(site, "DueBackTable") > 0);
+        QVERIFY(count(site, "StatusTypesTable WHERE ProtectedStatus = True") >= 1);
         // In, Out and Busy have codes of their own, none of those the clients keep.
         QSet<long long> codes;
         for (const char* word : {"In", "Out", "Busy"})
-            codes << value(*db, "SELECT StatusCode FROM StatusTypesTable WHERE Status = " + dao::quote(word))
+            codes << site.value("SELECT StatusCode FROM StatusTypesTable WHERE Status = " + dao::quote(word))
                          .toLongLong();
         QCOMPARE(codes.size(), 3);
         QVERIFY(!codes.contains(0) && !codes.contains(4) && !codes.contains(10) && !codes.contains(11));
@@ -96,19 +88,19 @@ private slots:
         site.column("New_Mobile").execute("UPDATE NewUserDefaultsTable SET New_Mobile = 'none yet', RefreshRate = 3");
         site.person("Liam \"Red\" O'Connor", "loconnor", "555 0101");
         const QString who = " WHERE Name = " + dao::quote("Liam \"Red\" O'Connor");
-        QCOMPARE(value(*db, "SELECT UID & '|' & New_Mobile FROM EmployeeTable" + who),
+        QCOMPARE(site.value("SELECT UID & '|' & New_Mobile FROM EmployeeTable" + who),
                  QStringLiteral("loconnor|none yet"));
-        QCOMPARE(value(*db, "SELECT RefreshRate & '|' & LastModifiedColumnOrder & '|' & SortColumnName FROM "
+        QCOMPARE(site.value("SELECT RefreshRate & '|' & LastModifiedColumnOrder & '|' & SortColumnName FROM "
                             "EmployeeSettingsTable" +
-                                who),
+                            who),
                  QStringLiteral("3|6|Name"));
 
         site.tracking("Ann", "Bob", "Out", 45000.25);
         const long long first = site.message({.owner = "Bob", .fromName = "Ann", .toName = "Bob", .subject = "Hi"});
         QVERIFY(site.message({.owner = "Ann", .category = "Sent", .fromName = "Ann", .toName = "Bob"}) > first);
         const QString column = release == SchemaRelease::Present ? "TrackeeLastUpdated" : "TrackeeLastUpdate";
-        QCOMPARE(value(*db, "SELECT " + column + " FROM EmployeeStatusTracking"), QStringLiteral("45000.25"));
-        QCOMPARE(value(*db, "SELECT MessageFrom FROM MessagesTable WHERE MessageID = " + QString::number(first)),
+        QCOMPARE(site.value("SELECT " + column + " FROM EmployeeStatusTracking"), QStringLiteral("45000.25"));
+        QCOMPARE(site.value("SELECT MessageFrom FROM MessagesTable WHERE MessageID = " + QString::number(first)),
                  QStringLiteral("Ann"));
     }
 
@@ -141,8 +133,8 @@ private slots:
         auto db = site.openDb();
         const QString error = siteErrorOf([&] { attempt(*db); });
         QVERIFY2(error.contains(message, Qt::CaseInsensitive), qPrintable(error));
-        QCOMPARE(count(*db, "EmployeeTable"), 1LL);
-        QCOMPARE(count(*db, "EmployeeGroupTable"), 1LL);
+        QCOMPARE(count(site, "EmployeeTable"), 1LL);
+        QCOMPARE(count(site, "EmployeeGroupTable"), 1LL);
     }
 
     void extraColumnMakesItsCompanions()
@@ -150,11 +142,12 @@ private slots:
         TempSite site;
         site.person("Ann Lee").column("New_Desk", true);
         auto db = site.openDb();
-        QVERIFY(db->FieldNames("EmployeeTable").contains("New_DeskReadOnly"));
-        QVERIFY(db->FieldNames("NewUserDefaultsTable").contains("New_Desk"));
-        QVERIFY(db->FieldNames("EmployeeSettingsTable").contains("New_DeskColumnOrder"));
-        QVERIFY(db->FieldNames("EmployeeSettingsTable").contains("New_DeskColumnWidth"));
-        QCOMPARE(value(*db, "SELECT New_DeskReadOnly FROM EmployeeTable"), QStringLiteral("True"));
+        for (const auto& [table, column] : {std::pair{"EmployeeTable", "New_DeskReadOnly"},
+                                            {"NewUserDefaultsTable", "New_Desk"},
+                                            {"EmployeeSettingsTable", "New_DeskColumnOrder"},
+                                            {"EmployeeSettingsTable", "New_DeskColumnWidth"}})
+            QVERIFY2(db->FieldNames(table).contains(column), column);
+        QCOMPARE(site.value("SELECT New_DeskReadOnly FROM EmployeeTable"), QStringLiteral("True"));
         QCOMPARE(database::extraColumnCaption("New_Desk"), QStringLiteral("Desk"));
     }
 
@@ -209,12 +202,11 @@ private slots:
         site.status("Ann", "out", "Tomorrow", "Dentist")
             .status("Bob", "Gone fishing")
             .status("Cy", {.status = "In", .lastModified = "2024-01-02 03:04:05 by Ann", .code = 11});
-        auto db = site.openDb();
-        const QString outCode = value(*db, "SELECT StatusCode FROM StatusTypesTable WHERE Status = 'Out'");
-        QCOMPARE(value(*db, "SELECT StatusCode & '|' & DueBack FROM EmployeeTable WHERE Name = 'Ann'"),
+        const QString outCode = site.value("SELECT StatusCode FROM StatusTypesTable WHERE Status = 'Out'");
+        QCOMPARE(site.value("SELECT StatusCode & '|' & DueBack FROM EmployeeTable WHERE Name = 'Ann'"),
                  outCode + "|Tomorrow");
-        QCOMPARE(value(*db, "SELECT StatusCode FROM EmployeeTable WHERE Name = 'Bob'"), QStringLiteral("4"));
-        QCOMPARE(value(*db, "SELECT StatusCode & '|' & LastModified FROM EmployeeTable WHERE Name = 'Cy'"),
+        QCOMPARE(site.value("SELECT StatusCode FROM EmployeeTable WHERE Name = 'Bob'"), QStringLiteral("4"));
+        QCOMPARE(site.value("SELECT StatusCode & '|' & LastModified FROM EmployeeTable WHERE Name = 'Cy'"),
                  QStringLiteral("11|2024-01-02 03:04:05 by Ann"));
     }
 

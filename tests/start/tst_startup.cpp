@@ -194,14 +194,11 @@ private slots:
     {
         QTest::addColumn<QString>("dataPath"); // %1 the site folder without its closing separator
         QTest::addColumn<QString>("expected"); // gstrDatabasePath; %1 as above
-        QTest::newRow("empty") << ""
-                               << "%1/";
-        QTest::newRow("one character") << "x"
-                                       << "%1/";
-        QTest::newRow("closing separator added") << "%1"
-                                                 << "%1/";
-        QTest::newRow("UNC") << "\\\\srv\\share"
-                             << "\\\\srv\\share\\";
+        for (const auto& [name, dataPath, expected] : {std::tuple{"empty", "", "%1/"},
+                                                       {"one character", "x", "%1/"},
+                                                       {"closing separator added", "%1", "%1/"},
+                                                       {"UNC", "\\\\srv\\share", "\\\\srv\\share\\"}})
+            QTest::newRow(name) << QString(dataPath) << QString(expected);
     }
     void dataPath()
     {

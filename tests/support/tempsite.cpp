@@ -56,6 +56,12 @@ std::shared_ptr<dao::Database> TempSite::openDb() const
     return database::openSite(m_dir.path());
 }
 
+QString TempSite::value(const QString& jetSql) const
+{
+    auto rs = openDb()->OpenRecordset(jetSql, dao::dbOpenSnapshot);
+    return rs->isEOF() ? QStringLiteral("<no row>") : rs->Fields(0).Text();
+}
+
 TempSite& TempSite::person(const QString& name, const QString& uid, const QString& phone)
 {
     database::addPerson(*openDb(), {name, uid, phone});
