@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTest>
 #include <QTimer>
+#include <array>
 #include <sqlite3.h>
 
 using namespace platform;
@@ -35,16 +36,16 @@ struct FakeMain : MainScreen
     QList<int> reactions{0, 0, 0};
 };
 
-void useSite(const TempSite& site)
-{
-    gstrCurrentDatabasePath = site.path();
-    gblnDatabaseClosed = true;
-}
+// The counters this client last acted on, in the order of Counters.
+const std::array<long long*, 5> kLastActed{&glngLastStatusCounter, &glngLastStatusTypeCounter, &glngLastGroupCounter,
+                                           &glngLastSecurityCounter, &glngLastExtraColumnsCounter};
 
 Counters lastActedOn()
 {
-    return {glngLastStatusCounter, glngLastStatusTypeCounter, glngLastGroupCounter, glngLastSecurityCounter,
-            glngLastExtraColumnsCounter};
+    Counters c;
+    for (const long long* last : kLastActed)
+        c << *last;
+    return c;
 }
 
 // Another client in a transaction on the file ("BEGIN IMMEDIATE" lets others read
@@ -90,7 +91,7 @@ private slots:
         TestGateways gw;
         TempSite site;
         site.execute("DELETE FROM StatusCounterTable");
-        useSite(site);
+        site.makeCurrent();
         // The new row's Null counter is set to 1, then raised.
         subUpdateStatusCounter();
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("2"));
@@ -132,13 +133,10 @@ private slots:
                                    "ExtraColumnsCounter"};
         for (int i = 0; i < 5; ++i)
             site.execute(QStringLiteral("UPDATE StatusCounterTable SET %1 = %2").arg(names[i]).arg(file[i]));
-        site.execute("UPDATE GlobalSettingsTable SET SystemSecurityLevel = 2");
-        useSite(site);
-        glngLastStatusCounter = acted[0];
-        glngLastStatusTypeCounter = acted[1];
-        glngLastGroupCounter = acted[2];
-        glngLastSecurityCounter = acted[3];
-        glngLastExtraColumnsCounter = acted[4];
+        site.setting("SystemSecurityLevel", "2");
+        site.makeCurrent();
+        for (int i = 0; i < 5; ++i)
+            *kLastActed[i] = acted[i];
 
         subGetCounterValues();
         const Counters read{glngStatusCounter, glngStatusTypeCounter, glngGroupCounter, glngSecurityCounter,
@@ -162,7 +160,7 @@ private slots:
     {
         TestGateways gw;
         TempSite site;
-        useSite(site);
+        site.makeCurrent();
         glngStatusCounter = glngGroupCounter = glngLastStatusCounter = glngLastGroupCounter = 4;
         {
             OtherClient other(site);
@@ -181,7 +179,7 @@ private slots:
     {
         TestGateways gw;
         TempSite site;
-        useSite(site);
+        site.makeCurrent();
         gw.boxes().answer(vbYes).answer(vbNo);
         {
             OtherClient other(site);

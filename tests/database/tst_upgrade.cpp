@@ -36,12 +36,6 @@ QStringList contents(const TempSite& site, const QStringList& tables, const QStr
     return lines;
 }
 
-void useSite(const TempSite& site)
-{
-    gstrCurrentDatabasePath = site.path();
-    gblnDatabaseClosed = true;
-}
-
 } // namespace
 
 class TstUpgrade : public QObject
@@ -63,7 +57,7 @@ private slots:
         site.person("Ann Lee").tracking("Ann Lee", "Ann Lee");
         site.execute("INSERT INTO MessagesTable (Category, SentToName) VALUES (\"New\", \"Ann Lee\")");
         site.execute("INSERT INTO TransactionLogTable (Name) VALUES (\"Ann Lee\")");
-        useSite(site);
+        site.makeCurrent();
         subUpdateDatabaseStructure();
         subTestStatusCounterTable(); // adds the counter of extra columns
 
@@ -103,7 +97,7 @@ private slots:
         TestGateways gw;
         TempSite site(SchemaRelease::Older);
         site.execute("ALTER TABLE GlobalSettingsTable ADD COLUMN DatabaseReleaseVersion TEXT(10)");
-        useSite(site);
+        site.makeCurrent();
         subUpdateDatabaseStructure();
         QCOMPARE(contents(site, {"GlobalSettingsTable"},
                           "DatabaseReleaseVersion, AllowMessaging, AllowStatusAlerts, AllowPresenceSensing")
@@ -122,7 +116,7 @@ private slots:
         site.execute("UPDATE GlobalSettingsTable SET AllowMessaging = False, DatabaseReleaseVersion = \"2006\"");
         const QStringList tables = site.openDb()->TableNames();
         const QStringList before = contents(site, tables);
-        useSite(site);
+        site.makeCurrent();
         subUpdateDatabaseStructure();
         QCOMPARE(contents(site, tables), before);
     }
@@ -244,7 +238,7 @@ private slots:
         QVERIFY2(plan(present).contains(used), qPrintable(plan(present)));
         TempSite older(SchemaRelease::Older);
         QVERIFY2(plan(older).startsWith("SCAN "), qPrintable(plan(older)));
-        useSite(older);
+        older.makeCurrent();
         subUpdateDatabaseStructure();
         QVERIFY2(plan(older).contains(used), qPrintable(plan(older)));
     }
@@ -254,7 +248,7 @@ private slots:
         TestGateways gw;
         TempSite site(SchemaRelease::Older);
         site.execute("UPDATE StatusCounterTable SET Counter = Null, GroupCounter = 4");
-        useSite(site);
+        site.makeCurrent();
         subTestStatusCounterTable();
         const QString columns = "Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter";
         QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), QStringLiteral("1|1|4|1|1"));

@@ -1,6 +1,7 @@
 #include "tempsite.h"
 
 #include "dao/dao.h"
+#include "kernel/globals.h"
 
 #include <QDir>
 #include <QFile>
@@ -54,6 +55,12 @@ QString TempSite::iniPath() const
 std::shared_ptr<dao::Database> TempSite::openDb() const
 {
     return database::openSite(m_dir.path());
+}
+
+void TempSite::makeCurrent() const
+{
+    gstrCurrentDatabasePath = path();
+    gblnDatabaseClosed = true;
 }
 
 QString TempSite::value(const QString& jetSql) const

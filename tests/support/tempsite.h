@@ -29,6 +29,8 @@ public:
     QString iniPath() const;
     // A connection of the test's own, shared and read-write.
     std::shared_ptr<dao::Database> openDb() const;
+    // Makes this the site the program's database procedures open next.
+    void makeCurrent() const;
     // The first field of the first row as text; "<no row>" when there is none.
     QString value(const QString& jetSql) const;
 
