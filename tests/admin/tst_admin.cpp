@@ -16,12 +16,6 @@
 
 namespace {
 
-// Both settings files have a section and a key of the same name.
-QString iniValue(const QString& file, const QString& sectionAndKey)
-{
-    return platform::GetPrivateProfileString(sectionAndKey, sectionAndKey, QString(), 1024, file);
-}
-
 struct Result
 {
     int code = -1;
@@ -130,11 +124,14 @@ private slots:
         const Result got = run({"settings", "get", "DatabaseVersion", "--site", site.path()});
         QCOMPARE(got.code, 0);
         QCOMPARE(got.out, QStringLiteral("2005\n"));
-        const QString file = QDir(site.path()).filePath("forceshutdown.ini");
+        const auto forced = [&] {
+            return platform::GetPrivateProfileString("ForceShutDown", "ForceShutDown", QString(), 1024,
+                                                     QDir(site.path()).filePath("forceshutdown.ini"));
+        };
         QCOMPARE(run({"shutdown", "on", "--site", site.path()}).code, 0);
-        QCOMPARE(iniValue(file, "ForceShutDown"), QStringLiteral("TRUE"));
+        QCOMPARE(forced(), QStringLiteral("TRUE"));
         QCOMPARE(run({"shutdown", "OFF", "--site", site.path()}).code, 0);
-        QCOMPARE(iniValue(file, "ForceShutDown"), QStringLiteral("FALSE"));
+        QCOMPARE(forced(), QStringLiteral("FALSE"));
     }
 
     void failures_data()

@@ -14,12 +14,6 @@ using database::SchemaRelease;
 
 namespace {
 
-// Both settings files have a section and a key of the same name.
-QString iniValue(const QString& file, const QString& sectionAndKey)
-{
-    return platform::GetPrivateProfileString(sectionAndKey, sectionAndKey, QString(), 1024, file);
-}
-
 long long count(const TempSite& site, const QString& table)
 {
     return site.value("SELECT COUNT(*) FROM " + table).toLongLong();
@@ -52,7 +46,8 @@ private slots:
         QTemporaryDir tmp;
         const QString dir = tmp.filePath("new/site");
         database::createSite(dir);
-        const QString dataPath = iniValue(dir + "/veskor.ini", "DataPath");
+        const QString dataPath =
+            platform::GetPrivateProfileString("DataPath", "DataPath", QString(), 1024, dir + "/veskor.ini");
         QVERIFY(dataPath.endsWith(QDir::separator()));
         QCOMPARE(QDir(dataPath).canonicalPath(), QDir(dir).canonicalPath());
     }
