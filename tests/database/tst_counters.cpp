@@ -4,14 +4,13 @@
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "otherclient.h"
 #include "tempsite.h"
 #include "testgateways.h"
 
-#include <QFile>
 #include <QTest>
 #include <QTimer>
 #include <array>
-#include <sqlite3.h>
 
 using namespace platform;
 using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
@@ -47,32 +46,6 @@ Counters lastActedOn()
         c << *last;
     return c;
 }
-
-// Another client in a transaction on the file ("BEGIN IMMEDIATE" lets others read
-// but not write, "BEGIN EXCLUSIVE" lets no one in), with a short busy wait for
-// the connections opened meanwhile.
-class OtherClient
-{
-public:
-    explicit OtherClient(const TempSite& site) : m_busy(dao::DBEngine::busyTimeoutMs())
-    {
-        dao::DBEngine::setBusyTimeoutMs(50);
-        sqlite3_open_v2(QFile::encodeName(site.dbPath()).constData(), &m_db, SQLITE_OPEN_READWRITE, nullptr);
-    }
-    bool begin(const char* statements)
-    {
-        return sqlite3_exec(m_db, statements, nullptr, nullptr, nullptr) == SQLITE_OK;
-    }
-    ~OtherClient()
-    {
-        sqlite3_close(m_db); // rolls the transaction back
-        dao::DBEngine::setBusyTimeoutMs(m_busy);
-    }
-
-private:
-    int m_busy;
-    sqlite3* m_db = nullptr;
-};
 
 } // namespace
 

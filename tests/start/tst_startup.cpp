@@ -3,6 +3,7 @@
 #include "dao/dao.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "otherclient.h"
 #include "platform/mounts.h"
 #include "start/startup.h"
 #include "start/welcome.h"
@@ -12,7 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
-#include <sqlite3.h>
+#include <optional>
 
 using namespace platform;
 
@@ -45,15 +46,6 @@ void writeIni(const TempSite& site, const QString& dataPath)
     QFile ini(site.iniPath());
     QVERIFY(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
     ini.write(QStringLiteral("[DataPath]\r\nDataPath=%1\r\n").arg(dataPath).toUtf8());
-}
-
-// Another client in the middle of a write: the file's lock is held until the end of the test.
-sqlite3* holdWriteLock(const QString& file)
-{
-    sqlite3* db = nullptr;
-    sqlite3_open(QFile::encodeName(file).constData(), &db);
-    sqlite3_exec(db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
-    return db;
 }
 
 // The expected text with %1 replaced (QString::arg would warn about texts without it).
@@ -133,7 +125,7 @@ private slots:
         FakeMain board;
         setMainScreen(&board);
         gstrApplicationPath = site.path();
-        sqlite3* otherClient = nullptr;
+        std::optional<OtherClient> otherClient;
         switch (damage) {
         case Damage::NoIni:
             QVERIFY(QFile::remove(site.iniPath()));
@@ -157,8 +149,7 @@ private slots:
             site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
             break;
         case Damage::Locked:
-            dao::DBEngine::setBusyTimeoutMs(20);
-            otherClient = holdWriteLock(site.dbPath());
+            QVERIFY(otherClient.emplace(site).begin("BEGIN EXCLUSIVE"));
             break;
         }
         for (int a : answers) {
@@ -167,7 +158,7 @@ private slots:
 
         bool accepted = true;
         const auto ended = TestGateways::endCodeOf([&] { accepted = subInitializeLocalDatabase(); });
-        sqlite3_close(otherClient);
+        otherClient.reset();
 
         QCOMPARE(gw.boxes().count(), answers.size());
         const ShownBox box = gw.boxes().last();
