@@ -80,7 +80,7 @@ void LockFile::release()
 {
     if (m_fd < 0)
         return;
-    // Closing the last descriptor of the description drops its lock.
+    // Closing the last descriptor of this open file drops its lock.
     ::close(m_fd);
     m_fd = -1;
 }
