@@ -1,10 +1,8 @@
 // Holds locks on a database for the engine's tests, from a process of its own.
 //   dao_helper hold PATH               SQLite's own exclusive lock (BEGIN EXCLUSIVE)
 //   dao_helper exclusive PATH          the engine's exclusive (maintenance) open
-//   dao_helper write PATH FIELD COUNT  COUNT Edit/Updates of FIELD of the first row of People
 //   dao_helper raise PATH COUNT        COUNT raises by one of Num of the first row of People
 // "hold" and "exclusive" print "locked" and keep the lock until stdin closes.
-// "write" prints "ready", then "done written=N lost=M last=V" (V: last value written).
 #include "dao/dao.h"
 
 #include <QCoreApplication>
@@ -54,35 +52,6 @@ int exclusive(const QString& path)
     return 0;
 }
 
-int write(const QString& path, const QString& field, int count)
-{
-    std::printf("ready\n");
-    std::fflush(stdout);
-    int written = 0;
-    int lost = 0;
-    int last = -1;
-    for (int i = 0; i < count; ++i) {
-        try {
-            auto db = dao::DBEngine::OpenDatabase(path);
-            auto rs = db->OpenRecordset(QStringLiteral("People"));
-            rs->Edit();
-            rs->Fields(field) = i;
-            rs->Update();
-            db->Close();
-            ++written;
-            last = i;
-        } catch (const dao::JetError& e) {
-            if (e.number() != dao::errRecordLocked && e.number() != dao::errCouldNotLockFile) {
-                std::printf("error %d\n", e.number());
-                return 1;
-            }
-            ++lost;
-        }
-    }
-    std::printf("done written=%d lost=%d last=%d\n", written, lost, last);
-    return 0;
-}
-
 // Read, add one, write back through Edit/Update, each time on a fresh open.
 int raise(const QString& path, int count)
 {
@@ -115,8 +84,6 @@ int main(int argc, char** argv)
         return exclusive(args[2]);
     if (args.size() >= 4 && args[1] == QLatin1String("raise"))
         return raise(args[2], args[3].toInt());
-    if (args.size() >= 5 && args[1] == QLatin1String("write"))
-        return write(args[2], args[3], args[4].toInt());
-    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH | write PATH FIELD COUNT | raise PATH COUNT\n");
+    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH | raise PATH COUNT\n");
     return 2;
 }

@@ -294,37 +294,6 @@ private slots:
         QCOMPARE(daotest::sqliteValue(m_file, "SELECT count(*) FROM People WHERE Name = 'Dee'"), QString("1"));
     }
 
-    // Two clients write two fields of one row at once: every write lands or fails
-    // with 3218 after the busy wait, each field ends at its writer's last good value,
-    // and the file stays whole.
-    void twoProcessesWriteOneRow()
-    {
-        m_db->Close();
-        const int count = 40;
-        daotest::Helper helper;
-        QCOMPARE(helper.start({"write", m_file, "Num", QString::number(count)}), QString("ready"));
-        int last = -1;
-        for (int i = 0; i < count; ++i) {
-            const int number = jetNumber([&] {
-                auto db = DBEngine::OpenDatabase(m_file);
-                auto rs = db->OpenRecordset("People");
-                rs->Edit();
-                rs->Fields("Amount") = double(i);
-                rs->Update();
-            });
-            QVERIFY2(number == 0 || number == errRecordLocked || number == errCouldNotLockFile,
-                     qPrintable(QString::number(number)));
-            if (number == 0)
-                last = i;
-        }
-        const QString report = helper.finish();
-        QVERIFY2(report.startsWith("done"), qPrintable(report));
-        QCOMPARE(daotest::sqliteValue(m_file, "PRAGMA integrity_check"), QString("ok"));
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), report.section("last=", 1));
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT CAST(Amount AS INTEGER) FROM People WHERE ID = 1"),
-                 QString::number(last));
-    }
-
     // A second client's Edit waits for the first one's Update, with timers running
     // meanwhile, and then raises the value the first one wrote: both raises count.
     // CancelUpdate lets go of the lock at once.
