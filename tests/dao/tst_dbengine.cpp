@@ -43,13 +43,6 @@ void TestDBEngine::init()
 
 namespace {
 
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 QByteArray legacyHeader(const char* kind)
 {
     QByteArray bytes(2048, '\0');
@@ -90,19 +83,19 @@ void TestDBEngine::openFailures()
     if (setup == "dir") {
         QVERIFY(QDir(m_dir->path()).mkdir(file));
     } else if (setup == "plain") {
-        writeFile(path("plain.txt"), "text");
+        QVERIFY(writeFile(path("plain.txt"), "text"));
     } else if (setup == "random") {
         QByteArray bytes(8192, '\0');
         for (int i = 0; i < bytes.size(); ++i)
             bytes[i] = char((i * 7919 + 13) % 251);
-        writeFile(target, bytes);
+        QVERIFY(writeFile(target, bytes));
     } else if (setup == "empty") {
-        writeFile(target, QByteArray());
+        QVERIFY(writeFile(target, QByteArray()));
     } else if (setup == "jet" || setup == "ace") {
-        writeFile(target, legacyHeader(setup == "jet" ? "Standard Jet DB" : "Standard ACE DB"));
+        QVERIFY(writeFile(target, legacyHeader(setup == "jet" ? "Standard Jet DB" : "Standard ACE DB")));
     } else if (setup == "truncated" || setup == "damaged") {
         daotest::makePeople(target);
-        daotest::sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));");
+        QVERIFY(sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));"));
         QFile f(target);
         if (setup == "truncated") {
             QVERIFY(f.resize(f.size() / 2));
@@ -149,7 +142,7 @@ void TestDBEngine::createDatabase()
     QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
     QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
 
-    QCOMPARE(daotest::sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
+    QCOMPARE(sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
 }
 
 // The maintenance open shuts out every other open with 3045, at once (without
@@ -221,7 +214,7 @@ void TestDBEngine::readOnlyOpen()
     QCOMPARE(rs->RecordCount(), 3LL);
     QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
     QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
-    QCOMPARE(daotest::sqliteValue(file, "SELECT count(*) FROM People"), QString("3"));
+    QCOMPARE(sqliteValue(file, "SELECT count(*) FROM People"), QString("3"));
 }
 
 QTEST_GUILESS_MAIN(TestDBEngine)
