@@ -2,6 +2,7 @@
 #include "admin/admin.h"
 #include "dao/dao.h"
 #include "database/site.h"
+#include "ondisk.h"
 #include "platform/profile.h"
 #include "tempsite.h"
 
@@ -41,13 +42,18 @@ class TstAdmin : public QObject
     Q_OBJECT
 
 private slots:
-    // A site is made once; the older release has the old tracking column.
+    // A site is made once, its folders as needed, veskor.ini naming the folder with
+    // a closing separator; the older release has the old tracking column.
     void initMakesASiteOnce()
     {
         QTemporaryDir tmp;
-        const QString dir = tmp.filePath("site");
+        const QString dir = tmp.filePath("new/site");
         QCOMPARE(run({"init", dir}).code, 0);
-        QVERIFY(QFile::exists(dir + "/veskor.mdb") && QFile::exists(dir + "/veskor.ini"));
+        QVERIFY(QFile::exists(dir + "/veskor.mdb"));
+        const QString dataPath =
+            platform::GetPrivateProfileString("DataPath", "DataPath", QString(), 1024, dir + "/veskor.ini");
+        QVERIFY(dataPath.endsWith(QDir::separator()));
+        QCOMPARE(QDir(dataPath).canonicalPath(), QDir(dir).canonicalPath());
         const Result again = run({"init", dir});
         QCOMPARE(again.code, 1);
         QVERIFY2(again.err.contains("already exists"), qPrintable(again.err));
@@ -175,10 +181,7 @@ private slots:
         QCOMPARE(none.code, 1);
         QVERIFY2(none.err.contains("no site database"), qPrintable(none.err));
 
-        QFile junk(tmp.filePath("veskor.mdb"));
-        QVERIFY(junk.open(QIODevice::WriteOnly));
-        junk.write(QByteArray(4096, 'x'));
-        junk.close();
+        QVERIFY(writeFile(tmp.filePath("veskor.mdb"), QByteArray(4096, 'x')));
         const Result bad = run({"board", "--site", tmp.path()});
         QCOMPARE(bad.code, 1);
         QVERIFY2(bad.err.contains("database error 3343"), qPrintable(bad.err)); // a Jet error with its number

@@ -4,6 +4,7 @@
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "ondisk.h"
 #include "tempsite.h"
 #include "testgateways.h"
 
@@ -122,10 +123,8 @@ private slots:
             QVERIFY(QFile::remove(site.dbPath()));
         if (broken == Broken::FolderAsFile)
             QVERIFY(QDir().mkdir(site.dbPath()));
-        if (broken == Broken::Garbage) {
-            QFile file(site.dbPath());
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(4096, 'x')) == 4096);
-        }
+        if (broken == Broken::Garbage)
+            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
         for (int answer : answers)
             gw.boxes().answer(answer);
 

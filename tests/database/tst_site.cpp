@@ -2,7 +2,6 @@
 // the test fixture share.
 #include "dao/dao.h"
 #include "database/site.h"
-#include "platform/profile.h"
 #include "tempsite.h"
 
 #include <QDir>
@@ -40,18 +39,6 @@ class TstSite : public QObject
     Q_OBJECT
 
 private slots:
-    // The folders are made as needed; veskor.ini names the folder with a closing separator.
-    void createSiteWritesTheIni()
-    {
-        QTemporaryDir tmp;
-        const QString dir = tmp.filePath("new/site");
-        database::createSite(dir);
-        const QString dataPath =
-            platform::GetPrivateProfileString("DataPath", "DataPath", QString(), 1024, dir + "/veskor.ini");
-        QVERIFY(dataPath.endsWith(QDir::separator()));
-        QCOMPARE(QDir(dataPath).canonicalPath(), QDir(dir).canonicalPath());
-    }
-
     void newSite_data()
     {
         QTest::addColumn<SchemaRelease>("release");

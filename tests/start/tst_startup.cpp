@@ -3,6 +3,7 @@
 #include "dao/dao.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "ondisk.h"
 #include "otherclient.h"
 #include "platform/mounts.h"
 #include "start/startup.h"
@@ -41,11 +42,9 @@ enum class Damage
     Locked
 };
 
-void writeIni(const TempSite& site, const QString& dataPath)
+bool writeIni(const TempSite& site, const QString& dataPath)
 {
-    QFile ini(site.iniPath());
-    QVERIFY(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ini.write(QStringLiteral("[DataPath]\r\nDataPath=%1\r\n").arg(dataPath).toUtf8());
+    return writeFile(site.iniPath(), "[DataPath]\r\nDataPath=" + dataPath.toUtf8() + "\r\n");
 }
 
 // The expected text with %1 replaced (QString::arg would warn about texts without it).
@@ -130,17 +129,14 @@ private slots:
         case Damage::NoIni:
             QVERIFY(QFile::remove(site.iniPath()));
             break;
-        case Damage::Garbage: {
-            QFile db(site.dbPath());
-            QVERIFY(db.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            db.write(QByteArray(4096, 'x'));
+        case Damage::Garbage:
+            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
             break;
-        }
         case Damage::NoDatabase:
             QVERIFY(QFile::remove(site.dbPath()));
             break;
         case Damage::NoFolder:
-            writeIni(site, site.path() + QStringLiteral("gone/"));
+            QVERIFY(writeIni(site, site.path() + QStringLiteral("gone/")));
             break;
         case Damage::DatabaseIsFolder:
             QVERIFY(QFile::remove(site.dbPath()) && QDir().mkdir(site.dbPath()));
@@ -199,7 +195,7 @@ private slots:
         TempSite site;
         const QString folder = site.path().chopped(1);
         setMountTable(MountTable{{QStringLiteral("//srv/share"), folder, QStringLiteral("cifs")}});
-        writeIni(site, withFolder(dataPath, folder));
+        QVERIFY(writeIni(site, withFolder(dataPath, folder)));
         gstrApplicationPath = site.path();
 
         subInitializeLocalDatabase();
@@ -225,11 +221,8 @@ private slots:
         TempSite site;
         gstrApplicationPath = site.path();
         gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
-        if (!value.isNull()) {
-            QFile file(site.path() + QStringLiteral("forceshutdown.ini"));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n");
-        }
+        QVERIFY(value.isNull() ||
+                writeFile(site.path() + "forceshutdown.ini", "[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n"));
 
         const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
         QCOMPARE(gblnForcedShutDown, shutDown);
