@@ -94,9 +94,15 @@ private slots:
                                         << "SecurityCounter"
                                         << "SELECT SystemSecurityLevel FROM GlobalSettingsTable"
                                         << "2";
-        QTest::newRow("other setting") << QStringList{"settings", "set", "AllowMessaging", "off"} << ""
-                                       << "SELECT AllowMessaging FROM GlobalSettingsTable"
-                                       << "False";
+        QTest::newRow("yes/no setting, any case") << QStringList{"settings", "set", "allowmessaging", "OFF"} << ""
+                                                  << "SELECT AllowMessaging FROM GlobalSettingsTable"
+                                                  << "False";
+        QTest::newRow("text setting") << QStringList{"settings", "set", "PhotoPath", "  /srv/photos/ "} << ""
+                                      << "SELECT PhotoPath FROM GlobalSettingsTable"
+                                      << "/srv/photos/";
+        QTest::newRow("other table") << QStringList{"settings", "set", "NewUserDefaultsTable.RefreshRate", "15"} << ""
+                                     << "SELECT RefreshRate FROM NewUserDefaultsTable"
+                                     << "15";
     }
     void commands()
     {
@@ -160,6 +166,12 @@ private slots:
         QTest::newRow("code not a number") << QStringList{"status-type", "add", "Away", "ten"} << 2 << "whole number";
         QTest::newRow("bad column") << QStringList{"column", "add", "Mobile"} << 1 << "New_";
         QTest::newRow("unknown setting") << QStringList{"settings", "get", "Colour"} << 1 << "no field";
+        QTest::newRow("number refused") << QStringList{"settings", "set", "SystemSecurityLevel", "high"} << 1
+                                        << "\"high\" is not a value";
+        QTest::newRow("yes/no refused") << QStringList{"settings", "set", "AllowMessaging", "maybe"} << 1
+                                        << "\"maybe\" is not a value";
+        QTest::newRow("not a settings table")
+            << QStringList{"settings", "set", "EmployeeTable.Name", "x"} << 1 << "not a settings table";
     }
     void failures()
     {

@@ -27,13 +27,13 @@ inline int jetNumber(const std::function<void()>& fn)
 // A small table of people for most tests, made with plain SQLite.
 inline void makePeople(const QString& path)
 {
-    QVERIFY(sqliteExec(path,
-                       QStringLiteral(
-                   "CREATE TABLE People (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50) NOT NULL COLLATE NOCASE "
-                   "UNIQUE, Flag BIT, Num LONG, Amount DOUBLE, Note TEXT(250));"
-                   "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Ann', 1, 10, 1.5, 'first');"
-                   "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Bob', 0, 20, 2.0, NULL);"
-                   "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Cy', NULL, NULL, NULL, '');")));
+    QVERIFY(sqliteExec(
+        path, QStringLiteral(
+                  "CREATE TABLE People (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50) NOT NULL COLLATE NOCASE "
+                  "UNIQUE, Flag BIT, Num LONG, Amount DOUBLE, Note TEXT(250));"
+                  "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Ann', 1, 10, 1.5, 'first');"
+                  "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Bob', 0, 20, 2.0, NULL);"
+                  "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Cy', NULL, NULL, NULL, '');")));
 }
 
 // The helper process that holds locks for the tests (dao_helper beside the test).

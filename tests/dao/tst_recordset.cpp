@@ -252,16 +252,15 @@ private slots:
         rs->Edit();
         rs->Fields("Num") = 11;
         rs->Update();
-        QCOMPARE(sqliteValue(m_file, "SELECT Num || ' ' || Note FROM People WHERE ID = 1"),
-                 QString("11 theirs"));
+        QCOMPARE(sqliteValue(m_file, "SELECT Num || ' ' || Note FROM People WHERE ID = 1"), QString("11 theirs"));
     }
 
     // Seek on a table's primary key finds a whole key without regard to case.
     void seekOnPrimaryKey()
     {
         QVERIFY(sqliteExec(m_file,
-                            "CREATE TABLE GroupTable (GroupName TEXT(50) PRIMARY KEY, Note TEXT(50));"
-                            "INSERT INTO GroupTable VALUES ('Admin', 'a'), ('Front Desk', 'f'), ('Sales*', 's')"));
+                           "CREATE TABLE GroupTable (GroupName TEXT(50) PRIMARY KEY, Note TEXT(50));"
+                           "INSERT INTO GroupTable VALUES ('Admin', 'a'), ('Front Desk', 'f'), ('Sales*', 's')"));
         auto rs = m_db->OpenRecordset("GroupTable", dbOpenTable, dbReadOnly);
         rs->setIndex("PrimaryKey");
         rs->Seek("=", QString("front DESK"));

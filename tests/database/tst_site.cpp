@@ -133,37 +133,6 @@ private slots:
         QCOMPARE(database::extraColumnCaption("New_Desk"), QStringLiteral("Desk"));
     }
 
-    void settingsAreStoredByType_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("input");
-        QTest::addColumn<QString>("stored"); // "" when refused
-        const auto row = [](const char* name, const char* field, const char* input, const char* stored) {
-            QTest::newRow(name) << field << input << stored;
-        };
-        row("yes/no, other case", "allowmessaging", "TRUE", "True");
-        row("text", "PhotoPath", "  /srv/photos/ ", "/srv/photos/");
-        row("other table", "NewUserDefaultsTable.RefreshRate", "15", "15");
-        row("number refused", "SystemSecurityLevel", "high", "");
-        row("yes/no refused", "AllowMessaging", "maybe", "");
-        row("not a settings table", "EmployeeTable.Name", "x", "");
-    }
-    void settingsAreStoredByType()
-    {
-        QFETCH(QString, field);
-        QFETCH(QString, input);
-        QFETCH(QString, stored);
-        TempSite site;
-        auto db = site.openDb();
-        const QString error = siteErrorOf([&] { database::setSetting(*db, field, input); });
-        if (stored.isEmpty()) {
-            QVERIFY(error != "<no error>");
-        } else {
-            QCOMPARE(error, QStringLiteral("<no error>"));
-            QCOMPARE(database::getSetting(*db, field), stored);
-        }
-    }
-
     void countersRise()
     {
         TempSite site;

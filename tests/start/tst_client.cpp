@@ -74,7 +74,8 @@ private slots:
             << Refusal::Busy << title + "0\tError (3050 ) in modDatabase - subInitializeLocalDatabase event"
             << "\\rUnable to start VESK-OR at this time. Please try again...";
         QTest::newRow("held by the administrator")
-            << Refusal::HeldByAdministrator << title + "0\tError (3045 ) in modDatabase" << "";
+            << Refusal::HeldByAdministrator << title + "0\tError (3045 ) in modDatabase"
+            << "";
         QTest::newRow("damaged") << Refusal::Damaged << title + "48\t" << damaged;
     }
 

@@ -221,8 +221,8 @@ private slots:
         TempSite site;
         gstrApplicationPath = site.path();
         gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
-        QVERIFY(value.isNull() ||
-                writeFile(site.path() + "forceshutdown.ini", "[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n"));
+        QVERIFY(value.isNull() || writeFile(site.path() + "forceshutdown.ini",
+                                            "[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n"));
 
         const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
         QCOMPARE(gblnForcedShutDown, shutDown);

@@ -1,9 +1,9 @@
 // The status writes and the log on a real site file: whose row a change goes to,
 // the code of the word, the comment rule, the mirror, the counter and log rows.
-#include "status/statuswrite.h"
-#include "status/translog.h"
 #include "ondisk.h"
 #include "otherclient.h"
+#include "status/statuswrite.h"
+#include "status/translog.h"
 #include "statusfixture.h"
 
 #include <QTest>

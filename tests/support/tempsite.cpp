@@ -1,8 +1,8 @@
 #include "tempsite.h"
 
 #include "dao/dao.h"
-#include "ondisk.h"
 #include "kernel/globals.h"
+#include "ondisk.h"
 
 #include <QDir>
 #include <QFile>
