@@ -36,8 +36,9 @@ struct FakeMain : MainScreen
 };
 
 // The counters this client last acted on, in the order of Counters.
-const std::array<long long*, 5> kLastActed{&glngLastStatusCounter, &glngLastStatusTypeCounter, &glngLastGroupCounter,
-                                           &glngLastSecurityCounter, &glngLastExtraColumnsCounter};
+const std::array<long long*, 5> kLastActed{&gCounters.glngLastStatusCounter, &gCounters.glngLastStatusTypeCounter,
+                                           &gCounters.glngLastGroupCounter, &gCounters.glngLastSecurityCounter,
+                                           &gCounters.glngLastExtraColumnsCounter};
 
 Counters lastActedOn()
 {
@@ -70,8 +71,8 @@ private slots:
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("2"));
         subUpdateStatusCounter();
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("3"));
-        QCOMPARE(glngStatusCounter, 3);
-        QCOMPARE(glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
+        QCOMPARE(gCounters.glngStatusCounter, 3);
+        QCOMPARE(gCounters.glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -112,11 +113,11 @@ private slots:
             *kLastActed[i] = acted[i];
 
         subGetCounterValues();
-        const Counters read{glngStatusCounter, glngStatusTypeCounter, glngGroupCounter, glngSecurityCounter,
-                            glngExtraColumnsCounter};
+        const Counters read{gCounters.glngStatusCounter, gCounters.glngStatusTypeCounter, gCounters.glngGroupCounter,
+                            gCounters.glngSecurityCounter, gCounters.glngExtraColumnsCounter};
         QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
         QCOMPARE(screen.reactions, reactions);
-        QCOMPARE(gintSystemSecurityLevel, reactions[2] ? 2 : 0);
+        QCOMPARE(gSite.gintSystemSecurityLevel, reactions[2] ? 2 : 0);
         QCOMPARE(lastActedOn(), actedAfter);
 
         // Nothing moved since: the next poll acts on nothing and only reads, the
@@ -134,15 +135,16 @@ private slots:
         TestGateways gw;
         TempSite site;
         site.makeCurrent();
-        glngStatusCounter = glngGroupCounter = glngLastStatusCounter = glngLastGroupCounter = 4;
+        gCounters.glngStatusCounter = gCounters.glngGroupCounter = gCounters.glngLastStatusCounter =
+            gCounters.glngLastGroupCounter = 4;
         {
             OtherClient other(site);
             subOpenDatabase();
             QVERIFY(other.begin("BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9"));
             subGetCounterValues();
         }
-        QCOMPARE(glngStatusCounter + glngStatusTypeCounter + glngGroupCounter + glngSecurityCounter +
-                     glngExtraColumnsCounter,
+        QCOMPARE(gCounters.glngStatusCounter + gCounters.glngStatusTypeCounter + gCounters.glngGroupCounter +
+                     gCounters.glngSecurityCounter + gCounters.glngExtraColumnsCounter,
                  0);
         QCOMPARE(lastActedOn(), (Counters{4, 0, 4, 0, 0}));
         QCOMPARE(gw.boxes().count(), 0);

@@ -37,8 +37,8 @@ enum class Broken
 
 void useSite(const QString& folder)
 {
-    gstrCurrentDatabasePath = folder;
-    gblnDatabaseClosed = true;
+    gRun.gstrCurrentDatabasePath = folder;
+    gRun.gblnDatabaseClosed = true;
 }
 
 } // namespace
@@ -59,18 +59,18 @@ private slots:
         TempSite site;
         useSite(site.path());
         subOpenDatabase();
-        const auto first = gdbDatabase;
-        QVERIFY(first->isOpen() && !gblnDatabaseClosed && TimerCloseDatabase().isActive());
+        const auto first = gRun.gdbDatabase;
+        QVERIFY(first->isOpen() && !gRun.gblnDatabaseClosed && TimerCloseDatabase().isActive());
         subCloseDatabase();
         subOpenDatabase();
-        QCOMPARE(gdbDatabase, first);
+        QCOMPARE(gRun.gdbDatabase, first);
         QVERIFY(first->isOpen());
 
         // The real timer closes two seconds after the real open.
-        QTRY_COMPARE_WITH_TIMEOUT(glngDatabaseCloseCount, 1, 4000);
-        QVERIFY(!first->isOpen() && gblnDatabaseClosed && !TimerCloseDatabase().isActive());
+        QTRY_COMPARE_WITH_TIMEOUT(gRun.glngDatabaseCloseCount, 1, 4000);
+        QVERIFY(!first->isOpen() && gRun.gblnDatabaseClosed && !TimerCloseDatabase().isActive());
         subOpenDatabase();
-        QVERIFY(gdbDatabase != first && gdbDatabase->isOpen());
+        QVERIFY(gRun.gdbDatabase != first && gRun.gdbDatabase->isOpen());
     }
 
     void failedOpen_data()
@@ -156,7 +156,7 @@ private slots:
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
                                                   "Please wait a few seconds, then press OK to continue."));
         QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
-        QVERIFY(gdbDatabase && gdbDatabase->isOpen() && !gblnDatabaseClosed);
+        QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen() && !gRun.gblnDatabaseClosed);
     }
 
     void groupExists()
@@ -169,8 +169,8 @@ private slots:
         QVERIFY(!fnGroupExists("Sale") && !fnGroupExists("S*"));
 
         // A database object lost while events ran is opened again, without a box.
-        gdbDatabase->Close();
-        QVERIFY(fnGroupExists("Sales") && gdbDatabase->isOpen());
+        gRun.gdbDatabase->Close();
+        QVERIFY(fnGroupExists("Sales") && gRun.gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
     }
 };

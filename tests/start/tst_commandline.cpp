@@ -84,23 +84,24 @@ private slots:
             .person(QStringLiteral("Guest Desk"), QStringLiteral("Unknown"))
             .person(QStringLiteral("No Uid"))
             .status(QStringLiteral("Ann Lee"), QStringLiteral("Out"));
-        gdbDatabase = site.openDb(); // as the start-up leaves it: open, gblnDatabaseClosed False
+        gRun.gdbDatabase = site.openDb(); // as the start-up leaves it: open, gblnDatabaseClosed False
         gw.identity().login = login;
-        gstrGivenCommandLine = commandLine;
-        gstrCurrentStatus.clear();
+        gRun.gstrGivenCommandLine = commandLine;
+        gRun.gstrCurrentStatus.clear();
 
         const auto ended = TestGateways::endCodeOf([] { subCheckCommandLine(); });
         QCOMPARE(ended.has_value(), ends);
-        QCOMPARE(gstrDefaultUser, person);
-        QCOMPARE(gstrUserID, userID);
-        QCOMPARE(gblnValidUserName, validName);
-        QCOMPARE(gblnValidUserID, validID);
+        QCOMPARE(gRun.gstrDefaultUser, person);
+        QCOMPARE(gRun.gstrUserID, userID);
+        QCOMPARE(gRun.gblnValidUserName, validName);
+        QCOMPARE(gRun.gblnValidUserID, validID);
         QCOMPARE(welcomeScreen().isUnloaded(), unloadsWelcome);
-        QCOMPARE(gstrCommandLine, commandLine.trimmed());
-        QCOMPARE(gstrLoginName, login.isEmpty() || login.size() >= 64 ? QStringLiteral("Unknown") : login);
+        QCOMPARE(gRun.gstrCommandLine, commandLine.trimmed());
+        QCOMPARE(gRun.gstrLoginName, login.isEmpty() || login.size() >= 64 ? QStringLiteral("Unknown") : login);
         // -STS: takes its word wherever it stands, even before anyone is known.
-        QCOMPARE(gstrCurrentStatus, commandLine.contains(QStringLiteral("-STS:")) ? QStringLiteral("Busy") : QString());
-        gdbDatabase.reset();
+        QCOMPARE(gRun.gstrCurrentStatus,
+                 commandLine.contains(QStringLiteral("-STS:")) ? QStringLiteral("Busy") : QString());
+        gRun.gdbDatabase.reset();
         QCOMPARE(statusOf(site, QStringLiteral("Ann Lee")), annStatus);
     }
 };

@@ -70,8 +70,8 @@ private slots:
         f.board.selected = r.selected;
         f.board.current = r.current;
         f.board.groupButton = r.groupButton;
-        gstrDueBack = QStringLiteral("3pm");
-        gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = QStringLiteral("3pm");
+        gRun.gstrComment = QStringLiteral("Dentist");
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
 
@@ -111,16 +111,16 @@ private slots:
         StatusFixture f;
         f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
         f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
-        gblnAutoClearComments = w.autoClear;
-        gstrDueBack = QStringLiteral("Tomorrow");
-        gstrComment = QStringLiteral("Dentist");
+        gPerson.gblnAutoClearComments = w.autoClear;
+        gRun.gstrDueBack = QStringLiteral("Tomorrow");
+        gRun.gstrComment = QStringLiteral("Dentist");
 
         subSetStatus(w.word);
 
         const QStringList comments = w.cleared ? QStringList{"", ""} : QStringList{"Tomorrow", "Dentist"};
         QCOMPARE(f.row("SELECT Status, StatusCode, DueBack, Comments FROM EmployeeTable WHERE Name = \"Ann Lee\""),
                  QStringList({w.word, w.code}) + comments);
-        QCOMPARE((QStringList{gstrDueBack, gstrComment}), comments);
+        QCOMPARE((QStringList{gRun.gstrDueBack, gRun.gstrComment}), comments);
         QCOMPARE(f.board.caption(), " VESK-OR Pro  - [Ann Lee] '" + w.caption + "'");
         QCOMPARE(f.board.trayTip(), " VESK-OR Pro  [Ann Lee] '" + w.word + "'");
     }
@@ -145,7 +145,7 @@ private slots:
             f.site.person(user);
         }
         f.site.tracking("Bob Ray", user);
-        gstrDefaultUser = user;
+        gRun.gstrDefaultUser = user;
         const long long before = f.counter();
 
         subSetStatus(QStringLiteral("Busy"));
@@ -164,7 +164,7 @@ private slots:
         StatusFixture f;
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
-        gblnSuppressNextLog = true;
+        gRun.gblnSuppressNextLog = true;
 
         subSetStatus(QStringLiteral("At Lunch"));
 
@@ -176,7 +176,7 @@ private slots:
         rs->MoveNext();
         QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
         QCOMPARE(f.logRows(), 0);
-        QVERIFY(!gblnSuppressNextLog);
+        QVERIFY(!gRun.gblnSuppressNextLog);
         subSetStatus(QStringLiteral("Busy"));
         QCOMPARE(f.logRows(), 1);
     }
@@ -189,8 +189,8 @@ private slots:
         f.board.selected = {1, 2};
         f.board.current = 1;
         f.board.groupButton = true;
-        gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
-        gblnDatabaseClosed = false;
+        gRun.gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
+        gRun.gblnDatabaseClosed = false;
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
 
@@ -227,13 +227,13 @@ private slots:
         QFETCH(QStringList, logged);
         StatusFixture f;
         QLocale::setDefault(locale);
-        gblnTransactionLog = !logged.isEmpty();
+        gSite.gblnTransactionLog = !logged.isEmpty();
 
         subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
 
         const QStringList row = f.row("SELECT * FROM TransactionLogTable");
         if (logged.isEmpty()) {
-            QVERIFY(row.isEmpty() && !gdbDatabase); // not even opened
+            QVERIFY(row.isEmpty() && !gRun.gdbDatabase); // not even opened
             return;
         }
         QCOMPARE(row, (QStringList{logged[0], "Busy", "3pm", "Say \"hi\"", kStamp, "alee", logged[1], "DESK-07",
@@ -253,7 +253,7 @@ private slots:
             renameTable(f.site, "TransactionLogTable", "LogAway");
             QTimer::singleShot(0, [&] {
                 renameTable(f.site, "LogAway", "TransactionLogTable");
-                gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+                gRun.gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
             });
             subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
             QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
@@ -354,7 +354,7 @@ private slots:
         f.board.groupButton = true;
         const long long before = f.counter();
         QVERIFY(f.site.rawExec(breakage));
-        intLogRetries = 2;
+        gRun.intLogRetries = 2;
         f.gw.boxes().answer(vbOK, boxes);
 
         try {
@@ -395,7 +395,7 @@ private slots:
         QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
         QTimer::singleShot(50, [reopen] {
             if (reopen) {
-                gblnDatabaseClosed = true;
+                gRun.gblnDatabaseClosed = true;
                 subOpenDatabase();
             } else {
                 TimerCloseDatabase_Timer();
@@ -406,7 +406,7 @@ private slots:
         subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
 
         sqlite3_close(other);
-        QVERIFY(gdbDatabase->isOpen());
+        QVERIFY(gRun.gdbDatabase->isOpen());
         QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.logRows(), 1);
