@@ -49,8 +49,9 @@ struct FakeMain : MainScreen
 using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
 // The counters this client last acted on, in the order of Counters.
-const std::array<long long*, 5> kLastActed{&glngLastStatusCounter, &glngLastStatusTypeCounter, &glngLastGroupCounter,
-                                           &glngLastSecurityCounter, &glngLastExtraColumnsCounter};
+const std::array<long long*, 5> kLastActed{&gCounters.glngLastStatusCounter, &gCounters.glngLastStatusTypeCounter,
+                                           &gCounters.glngLastGroupCounter, &gCounters.glngLastSecurityCounter,
+                                           &gCounters.glngLastExtraColumnsCounter};
 
 Counters lastActedOn()
 {
@@ -70,8 +71,8 @@ enum class Broken
 
 void useSite(const QString& folder)
 {
-    gstrCurrentDatabasePath = folder;
-    gblnDatabaseClosed = true;
+    gRun.gstrCurrentDatabasePath = folder;
+    gRun.gblnDatabaseClosed = true;
 }
 
 } // namespace
@@ -92,18 +93,18 @@ private slots:
         TempSite site;
         useSite(site.path());
         subOpenDatabase();
-        const auto first = gdbDatabase;
-        QVERIFY(first->isOpen() && !gblnDatabaseClosed && TimerCloseDatabase().isActive());
+        const auto first = gRun.gdbDatabase;
+        QVERIFY(first->isOpen() && !gRun.gblnDatabaseClosed && TimerCloseDatabase().isActive());
         subCloseDatabase();
         subOpenDatabase();
-        QCOMPARE(gdbDatabase, first);
+        QCOMPARE(gRun.gdbDatabase, first);
         QVERIFY(first->isOpen());
 
         // The real timer closes two seconds after the real open.
-        QTRY_COMPARE_WITH_TIMEOUT(glngDatabaseCloseCount, 1, 4000);
-        QVERIFY(!first->isOpen() && gblnDatabaseClosed && !TimerCloseDatabase().isActive());
+        QTRY_COMPARE_WITH_TIMEOUT(gRun.glngDatabaseCloseCount, 1, 4000);
+        QVERIFY(!first->isOpen() && gRun.gblnDatabaseClosed && !TimerCloseDatabase().isActive());
         subOpenDatabase();
-        QVERIFY(gdbDatabase != first && gdbDatabase->isOpen());
+        QVERIFY(gRun.gdbDatabase != first && gRun.gdbDatabase->isOpen());
     }
 
     void failedOpen_data()
@@ -187,7 +188,7 @@ private slots:
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
                                                   "Please wait a few seconds, then press OK to continue."));
         QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
-        QVERIFY(gdbDatabase && gdbDatabase->isOpen() && !gblnDatabaseClosed);
+        QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen() && !gRun.gblnDatabaseClosed);
     }
 
     void groupExists()
@@ -200,8 +201,8 @@ private slots:
         QVERIFY(!fnGroupExists("Sale") && !fnGroupExists("S*"));
 
         // A database object lost while events ran is opened again, without a box.
-        gdbDatabase->Close();
-        QVERIFY(fnGroupExists("Sales") && gdbDatabase->isOpen());
+        gRun.gdbDatabase->Close();
+        QVERIFY(fnGroupExists("Sales") && gRun.gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -216,8 +217,8 @@ private slots:
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("2"));
         subUpdateStatusCounter();
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("3"));
-        QCOMPARE(glngStatusCounter, 3);
-        QCOMPARE(glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
+        QCOMPARE(gCounters.glngStatusCounter, 3);
+        QCOMPARE(gCounters.glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -258,11 +259,11 @@ private slots:
             *kLastActed[i] = acted[i];
 
         subGetCounterValues();
-        const Counters read{glngStatusCounter, glngStatusTypeCounter, glngGroupCounter, glngSecurityCounter,
-                            glngExtraColumnsCounter};
+        const Counters read{gCounters.glngStatusCounter, gCounters.glngStatusTypeCounter, gCounters.glngGroupCounter,
+                            gCounters.glngSecurityCounter, gCounters.glngExtraColumnsCounter};
         QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
         QCOMPARE(screen.reactions, reactions);
-        QCOMPARE(gintSystemSecurityLevel, reactions[2] ? 2 : 0);
+        QCOMPARE(gSite.gintSystemSecurityLevel, reactions[2] ? 2 : 0);
         QCOMPARE(lastActedOn(), actedAfter);
 
         // Nothing moved since: the next poll acts on nothing and only reads, the
@@ -280,15 +281,16 @@ private slots:
         TestGateways gw;
         TempSite site;
         site.makeCurrent();
-        glngStatusCounter = glngGroupCounter = glngLastStatusCounter = glngLastGroupCounter = 4;
+        gCounters.glngStatusCounter = gCounters.glngGroupCounter = gCounters.glngLastStatusCounter =
+            gCounters.glngLastGroupCounter = 4;
         {
             OtherClient other(site);
             subOpenDatabase();
             QVERIFY(other.begin("BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9"));
             subGetCounterValues();
         }
-        QCOMPARE(glngStatusCounter + glngStatusTypeCounter + glngGroupCounter + glngSecurityCounter +
-                     glngExtraColumnsCounter,
+        QCOMPARE(gCounters.glngStatusCounter + gCounters.glngStatusTypeCounter + gCounters.glngGroupCounter +
+                     gCounters.glngSecurityCounter + gCounters.glngExtraColumnsCounter,
                  0);
         QCOMPARE(lastActedOn(), (Counters{4, 0, 4, 0, 0}));
         QCOMPARE(gw.boxes().count(), 0);

@@ -65,24 +65,24 @@ private slots:
             .person(QStringLiteral("Guest Desk"), QStringLiteral("Unknown"))
             .person(QStringLiteral("No Uid"))
             .status(QStringLiteral("Ann Lee"), QStringLiteral("Out"));
-        gdbDatabase = site.openDb(); // as the start-up leaves it: open, gblnDatabaseClosed False
+        gRun.gdbDatabase = site.openDb(); // as the start-up leaves it: open, gblnDatabaseClosed False
         gw.identity().login = c.login;
-        gstrGivenCommandLine = c.commandLine;
-        gstrCurrentStatus.clear();
+        gRun.gstrGivenCommandLine = c.commandLine;
+        gRun.gstrCurrentStatus.clear();
 
         const auto ended = TestGateways::endCodeOf([] { subCheckCommandLine(); });
         QCOMPARE(ended.has_value(), c.ends);
-        QCOMPARE(gstrDefaultUser, c.person);
-        QCOMPARE(gstrUserID, c.userID);
-        QCOMPARE(gblnValidUserName, c.validName);
-        QCOMPARE(gblnValidUserID, c.validID);
+        QCOMPARE(gRun.gstrDefaultUser, c.person);
+        QCOMPARE(gRun.gstrUserID, c.userID);
+        QCOMPARE(gRun.gblnValidUserName, c.validName);
+        QCOMPARE(gRun.gblnValidUserID, c.validID);
         QCOMPARE(welcomeScreen().isUnloaded(), c.unloadsWelcome);
-        QCOMPARE(gstrCommandLine, c.commandLine.trimmed());
-        QCOMPARE(gstrLoginName, c.login.isEmpty() || c.login.size() >= 64 ? QStringLiteral("Unknown") : c.login);
+        QCOMPARE(gRun.gstrCommandLine, c.commandLine.trimmed());
+        QCOMPARE(gRun.gstrLoginName, c.login.isEmpty() || c.login.size() >= 64 ? QStringLiteral("Unknown") : c.login);
         // -STS: takes its word wherever it stands, even before anyone is known.
-        QCOMPARE(gstrCurrentStatus,
+        QCOMPARE(gRun.gstrCurrentStatus,
                  c.commandLine.contains(QStringLiteral("-STS:")) ? QStringLiteral("Busy") : QString());
-        gdbDatabase.reset();
+        gRun.gdbDatabase.reset();
         QCOMPARE(site.value("SELECT Status FROM EmployeeTable WHERE Name = 'Ann Lee'"), c.annStatus);
     }
 };

@@ -123,7 +123,7 @@ private slots:
         TempSite site;
         FakeMain board;
         setMainScreen(&board);
-        gstrApplicationPath = site.path();
+        gRun.gstrApplicationPath = site.path();
         std::optional<OtherClient> otherClient;
         switch (damage) {
         case Damage::NoIni:
@@ -158,7 +158,7 @@ private slots:
 
         QCOMPARE(gw.boxes().count(), answers.size());
         const ShownBox box = gw.boxes().last();
-        const QString expected = withFolder(prompt, gstrCurrentDatabasePath);
+        const QString expected = withFolder(prompt, gRun.gstrCurrentDatabasePath);
         QVERIFY2(box.prompt.startsWith(begins) && box.prompt.endsWith(expected), qPrintable(box.prompt));
         QCOMPARE(box.flags, flags);
         QCOMPARE(box.title, kTitle);
@@ -166,7 +166,7 @@ private slots:
         // A failure that does not end the run leaves without a database, and frmMain goes.
         QCOMPARE(board.unloaded, !ends);
         if (!ends) {
-            QVERIFY(!gdbDatabase);
+            QVERIFY(!gRun.gdbDatabase);
             QVERIFY(!accepted);
         }
         QVERIFY(!welcomeScreen().timerWelcomeEnabled());
@@ -196,12 +196,12 @@ private slots:
         const QString folder = site.path().chopped(1);
         setMountTable(MountTable{{QStringLiteral("//srv/share"), folder, QStringLiteral("cifs")}});
         QVERIFY(writeIni(site, withFolder(dataPath, folder)));
-        gstrApplicationPath = site.path();
+        gRun.gstrApplicationPath = site.path();
 
         subInitializeLocalDatabase();
-        QCOMPARE(gstrDatabasePath, withFolder(expected, folder));
-        QCOMPARE(gstrCurrentDatabasePath, gstrDatabasePath);
-        QVERIFY(gdbDatabase && gdbDatabase->isOpen());
+        QCOMPARE(gRun.gstrDatabasePath, withFolder(expected, folder));
+        QCOMPARE(gRun.gstrCurrentDatabasePath, gRun.gstrDatabasePath);
+        QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -219,17 +219,17 @@ private slots:
         QFETCH(bool, shutDown);
         TestGateways gw;
         TempSite site;
-        gstrApplicationPath = site.path();
-        gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
+        gRun.gstrApplicationPath = site.path();
+        gRun.gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
         QVERIFY(value.isNull() || writeFile(site.path() + "forceshutdown.ini",
                                             "[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n"));
 
         const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
-        QCOMPARE(gblnForcedShutDown, shutDown);
+        QCOMPARE(gRun.gblnForcedShutDown, shutDown);
         QCOMPARE(ended.has_value(), shutDown);
         const QStringList expected{QStringLiteral("start %1inicheck -UID:jo  -STS:Busy").arg(site.path())};
         QCOMPARE(gw.shell().calls, shutDown ? expected : QStringList());
-        QCOMPARE(bool(gdbDatabase), !shutDown); // a shutdown ends before the open
+        QCOMPARE(bool(gRun.gdbDatabase), !shutDown); // a shutdown ends before the open
     }
 };
 

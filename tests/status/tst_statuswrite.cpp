@@ -71,8 +71,8 @@ private slots:
         f.board.selected = r.selected;
         f.board.current = r.current;
         f.board.groupButton = r.groupButton;
-        gstrDueBack = QStringLiteral("3pm");
-        gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = QStringLiteral("3pm");
+        gRun.gstrComment = QStringLiteral("Dentist");
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
 
@@ -112,16 +112,16 @@ private slots:
         StatusFixture f;
         f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
         f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
-        gblnAutoClearComments = w.autoClear;
-        gstrDueBack = QStringLiteral("Tomorrow");
-        gstrComment = QStringLiteral("Dentist");
+        gPerson.gblnAutoClearComments = w.autoClear;
+        gRun.gstrDueBack = QStringLiteral("Tomorrow");
+        gRun.gstrComment = QStringLiteral("Dentist");
 
         subSetStatus(w.word);
 
         const QStringList comments = w.cleared ? QStringList{"", ""} : QStringList{"Tomorrow", "Dentist"};
         QCOMPARE(f.row("SELECT Status, StatusCode, DueBack, Comments FROM EmployeeTable WHERE Name = \"Ann Lee\""),
                  QStringList({w.word, w.code}) + comments);
-        QCOMPARE((QStringList{gstrDueBack, gstrComment}), comments);
+        QCOMPARE((QStringList{gRun.gstrDueBack, gRun.gstrComment}), comments);
         QCOMPARE(f.board.caption(), " VESK-OR Pro  - [Ann Lee] '" + w.caption + "'");
         QCOMPARE(f.board.trayTip(), " VESK-OR Pro  [Ann Lee] '" + w.word + "'");
     }
@@ -146,7 +146,7 @@ private slots:
             f.site.person(user);
         }
         f.site.tracking("Bob Ray", user);
-        gstrDefaultUser = user;
+        gRun.gstrDefaultUser = user;
         const long long before = f.counter();
 
         subSetStatus(QStringLiteral("Busy"));
@@ -165,7 +165,7 @@ private slots:
         StatusFixture f;
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
-        gblnSuppressNextLog = true;
+        gRun.gblnSuppressNextLog = true;
 
         subSetStatus(QStringLiteral("At Lunch"));
 
@@ -177,7 +177,7 @@ private slots:
         rs->MoveNext();
         QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
         QCOMPARE(f.logRows(), 0);
-        QVERIFY(!gblnSuppressNextLog);
+        QVERIFY(!gRun.gblnSuppressNextLog);
         subSetStatus(QStringLiteral("Busy"));
         QCOMPARE(f.logRows(), 1);
     }
@@ -187,8 +187,8 @@ private slots:
     {
         StatusFixture f;
         f.board.select({1, 2});
-        gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
-        gblnDatabaseClosed = false;
+        gRun.gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
+        gRun.gblnDatabaseClosed = false;
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
 
@@ -225,13 +225,13 @@ private slots:
         QFETCH(QStringList, logged);
         StatusFixture f;
         QLocale::setDefault(locale);
-        gblnTransactionLog = !logged.isEmpty();
+        gSite.gblnTransactionLog = !logged.isEmpty();
 
         subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
 
         const QStringList row = f.row("SELECT * FROM TransactionLogTable");
         if (logged.isEmpty()) {
-            QVERIFY(row.isEmpty() && !gdbDatabase); // not even opened
+            QVERIFY(row.isEmpty() && !gRun.gdbDatabase); // not even opened
             return;
         }
         QCOMPARE(row, (QStringList{logged[0], "Busy", "3pm", "Say \"hi\"", kStamp, "alee", logged[1], "DESK-07",
@@ -251,7 +251,7 @@ private slots:
             renameTable(f.site, "TransactionLogTable", "LogAway");
             QTimer::singleShot(0, [&] {
                 renameTable(f.site, "LogAway", "TransactionLogTable");
-                gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+                gRun.gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
             });
             subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
             QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
@@ -339,7 +339,7 @@ private slots:
             f.site.status(name, "Out").tracking("Ann Lee", name, "Out");
         const long long before = f.counter();
         QVERIFY(f.site.rawExec(breakage));
-        intLogRetries = 2;
+        gRun.intLogRetries = 2;
         f.gw.boxes().answer(vbOK, boxes);
 
         try {
@@ -379,7 +379,7 @@ private slots:
         dao::DBEngine::setBusyTimeoutMs(3000);
         QTimer::singleShot(50, [reopen] {
             if (reopen) {
-                gblnDatabaseClosed = true;
+                gRun.gblnDatabaseClosed = true;
                 subOpenDatabase();
             } else {
                 TimerCloseDatabase_Timer();
@@ -389,7 +389,7 @@ private slots:
 
         subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
 
-        QVERIFY(gdbDatabase->isOpen());
+        QVERIFY(gRun.gdbDatabase->isOpen());
         QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.logRows(), 1);

@@ -59,8 +59,8 @@ std::shared_ptr<dao::Database> TempSite::openDb() const
 
 void TempSite::makeCurrent() const
 {
-    gstrCurrentDatabasePath = path();
-    gblnDatabaseClosed = true;
+    gRun.gstrCurrentDatabasePath = path();
+    gRun.gblnDatabaseClosed = true;
 }
 
 QString TempSite::value(const QString& jetSql) const
