@@ -70,39 +70,31 @@ private slots:
         QTest::addColumn<QString>("counter");
         QTest::addColumn<QString>("query");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("user add") << QStringList{"user", "add", "Cara Lin", "--uid", "clin", "--phone", "2345"}
-                                  << "Counter"
-                                  << "SELECT Phone FROM EmployeeTable WHERE UID = 'clin' AND Name = 'Cara Lin'"
-                                  << "2345";
-        QTest::newRow("group add") << QStringList{"group", "add", "Help Desk*"} << "GroupCounter"
-                                   << "SELECT GroupName FROM GroupTable WHERE GroupName = 'help desk*'"
-                                   << "Help Desk*";
-        QTest::newRow("group member") << QStringList{"group", "member", "sales", "ann lee", "--manager"}
-                                      << "GroupCounter"
-                                      << "SELECT EmployeeName FROM EmployeeGroupTable WHERE GroupManager = True"
-                                      << "Ann Lee"; // as the row spells it
-        QTest::newRow("status-type add")
-            << QStringList{"status-type", "add", "Training", "12", "--button", "Train", "--protected", "--toolbar"}
-            << "StatusTypeCounter"
-            << "SELECT ButtonText FROM StatusTypesTable WHERE Status = 'Training' AND StatusCode = 12 AND "
-               "ProtectedStatus = True AND OnToolBar = True"
-            << "Train";
-        QTest::newRow("column add") << QStringList{"column", "add", "New_Mobile"} << "ExtraColumnsCounter"
-                                    << "SELECT COUNT(New_Mobile) FROM EmployeeTable"
-                                    << "0";
-        QTest::newRow("security level") << QStringList{"settings", "set", "SystemSecurityLevel", "2"}
-                                        << "SecurityCounter"
-                                        << "SELECT SystemSecurityLevel FROM GlobalSettingsTable"
-                                        << "2";
-        QTest::newRow("yes/no setting, any case") << QStringList{"settings", "set", "allowmessaging", "OFF"} << ""
-                                                  << "SELECT AllowMessaging FROM GlobalSettingsTable"
-                                                  << "False";
-        QTest::newRow("text setting") << QStringList{"settings", "set", "PhotoPath", "  /srv/photos/ "} << ""
-                                      << "SELECT PhotoPath FROM GlobalSettingsTable"
-                                      << "/srv/photos/";
-        QTest::newRow("other table") << QStringList{"settings", "set", "NewUserDefaultsTable.RefreshRate", "15"} << ""
-                                     << "SELECT RefreshRate FROM NewUserDefaultsTable"
-                                     << "15";
+        // The arguments parted by '|'.
+        const auto row = [](const char* name, const char* args, const char* counter, const char* query,
+                            const char* expected) {
+            QTest::newRow(name) << QString(args).split('|') << counter << query << expected;
+        };
+        row("user add", "user|add|Cara Lin|--uid|clin|--phone|2345", "Counter",
+            "SELECT Phone FROM EmployeeTable WHERE UID = 'clin' AND Name = 'Cara Lin'", "2345");
+        row("group add", "group|add|Help Desk*", "GroupCounter",
+            "SELECT GroupName FROM GroupTable WHERE GroupName = 'help desk*'", "Help Desk*");
+        row("group member", "group|member|sales|ann lee|--manager", "GroupCounter",
+            "SELECT EmployeeName FROM EmployeeGroupTable WHERE GroupManager = True", "Ann Lee"); // as the row spells it
+        row("status-type add", "status-type|add|Training|12|--button|Train|--protected|--toolbar", "StatusTypeCounter",
+            "SELECT ButtonText FROM StatusTypesTable WHERE Status = 'Training' AND StatusCode = 12 AND "
+            "ProtectedStatus = True AND OnToolBar = True",
+            "Train");
+        row("column add", "column|add|New_Mobile", "ExtraColumnsCounter", "SELECT COUNT(New_Mobile) FROM EmployeeTable",
+            "0");
+        row("security level", "settings|set|SystemSecurityLevel|2", "SecurityCounter",
+            "SELECT SystemSecurityLevel FROM GlobalSettingsTable", "2");
+        row("yes/no setting, any case", "settings|set|allowmessaging|OFF", "",
+            "SELECT AllowMessaging FROM GlobalSettingsTable", "False");
+        row("text setting", "settings|set|PhotoPath|  /srv/photos/ ", "", "SELECT PhotoPath FROM GlobalSettingsTable",
+            "/srv/photos/");
+        row("other table", "settings|set|NewUserDefaultsTable.RefreshRate|15", "",
+            "SELECT RefreshRate FROM NewUserDefaultsTable", "15");
     }
     void commands()
     {

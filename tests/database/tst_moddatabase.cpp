@@ -61,20 +61,6 @@ Counters lastActedOn()
     return c;
 }
 
-enum class Broken
-{
-    MissingFile,
-    MissingFolder,
-    Garbage,
-    FolderAsFile
-};
-
-void useSite(const QString& folder)
-{
-    gRun.gstrCurrentDatabasePath = folder;
-    gRun.gblnDatabaseClosed = true;
-}
-
 } // namespace
 
 class TstModDatabase : public QObject
@@ -91,7 +77,7 @@ private slots:
     {
         TestGateways gw;
         TempSite site;
-        useSite(site.path());
+        site.makeCurrent();
         subOpenDatabase();
         const auto first = gRun.gdbDatabase;
         QVERIFY(first->isOpen() && !gRun.gblnDatabaseClosed && TimerCloseDatabase().isActive());
@@ -109,7 +95,7 @@ private slots:
 
     void failedOpen_data()
     {
-        QTest::addColumn<Broken>("broken");
+        QTest::addColumn<QString>("broken");
         QTest::addColumn<QList<int>>("answers");
         QTest::addColumn<QString>("start");
         QTest::addColumn<QString>("end");
@@ -119,28 +105,27 @@ private slots:
         const int retryCancel = vbRetryCancel + vbExclamation;
         // Retry goes round again: three more tries, then the same box.
         QTest::newRow("missing file: Retry, then Cancel ends without unloading")
-            << Broken::MissingFile << QList<int>{vbRetry, vbCancel} << "Non-fatal Error (3024 ) in " + kProcedure + "\r"
+            << "file" << QList<int>{vbRetry, vbCancel} << "Non-fatal Error (3024 ) in " + kProcedure + "\r"
             << "\r\rPossible Causes: \r                 1) The server is busy deleting the VESKOR.LDB file.\r       "
                "          2) The network cable has been disconnected."
             << retryCancel << " VESK-OR Pro  - Error in subOpenDatabase" << 0;
         QTest::newRow("missing folder: Cancel unloads and ends")
-            << Broken::MissingFolder << QList<int>{vbCancel}
-            << "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n"
+            << "folder" << QList<int>{vbCancel} << "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n"
             << "\r\n\r\nPossible causes: \r\n1) Invalid Database Path in VESKOR.INI. \r\n2) You do not have access "
                "permissions to the database via this path. \r\n3) The Network connection may have been permanently or "
                "temporarily lost.\r\n\r\nSelect Retry to attempt to open the database again.\r\nSelect Cancel to exit."
             << retryCancel << QString() << 1;
         QTest::newRow("not a database: damaged")
-            << Broken::Garbage << QList<int>{vbOK} << QString()
+            << "garbage" << QList<int>{vbOK} << QString()
             << "\rPlease inform the Network Supervisor that the database is damaged and must be repaired."
             << int(vbExclamation) << kProcedure + " - Fatal Error in  VESK-OR Pro " << 1;
         QTest::newRow("a folder by the file's name: any other number")
-            << Broken::FolderAsFile << QList<int>{vbOK} << "Error (3055 - " << QString() << 0 << QString() << 1;
+            << "folder as file" << QList<int>{vbOK} << "Error (3055 - " << QString() << 0 << QString() << 1;
     }
 
     void failedOpen()
     {
-        QFETCH(Broken, broken);
+        QFETCH(QString, broken);
         QFETCH(QList<int>, answers);
         QFETCH(QString, start);
         QFETCH(QString, end);
@@ -151,12 +136,14 @@ private slots:
         FakeMain screen;
         setMainScreen(&screen);
         TempSite site;
-        useSite(broken == Broken::MissingFolder ? site.path() + "gone" + QDir::separator() : site.path());
-        if (broken != Broken::MissingFolder)
+        site.makeCurrent();
+        if (broken == "folder")
+            gRun.gstrCurrentDatabasePath = site.path() + "gone" + QDir::separator();
+        if (broken != "folder")
             QVERIFY(QFile::remove(site.dbPath()));
-        if (broken == Broken::FolderAsFile)
+        if (broken == "folder as file")
             QVERIFY(QDir().mkdir(site.dbPath()));
-        if (broken == Broken::Garbage)
+        if (broken == "garbage")
             QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
         for (int answer : answers)
             gw.boxes().answer(answer);
@@ -178,7 +165,7 @@ private slots:
     {
         TestGateways gw;
         TempSite site;
-        useSite(site.path());
+        site.makeCurrent();
         auto holder = dao::DBEngine::OpenDatabase(site.dbPath(), true);
         QTimer::singleShot(0, [&] { holder->Close(); }); // once events run, after the box
         gw.boxes().answer(vbOK);
@@ -196,7 +183,7 @@ private slots:
         TestGateways gw;
         TempSite site;
         site.group("Sales").group("Sales*");
-        useSite(site.path());
+        site.makeCurrent();
         QVERIFY(fnGroupExists("sales") && fnGroupExists("SALES*"));
         QVERIFY(!fnGroupExists("Sale") && !fnGroupExists("S*"));
 

@@ -1,6 +1,7 @@
 // The real programs, run offscreen on a site: the client `user` writing a status
-// from its command line, the client without veskor.ini, and inicheck waiting out
-// a forced shutdown before it starts the client again.
+// from its command line, refusing a file, without veskor.ini, ended from outside
+// and started twice; and inicheck waiting out a forced shutdown before it starts
+// the client again.
 #include "dao/dao.h"
 #include "database/site.h"
 #include "otherclient.h"
@@ -9,18 +10,29 @@
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <csignal>
 #include <optional>
 
 namespace {
 
-enum class Refusal
+const QString kJo = QStringLiteral("Jo Bloggs");
+const QString kAnn = QStringLiteral("Ann Lee");
+
+QString fieldOf(const TempSite& site, const QString& name, const QString& column)
 {
-    Foreign,
-    WrongVersion,
-    Busy,
-    HeldByAdministrator,
-    Damaged
-};
+    return site.value(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = \"%2\"").arg(column, name));
+}
+
+bool isActive(const TempSite& site, const QString& name)
+{
+    return fieldOf(site, name, QStringLiteral("ActiveFlag")) == QLatin1String("Yes");
+}
+
+// What a board leaves in the private folder: its socket and lock file while it runs.
+QStringList leftIn(const QTemporaryDir& runtime)
+{
+    return QDir(runtime.path()).entryList(QDir::Files | QDir::System);
+}
 
 } // namespace
 
@@ -62,37 +74,36 @@ private slots:
 
     void refusedFile_data()
     {
-        QTest::addColumn<Refusal>("refusal");
+        QTest::addColumn<QString>("refusal");
         QTest::addColumn<QString>("box");  // the start of the one box: title, flags, text
         QTest::addColumn<QString>("part"); // and a part of its text further on
         const QString title = QStringLiteral(" VESK-OR Pro  - Error in Initialize Local Database\t");
         const QString damaged = QStringLiteral("\\rPlease inform the Network Supervisor that the database is damaged");
-        QTest::newRow("not a database") << Refusal::Foreign << title + "48\t" << damaged;
-        QTest::newRow("another DatabaseVersion") << Refusal::WrongVersion << title + "16\t%1veskor.mdb"
+        QTest::newRow("not a database") << "foreign" << title + "48\t" << damaged;
+        QTest::newRow("another DatabaseVersion") << "version" << title + "16\t%1veskor.mdb"
                                                  << "\\r\\nis not a VESK-OR 2005 database.";
         QTest::newRow("busy past three tries")
-            << Refusal::Busy << title + "0\tError (3050 ) in modDatabase - subInitializeLocalDatabase event"
+            << "busy" << title + "0\tError (3050 ) in modDatabase - subInitializeLocalDatabase event"
             << "\\rUnable to start VESK-OR at this time. Please try again...";
-        QTest::newRow("held by the administrator")
-            << Refusal::HeldByAdministrator << title + "0\tError (3045 ) in modDatabase"
-            << "";
-        QTest::newRow("damaged") << Refusal::Damaged << title + "48\t" << damaged;
+        QTest::newRow("held by the administrator") << "administrator" << title + "0\tError (3045 ) in modDatabase"
+                                                   << "";
+        QTest::newRow("damaged") << "damaged" << title + "48\t" << damaged;
     }
 
     // A file the start refuses gets its box and nothing else: no board comes up,
     // no byte of the file changes, no socket is left, and the run ends normally.
     void refusedFile()
     {
-        QFETCH(Refusal, refusal);
+        QFETCH(QString, refusal);
         QFETCH(QString, box);
         QFETCH(QString, part);
         TempSite site;
         site.person(QStringLiteral("Jo Bloggs"), QStringLiteral("jo"));
-        if (refusal == Refusal::Foreign)
+        if (refusal == "foreign")
             QVERIFY(writeFile(site.dbPath(), QByteArray(8192, 'x')));
-        if (refusal == Refusal::WrongVersion)
+        if (refusal == "version")
             site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
-        if (refusal == Refusal::Damaged) { // the schema's page overwritten past the file header
+        if (refusal == "damaged") { // the schema's page overwritten past the file header
             QFile file(site.dbPath());
             QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(100) && file.write(QByteArray(400, '\xff')) == 400);
         }
@@ -100,9 +111,9 @@ private slots:
         const QByteArray before = readFile(site.dbPath());
         std::shared_ptr<dao::Database> administrator;
         std::optional<OtherClient> otherClient;
-        if (refusal == Refusal::Busy)
+        if (refusal == "busy")
             QVERIFY(otherClient.emplace(site).begin("BEGIN EXCLUSIVE"));
-        if (refusal == Refusal::HeldByAdministrator)
+        if (refusal == "administrator")
             administrator = dao::DBEngine::OpenDatabase(site.dbPath(), true);
         QTemporaryDir runtime;
 
@@ -156,6 +167,65 @@ private slots:
         QVERIFY(process.waitForFinished(15000));
         QCOMPARE(process.exitCode(), 0);
         QTRY_COMPARE_WITH_TIMEOUT(readFile(started), QByteArray("-UID:  -STS:ForcedShutDown\n"), 5000);
+    }
+
+    void endFromOutside_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<bool>("autoLogOut");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("SIGTERM, AutoLogOut") << int(SIGTERM) << true << "Out";
+        QTest::newRow("SIGINT, no AutoLogOut") << int(SIGINT) << false << "Busy";
+        QTest::newRow("SIGHUP (session gone), AutoLogOut") << int(SIGHUP) << true << "Out";
+    }
+
+    // A signal ends the run the ordinary way: the person is inactive afterwards and,
+    // with AutoLogOut, Out; the process leaves normally and shows no box.
+    void endFromOutside()
+    {
+        QFETCH(int, signal);
+        QFETCH(bool, autoLogOut);
+        QFETCH(QString, status);
+        TempSite site;
+        site.person(kJo, QStringLiteral("jo")).status(kJo, QStringLiteral("Busy"));
+        site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET AutoLogIn = False, AutoLogOut = %1")
+                         .arg(autoLogOut ? QStringLiteral("True") : QStringLiteral("False")));
+        QTemporaryDir runtime;
+        RealClient client(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
+        QCOMPARE(leftIn(runtime).size(), 2);
+
+        ::kill(pid_t(client.process.processId()), signal);
+        QVERIFY(client.finishedCleanly());
+        QCOMPARE(leftIn(runtime), QStringList());
+        QCOMPARE(fieldOf(site, kJo, QStringLiteral("ActiveFlag")), QStringLiteral("No"));
+        QCOMPARE(fieldOf(site, kJo, QStringLiteral("Status")), status);
+        QCOMPARE(client.boxesShown(), QByteArray());
+    }
+
+    void secondStart()
+    {
+        TempSite site;
+        site.person(kJo, QStringLiteral("jo")).person(kAnn, QStringLiteral("alee"));
+        QTemporaryDir runtime;
+        RealClient first(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
+        const QStringList firstBoards = leftIn(runtime);
+
+        // The same person again: it leaves at once, and leaves the first one's row,
+        // socket and lock file alone.
+        RealClient second(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        QVERIFY(second.finishedCleanly());
+        QCOMPARE(first.process.state(), QProcess::Running);
+        QVERIFY(isActive(site, kJo));
+        QCOMPARE(leftIn(runtime), firstBoards);
+
+        // Another person on the same desktop goes on.
+        RealClient other(site.path(), {QStringLiteral("-UID:alee")}, {}, runtime.path());
+        QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kAnn), 20000);
+        QTest::qWait(500);
+        QCOMPARE(other.process.state(), QProcess::Running);
+        QCOMPARE(first.boxesShown(), QByteArray());
     }
 };
 

@@ -31,17 +31,6 @@ public:
     bool unloaded = false;
 };
 
-enum class Damage
-{
-    NoIni,
-    Garbage,
-    NoDatabase,
-    NoFolder,
-    DatabaseIsFolder,
-    WrongVersion,
-    Locked
-};
-
 bool writeIni(const TempSite& site, const QString& dataPath)
 {
     return writeFile(site.iniPath(), "[DataPath]\r\nDataPath=" + dataPath.toUtf8() + "\r\n");
@@ -71,7 +60,7 @@ private slots:
 
     void initializeFailures_data()
     {
-        QTest::addColumn<Damage>("damage");
+        QTest::addColumn<QString>("damage");
         QTest::addColumn<QList<int>>("answers");
         QTest::addColumn<QString>("begins"); // the last box's text
         QTest::addColumn<QString>("prompt"); // its end; %1 the database folder
@@ -83,36 +72,36 @@ private slots:
             "connection, or you are running the software on a notebook PC which is not connected to the LAN. Unable "
             "to continue.");
         QTest::newRow("53 no veskor.ini")
-            << Damage::NoIni << QList<int>{vbOK} << QStringLiteral("")
+            << "no ini" << QList<int>{vbOK} << QStringLiteral("")
             << QStringLiteral("The VESKOR.INI file is missing from the Application Path.\r\nPlease ask your VESK-OR "
                               "Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.")
             << int(vbCritical) << true;
         QTest::newRow("3343 garbage file")
-            << Damage::Garbage << QList<int>{vbOK} << QStringLiteral("")
+            << "garbage" << QList<int>{vbOK} << QStringLiteral("")
             << QStringLiteral("\rPlease inform the Network Supervisor that the database is damaged and must be "
                               "repaired. Probable cause - someone switched off or crashed their PC whilst updating "
                               "the database on the server.")
             << int(vbExclamation) << false;
-        QTest::newRow("3024 Retry, then Cancel") << Damage::NoDatabase << QList<int>{vbRetry, vbCancel} << QString()
+        QTest::newRow("3024 Retry, then Cancel") << "no database" << QList<int>{vbRetry, vbCancel} << QString()
                                                  << cannotConnect << int(vbRetryCancel + vbCritical) << true;
-        QTest::newRow("3044 no such folder") << Damage::NoFolder << QList<int>{vbOK} << QStringLiteral("Error: 3044 - ")
+        QTest::newRow("3044 no such folder") << "no folder" << QList<int>{vbOK} << QStringLiteral("Error: 3044 - ")
                                              << QStringLiteral("\r\rPress OK to exit.") << int(vbCritical) << true;
         QTest::newRow("3055 a folder named veskor.mdb")
-            << Damage::DatabaseIsFolder << QList<int>{vbOK} << QString()
+            << "folder" << QList<int>{vbOK} << QString()
             << QString(cannotConnect).replace("continue.", "continue. Press OK to exit.") << int(vbCritical) << true;
         QTest::newRow("not a 2005 database")
-            << Damage::WrongVersion << QList<int>{vbOK} << QStringLiteral("")
+            << "version" << QList<int>{vbOK} << QStringLiteral("")
             << QStringLiteral("%1veskor.mdb\r\nis not a VESK-OR 2005 database.\r\n\r\nPlease ask your VESK-OR "
                               "Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.")
             << int(vbCritical) << true;
         QTest::newRow("3050 three times")
-            << Damage::Locked << QList<int>{vbOK}
+            << "locked" << QList<int>{vbOK}
             << QStringLiteral("Error (3050 ) in modDatabase - subInitializeLocalDatabase event\r")
             << QStringLiteral("\rUnable to start VESK-OR at this time. Please try again...") << int(vbOKOnly) << false;
     }
     void initializeFailures()
     {
-        QFETCH(Damage, damage);
+        QFETCH(QString, damage);
         QFETCH(QList<int>, answers);
         QFETCH(QString, begins);
         QFETCH(QString, prompt);
@@ -125,29 +114,20 @@ private slots:
         setMainScreen(&board);
         gRun.gstrApplicationPath = site.path();
         std::optional<OtherClient> otherClient;
-        switch (damage) {
-        case Damage::NoIni:
+        if (damage == "no ini")
             QVERIFY(QFile::remove(site.iniPath()));
-            break;
-        case Damage::Garbage:
+        if (damage == "garbage")
             QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
-            break;
-        case Damage::NoDatabase:
+        if (damage == "no database" || damage == "folder")
             QVERIFY(QFile::remove(site.dbPath()));
-            break;
-        case Damage::NoFolder:
+        if (damage == "folder")
+            QVERIFY(QDir().mkdir(site.dbPath()));
+        if (damage == "no folder")
             QVERIFY(writeIni(site, site.path() + QStringLiteral("gone/")));
-            break;
-        case Damage::DatabaseIsFolder:
-            QVERIFY(QFile::remove(site.dbPath()) && QDir().mkdir(site.dbPath()));
-            break;
-        case Damage::WrongVersion:
+        if (damage == "version")
             site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
-            break;
-        case Damage::Locked:
+        if (damage == "locked")
             QVERIFY(otherClient.emplace(site).begin("BEGIN EXCLUSIVE"));
-            break;
-        }
         for (int a : answers) {
             gw.boxes().answer(a);
         }
@@ -170,7 +150,7 @@ private slots:
             QVERIFY(!accepted);
         }
         QVERIFY(!welcomeScreen().timerWelcomeEnabled());
-        if (damage == Damage::Locked) {
+        if (damage == "locked") {
             QCOMPARE(gw.clock().sleptMs(), 3 * 2000); // the box after the third two-second wait
         }
     }

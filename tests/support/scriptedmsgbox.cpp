@@ -29,12 +29,6 @@ int ScriptedMessageBoxes::show(const QString& prompt, int flags, const QString& 
     return answer;
 }
 
-ScriptedMessageBoxes& ScriptedMessageBoxes::answer(int vbAnswer)
-{
-    m_answers.enqueue(vbAnswer);
-    return *this;
-}
-
 ScriptedMessageBoxes& ScriptedMessageBoxes::answer(int vbAnswer, int times)
 {
     for (int i = 0; i < times; ++i) {

@@ -35,9 +35,8 @@ class ScriptedMessageBoxes : public platform::MessageBoxes
 public:
     int show(const QString& prompt, int flags, const QString& title) override;
 
-    // Queues the answer for the next box that has none yet.
-    ScriptedMessageBoxes& answer(int vbAnswer);
-    ScriptedMessageBoxes& answer(int vbAnswer, int times);
+    // Queues the answer for the next box (or boxes) that have none yet.
+    ScriptedMessageBoxes& answer(int vbAnswer, int times = 1);
 
     const QList<ShownBox>& shown() const;
     qsizetype count() const;
