@@ -6,7 +6,7 @@
 // positions are twips in the run-wide values, kept within limits that each
 // layout pass works out from the window's size, and saved at the end of the run.
 #include "board/frmmain.h"
-#include "kernel/constants.h"
+#include "board/twips.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 
@@ -25,8 +25,8 @@
 
 namespace {
 
-constexpr int kGap = 60 / kTwipsPerPixel;       // between neighbouring areas
-constexpr int kListInset = 50 / kTwipsPerPixel; // the list ends this short of what is next to it
+const int kGap = Twips(60).pixels();       // between neighbouring areas
+const int kListInset = Twips(50).pixels(); // the list ends this short of what is next to it
 // The smallest each area may become by a splitter's drag; the splitters' limits follow.
 constexpr int kTreeMinWidth = 80;
 constexpr int kListMinWidth = 200;
@@ -37,19 +37,18 @@ constexpr int kSmallIcon = 16;
 
 long long twips(int pixels)
 {
-    return static_cast<long long>(pixels) * kTwipsPerPixel;
+    return Twips::fromPixels(pixels).value();
 }
 
 int pixels(long long twips)
 {
-    return static_cast<int>(twips / kTwipsPerPixel);
+    return Twips(twips).pixels();
 }
 
-// A splitter's position held between its limits; when the window is too small
-// for both, the maximum wins, and the position stays there when the window grows.
+// A run-wide position held between the limits just worked out.
 long long heldBetween(long long position, long long minimum, long long maximum)
 {
-    return std::min(std::max(position, minimum), maximum);
+    return heldBetween(Twips(position), Twips(minimum), Twips(maximum)).value();
 }
 
 // Lays the screen out when its client area is shown or changes size, and shows About when
@@ -57,7 +56,7 @@ long long heldBetween(long long position, long long minimum, long long maximum)
 class LayoutWatcher : public QObject
 {
 public:
-    explicit LayoutWatcher(frmMain* form) : QObject(form), m_form(form)
+    LayoutWatcher(frmMain* form, QWidget* logo) : QObject(form), m_form(form), m_logo(logo)
     {
     }
 
@@ -67,7 +66,7 @@ protected:
         const bool sized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
         if (sized && watched == m_form->centralWidget()) {
             m_form->subResizeControls();
-        } else if (event->type() == QEvent::MouseButtonRelease && watched == m_form->imgPlannerBanner) {
+        } else if (event->type() == QEvent::MouseButtonRelease && watched == m_logo) {
             m_form->subCommand_About();
         }
         return false;
@@ -75,6 +74,7 @@ protected:
 
 private:
     frmMain* m_form;
+    QWidget* m_logo;
 };
 
 QWidget* column(QWidget* parent, std::initializer_list<QWidget*> widgets, int margin)
@@ -153,7 +153,7 @@ void frmMain::initLayout()
     setCentralWidget(client);
     connect(picVerticalSplitter, &QSplitter::splitterMoved, this, &frmMain::splitterMoved);
     connect(picSplitterHorizontal, &QSplitter::splitterMoved, this, &frmMain::splitterMoved);
-    auto* watcher = new LayoutWatcher(this);
+    auto* watcher = new LayoutWatcher(this, imgPlannerBanner);
     client->installEventFilter(watcher);
     imgPlannerBanner->installEventFilter(watcher);
     watchHelpContexts();

@@ -7,6 +7,7 @@
 #include "board/boarditem.h"
 #include "board/columnlayout.h"
 #include "board/frmmain.h"
+#include "board/refreshplan.h"
 #include "board/statusicons.h"
 #include "dao/dao.h"
 #include "database/counters.h"
@@ -71,25 +72,26 @@ void frmMain::subRefreshUserList(const QString& group)
         return; // nothing to show before the person is known
     }
     flushGroups();
-    QString strGroup = group;
-    if (strGroup.trimmed().isEmpty()) {
-        if (gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {
-            gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
-        }
-        strGroup = gstrCurrentGroup;
+    const QString tab =
+        TabStripMain->currentIndex() >= 0 ? TabStripMain->tabText(TabStripMain->currentIndex()) : QString();
+    const QString strGroup = refresh::groupToShow(group, gvarDisplayTreeView != 0, tab, gstrCurrentGroup);
+    if (group.trimmed().isEmpty()) {
+        gstrCurrentGroup = strGroup;
     }
 
     // The one read of an ordinary poll.
     subGetCounterValues();
-    bool blnRebuild = strGroup != mstrLastGroupShown || glngStatusCounter != glngLastStatusCounter ||
-                      glngGroupCounter != glngLastGroupCounter;
-    if (glngExtraColumnsCounter != glngLastExtraColumnsCounter) {
+    refresh::Poll poll;
+    poll.group = strGroup;
+    poll.lastGroupShown = mstrLastGroupShown;
+    poll.read = {glngStatusCounter, glngGroupCounter, glngExtraColumnsCounter};
+    poll.actedOn = {glngLastStatusCounter, glngLastGroupCounter, glngLastExtraColumnsCounter};
+    poll.columnsChanged = columnsMovedOrResized();
+    const refresh::Plan plan = refresh::plan(poll);
+    if (plan.takeExtraColumns) {
         glngLastExtraColumnsCounter = glngExtraColumnsCounter;
-        blnRebuild = true;
     }
-    if (columnsMovedOrResized()) {
-        blnRebuild = true;
-    }
+    const bool blnRebuild = plan.rebuild;
 
     if (!blnRebuild) {
         // Nothing changed: the rows stay as they are.
@@ -154,9 +156,6 @@ void frmMain::rebuildList(const QString& strGroup)
 
     ListViewMain->setUpdatesEnabled(false);
     createHeaders(layout);
-    if (gintSortKey > ListViewMain->columnCount() - 1) {
-        gintSortKey = 0;
-    }
     addRows(*rs, layout);
     ResumeNext([&] { placeStatusColumn(fnRecordset(rstColumnData)); });
     chooseFillColumn();

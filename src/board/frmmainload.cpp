@@ -1,5 +1,6 @@
 // frmMain's Load and Activate, and its timers.
 #include "board/frmmain.h"
+#include "board/refreshplan.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "kernel/err.h"
@@ -125,7 +126,7 @@ void frmMain::Form_Activate()
 void frmMain::startTimersOnActivate()
 {
     TimerMain.start();
-    gintTimerMainCountDown = gintRefreshRate * 60;
+    gintTimerMainCountDown = refresh::fullCountDown(gintRefreshRate);
     const auto runIf = [](QTimer& timer, bool on) {
         if (!on) {
             timer.stop();
