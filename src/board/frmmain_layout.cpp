@@ -45,12 +45,6 @@ int pixels(long long twips)
     return Twips(twips).pixels();
 }
 
-// A run-wide position held between the limits just worked out.
-long long heldBetween(long long position, long long minimum, long long maximum)
-{
-    return heldBetween(Twips(position), Twips(minimum), Twips(maximum)).value();
-}
-
 // Lays the screen out when its client area is shown or changes size, and shows About when
 // the logo is clicked.
 class LayoutWatcher : public QObject
@@ -272,7 +266,9 @@ void frmMain::placeSplitters()
     const int top = picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y();
     glngSplitterHorizontalMin = twips(top + kPanesMinHeight);
     glngSplitterHorizontalMax = twips(top + picSplitterHorizontal->height() - handle - kListMinHeight);
-    glngSplitterHorizontal = heldBetween(glngSplitterHorizontal, glngSplitterHorizontalMin, glngSplitterHorizontalMax);
+    glngSplitterHorizontal =
+        heldBetween(Twips(glngSplitterHorizontal), Twips(glngSplitterHorizontalMin), Twips(glngSplitterHorizontalMax))
+            .value();
     if (m_panes->isVisibleTo(this)) {
         const int panes = pixels(glngSplitterHorizontal) - top;
         picSplitterHorizontal->setSizes({panes, picSplitterHorizontal->height() - handle - panes});
@@ -284,7 +280,9 @@ void frmMain::placeSplitters()
         const int names = std::clamp(m_treeNamesWidth, kTreeMinWidth, std::max(kTreeMinWidth, width() / 3));
         glngSplitterVerticalMin = twips(left + names);
         glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
-        glngSplitterVertical = heldBetween(glngSplitterVertical, glngSplitterVerticalMin, glngSplitterVerticalMax);
+        glngSplitterVertical =
+            heldBetween(Twips(glngSplitterVertical), Twips(glngSplitterVerticalMin), Twips(glngSplitterVerticalMax))
+                .value();
         const int tree = pixels(glngSplitterVertical) - left;
         picVerticalSplitter->setSizes({tree, picVerticalSplitter->width() - handle - tree});
     }

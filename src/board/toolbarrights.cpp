@@ -1,5 +1,7 @@
 #include "board/toolbarrights.h"
 
+#include <utility>
+
 namespace rights {
 
 Test changeOthersTest(long long systemLevel, long long userLevel)
@@ -60,30 +62,19 @@ QList<ButtonRight> otherButtons(const Site& site)
 
 QStringList menuEntriesOf(int position)
 {
-    switch (position) {
-    case btnChange:
-        return {QStringLiteral("mnuCommand_Change")};
-    case btnGroup:
-        return {QStringLiteral("mnuCommand_Group")};
-    case btnServers:
-        return {QStringLiteral("mnuCommand_Servers")};
-    case btnHome:
-        return {QStringLiteral("mnuCommand_Home")};
-    case btnNewMessage:
-        return {QStringLiteral("mnuMessagesNew")};
-    case btnPreview:
-        return {QStringLiteral("mnuMessages")};
-    case btnOptions:
-        return {QStringLiteral("mnuCommand_Options")};
-    case 15:
-        return {QStringLiteral("mnuCommand_Out")};
-    case 16:
-        return {QStringLiteral("mnuCommand_Busy")};
-    case 17:
-        return {QStringLiteral("mnuCommand_In")};
-    default:
-        return {};
+    static const std::pair<int, const char*> entries[] = {
+        {btnChange, "mnuCommand_Change"}, {btnGroup, "mnuCommand_Group"},     {btnServers, "mnuCommand_Servers"},
+        {btnHome, "mnuCommand_Home"},     {btnNewMessage, "mnuMessagesNew"},  {btnPreview, "mnuMessages"},
+        {btnOptions, "mnuCommand_Options"}, {15, "mnuCommand_Out"},           {16, "mnuCommand_Busy"},
+        {17, "mnuCommand_In"},
+    };
+    QStringList names;
+    for (const auto& [at, name] : entries) {
+        if (at == position) {
+            names << QString::fromLatin1(name);
+        }
     }
+    return names;
 }
 
 } // namespace rights

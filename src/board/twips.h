@@ -31,14 +31,6 @@ public:
     }
 
     constexpr auto operator<=>(const Twips&) const = default;
-    constexpr Twips operator+(Twips other) const
-    {
-        return Twips(m_twips + other.m_twips);
-    }
-    constexpr Twips operator-(Twips other) const
-    {
-        return Twips(m_twips - other.m_twips);
-    }
 
 private:
     long long m_twips = 0;

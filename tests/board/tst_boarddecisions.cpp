@@ -25,14 +25,8 @@ QString stateOf(const QList<ButtonRight>& states, int position)
             visible = right.visible ? right.visible : visible;
         }
     }
-    QStringList words;
-    if (enabled) {
-        words << (*enabled ? "on" : "off");
-    }
-    if (visible) {
-        words << (*visible ? "shown" : "hidden");
-    }
-    return words.join(QLatin1Char(' '));
+    const QString on = enabled ? (*enabled ? "on" : "off") : "";
+    return (on + " " + (visible ? (*visible ? "shown" : "hidden") : "")).trimmed();
 }
 
 } // namespace
@@ -79,64 +73,34 @@ private slots:
         QCOMPARE(mayChangeOthers(Test(test), held, group), allowed);
     }
 
-    void managerMarks()
-    {
-        for (const char* set : {"1", "2", "True", "true", "0.5"}) {
-            QVERIFY2(managerMark(QString::fromLatin1(set)), set);
-        }
-        for (const char* unset : {"0", "", "False", "-1", "x"}) {
-            QVERIFY2(!managerMark(QString::fromLatin1(unset)), unset);
-        }
-    }
-
     void otherButtons_data()
     {
-        QTest::addColumn<bool>("remote");
-        QTest::addColumn<bool>("servers"); // ServersTable has rows
-        QTest::addColumn<bool>("ownRow");
+        QTest::addColumn<QString>("site"); // the facts that hold: remote, servers, row, messaging, waiting
         QTest::addColumn<int>("userLevel");
-        QTest::addColumn<bool>("messaging");
-        QTest::addColumn<bool>("waiting");
-        // Servers, Home, Change, Options, Out, In, New Message, Preview.
-        QTest::addColumn<QStringList>("states");
-        QTest::newRow("home, no servers")
-            << false << false << true << 0 << false << false
-            << QStringList{"off hidden", "off hidden", "on", "on", "shown", "shown", "hidden", "hidden"};
-        QTest::newRow("home, servers, messages")
-            << false << true << true << 0 << true << true
-            << QStringList{"on shown", "off hidden", "on", "on", "shown", "shown", "shown", "on shown"};
-        QTest::newRow("remote, own row") << true << true << true << 0 << true << false
-                                         << QStringList{"off hidden", "on shown", "on",    "off",
-                                                        "shown",      "shown",    "shown", "off shown"};
-        QTest::newRow("remote guest") << true << true << false << 1 << false << true
-                                      << QStringList{"off hidden", "on shown", "off",    "off",
-                                                     "hidden",     "hidden",   "hidden", "hidden"};
+        QTest::addColumn<QString>("states"); // Servers|Home|Change|Options|Out|In|New Message|Preview
+        QTest::newRow("home, no servers") << "row" << 0 << "off hidden|off hidden|on|on|shown|shown|hidden|hidden";
+        QTest::newRow("home, servers, messages waiting")
+            << "servers row messaging waiting" << 0 << "on shown|off hidden|on|on|shown|shown|shown|on shown";
+        QTest::newRow("remote, own row, no messages")
+            << "remote servers row messaging" << 0 << "off hidden|on shown|on|off|shown|shown|shown|off shown";
+        QTest::newRow("remote guest") << "remote servers waiting" << 1
+                                      << "off hidden|on shown|off|off|hidden|hidden|hidden|hidden";
         QTest::newRow("remote, no row but HIGH")
-            << true << false << false << 2 << false << false
-            << QStringList{"off hidden", "on shown", "on", "off", "shown", "shown", "hidden", "hidden"};
+            << "remote" << 2 << "off hidden|on shown|on|off|shown|shown|hidden|hidden";
     }
     void otherButtons()
     {
-        Site site;
-        QFETCH(bool, remote);
-        site.remote = remote;
-        QFETCH(bool, servers);
-        site.serversListed = servers;
-        QFETCH(bool, ownRow);
-        site.userOnThisServer = ownRow;
+        QFETCH(QString, site);
         QFETCH(int, userLevel);
-        site.userLevel = userLevel;
-        QFETCH(bool, messaging);
-        site.messaging = messaging;
-        QFETCH(bool, waiting);
-        site.messagesWaiting = waiting;
-        QFETCH(QStringList, states);
-        const QList<ButtonRight> rights = rights::otherButtons(site);
-        QStringList actual;
-        for (int position : {int(btnServers), int(btnHome), int(btnChange), int(btnOptions), 15, 17, 7, 8}) {
-            actual << stateOf(rights, position);
+        const QStringList facts = site.split(QLatin1Char(' '));
+        const QList<ButtonRight> rights =
+            rights::otherButtons({facts.contains("remote"), facts.contains("servers"), facts.contains("row"), userLevel,
+                                  facts.contains("messaging"), facts.contains("waiting")});
+        QStringList states;
+        for (int position : {5, 6, 2, 11, 15, 17, 7, 8}) {
+            states << stateOf(rights, position);
         }
-        QCOMPARE(actual, states);
+        QTEST(states.join(QLatin1Char('|')), "states");
         QCOMPARE(stateOf(rights, btnGroup), QString()); // the right to change others is decided apart
     }
 
@@ -167,57 +131,30 @@ private slots:
         QTEST(plan.takeExtraColumns, "takeExtraColumns");
     }
 
-    void groupToShow_data()
-    {
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<bool>("tree");
-        QTest::addColumn<QString>("tab");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("a group asked for") << "Sales" << false << "Admin"
-                                           << "Sales";
-        QTest::newRow("blank: the tab selected") << "" << false << "Admin"
-                                                 << "Admin";
-        QTest::newRow("blanks: the tab selected") << "  " << false << "Admin"
-                                                  << "Admin";
-        QTest::newRow("blank, tree: the current group") << "" << true << "Admin"
-                                                        << "Current";
-        QTest::newRow("blank, no tab selected") << "" << false << QString() << "Current";
-    }
-    void groupToShow()
-    {
-        QFETCH(QString, asked);
-        QFETCH(bool, tree);
-        QFETCH(QString, tab);
-        QTEST(refresh::groupToShow(asked, tree, tab, QStringLiteral("Current")), "shown");
-    }
-
     void countdownTick_data()
     {
         QTest::addColumn<long long>("rate"); // minutes
         QTest::addColumn<long long>("before");
         QTest::addColumn<bool>("minimized");
-        QTest::addColumn<bool>("stop");
+        QTest::addColumn<QString>("outcome"); // the timer stops, counts, or counts and refreshes
         QTest::addColumn<long long>("after");
-        QTest::addColumn<bool>("refresh");
-        QTest::addColumn<QString>("panel");
-        QTest::newRow("off") << 0LL << 5LL << false << true << 5LL << false << "";
-        QTest::newRow("counting") << 1LL << 2LL << false << false << 1LL << false << "Next refresh in 1 ";
-        QTest::newRow("run out") << 1LL << 1LL << false << false << 60LL << true << "Next refresh in 60 ";
-        QTest::newRow("run out, minimized") << 2LL << 1LL << true << false << 120LL << false << "Next refresh in 120 ";
-        QTest::newRow("below 0") << 1LL << -3LL << false << false << 60LL << true << "Next refresh in 60 ";
-        QTest::newRow("a rate past 16 bits")
-            << 600LL << 1LL << false << false << 36000LL << true << "Next refresh in 36000 ";
+        QTest::newRow("off") << 0LL << 5LL << false << "stop" << 5LL;
+        QTest::newRow("counting") << 1LL << 2LL << false << "count" << 1LL;
+        QTest::newRow("run out") << 1LL << 1LL << false << "refresh" << 60LL;
+        QTest::newRow("run out, minimized") << 2LL << 1LL << true << "count" << 120LL;
+        QTest::newRow("below 0") << 1LL << -3LL << false << "refresh" << 60LL;
+        QTest::newRow("a rate past 16 bits") << 600LL << 1LL << false << "refresh" << 36000LL;
     }
     void countdownTick()
     {
         QFETCH(long long, rate);
         QFETCH(long long, before);
         QFETCH(bool, minimized);
+        QFETCH(long long, after);
         const refresh::Tick tick = refresh::tick(rate, before, minimized);
-        QTEST(tick.stopTimer, "stop");
-        QTEST(tick.countDown, "after");
-        QTEST(tick.refresh, "refresh");
-        QTEST(tick.panelText, "panel");
+        QTEST(QString::fromLatin1(tick.stopTimer ? "stop" : tick.refresh ? "refresh" : "count"), "outcome");
+        QCOMPARE(tick.countDown, after);
+        QCOMPARE(tick.panelText, tick.stopTimer ? QString() : QStringLiteral("Next refresh in %1 ").arg(after));
     }
 
     // The saved layout read from a settings row and made into headers with their widths.

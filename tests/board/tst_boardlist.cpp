@@ -1,6 +1,7 @@
 // The board's list on real site files: the refresh and its cheap path, the group
 // queries, sort and columns, the timers, and the end of a run.
 #include "board/frmmain.h"
+#include "board/grouptabbar.h"
 #include "boardfixture.h"
 #include "dao/dao.h"
 #include "database/counters.h"
@@ -102,6 +103,16 @@ private slots:
         QCOMPARE(b.list()->topLevelItem(0), firstRow);
         QCOMPARE(f.selectedRowTexts(b.column(QStringLiteral("Name"))), QStringList{QStringLiteral("Bob Ray")});
 
+        // A column the person moved or resized: the poll saves the layout and rebuilds by it.
+        QHeaderView* header = b.list()->header();
+        header->moveSection(header->visualIndex(b.column(QStringLiteral("Phone"))), 0);
+        header->resizeSection(b.column(QStringLiteral("Name")), 200);
+        f.subRefreshUserList(QString());
+        QCOMPARE(b.ofAnn(QStringLiteral("PhoneColumnOrder"), QStringLiteral("EmployeeSettingsTable")), "1");
+        QCOMPARE(b.ofAnn(QStringLiteral("NameColumnWidth"), QStringLiteral("EmployeeSettingsTable")), "3000");
+        QCOMPARE(b.shownHeaders().first(), QStringLiteral("Phone"));
+        QCOMPARE(header->sectionSize(b.column(QStringLiteral("Name"))), 200);
+
         b.site.status(QStringLiteral("alan Poe"), QStringLiteral("At Lunch"));
         b.raise(QStringLiteral("Counter"));
         f.subRefreshUserList(QString());
@@ -184,29 +195,6 @@ private slots:
         QCOMPARE(b.ofAnn(QStringLiteral("SortColumnName"), QStringLiteral("EmployeeSettingsTable")), column);
     }
 
-    // A column the person moved or resized is saved at the next refresh, and a new
-    // board puts it back where it was.
-    void columnLayoutSavedAndRestored()
-    {
-        Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
-        QCOMPARE(b.shownHeaders(), QStringList({"Status", "Name", "Phone", "DueBack", "Comments", "LastModified"}));
-        QHeaderView* header = b.list()->header();
-        header->moveSection(header->visualIndex(b.column(QStringLiteral("Phone"))), 0);
-        header->resizeSection(b.column(QStringLiteral("Name")), 200);
-        f.subRefreshUserList(QString());
-        QCOMPARE(b.ofAnn(QStringLiteral("PhoneColumnOrder"), QStringLiteral("EmployeeSettingsTable")),
-                 QStringLiteral("1"));
-        QCOMPARE(b.ofAnn(QStringLiteral("NameColumnWidth"), QStringLiteral("EmployeeSettingsTable")),
-                 QStringLiteral("3000"));
-
-        frmMain& again = b.open();
-        again.subRefreshUserList(QStringLiteral("Everyone"));
-        QCOMPARE(b.shownHeaders(), QStringList({"Phone", "Status", "Name", "DueBack", "Comments", "LastModified"}));
-        QCOMPARE(b.list()->header()->sectionSize(b.column(QStringLiteral("Name"))), 200);
-    }
-
     // A click on a tab or a node remembers the group. The administrator adds a
     // group while it is shown: every client reads the groups again at its next
     // poll and goes on showing its group.
@@ -246,52 +234,34 @@ private slots:
         QCOMPARE(b.gw.boxes().count(), 0);
     }
 
-    // The real Load and Activate: the saved group's tab, its rows, the timers as
-    // the settings ask; RefreshRate 0 says so in panel 3 and stops TimerMain at its tick.
-    void loadAndActivate()
-    {
-        Board b;
-        b.setForAnn(QStringLiteral("RefreshRate = 0, DefaultGroup = \"Sales\""));
-        b.form = static_cast<frmMain*>(frmMain::load());
-        frmMain& f = *b.form;
-        f.Form_Activate();
-        const auto* tabs = b.child<GroupTabBar>("TabStripMain");
-        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Sales"));
-        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("~Room 1"), QStringLiteral("Ann Lee")}));
-        QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
-        const auto* timerMain = b.child<QTimer>("TimerMain");
-        const auto* alerts = b.child<QTimer>("tmrCheckForStatusAlerts");
-        QVERIFY(timerMain->isActive());
-        QVERIFY(alerts->isActive());
-        f.TimerMain_Timer();
-        QVERIFY(!timerMain->isActive());
-        f.tmrCheckForStatusAlerts_Timer();
-        f.Form_Deactivate();
-        f.Form_Activate();
-        QCOMPARE(alerts->interval(), 60000); // the short first interval is not restored
-        QVERIFY(timerMain->isActive());
-    }
-
     void rightsAtFirstActivate_data()
     {
         QTest::addColumn<int>("systemLevel");
         QTest::addColumn<int>("userLevel");
+        QTest::addColumn<bool>("manager"); // of Sales, the group shown, of which Ann is a member
         QTest::addColumn<bool>("mayChangeOthers");
-        QTest::newRow("system LOW: everybody may") << 0 << 0 << true;
-        QTest::newRow("system MEDIUM, user HIGH: may") << 1 << 2 << true;
-        QTest::newRow("system HIGH, user LOW: may not") << 2 << 0 << false;
+        QTest::newRow("system LOW: everybody may") << 0 << 0 << false << true;
+        QTest::newRow("MEDIUM, user LOW: a member may") << 1 << 0 << false << true;
+        QTest::newRow("HIGH, user MEDIUM: a member may not") << 2 << 1 << false << false;
+        QTest::newRow("HIGH, user MEDIUM: a manager may") << 2 << 1 << true << true;
+        QTest::newRow("system HIGH, user LOW: may not") << 2 << 0 << true << false;
     }
 
-    // The first Activate sets the toolbar by the person's rights before any row is
-    // clicked: the Group button and multiple selection, and Preview for a new message.
+    // The real Load and the first Activate: the saved group's tab and rows, the
+    // toolbar by the person's rights there before any row is clicked (the Group
+    // button, its menu entry and multiple selection, Preview for a new message,
+    // Servers gone with none listed), the timers as the settings ask: RefreshRate
+    // 0 says so in panel 3 and stops TimerMain at its tick.
     void rightsAtFirstActivate()
     {
         QFETCH(int, systemLevel);
         QFETCH(int, userLevel);
+        QFETCH(bool, manager);
         QFETCH(bool, mayChangeOthers);
         Board b;
         b.site.setting(QStringLiteral("SystemSecurityLevel"), QString::number(systemLevel));
-        b.setForAnn(QStringLiteral("UserSecurityLevel = %1").arg(userLevel));
+        b.site.execute(QStringLiteral("UPDATE EmployeeGroupTable SET GroupManager = %1").arg(manager ? 1 : 0));
+        b.setForAnn(QStringLiteral("UserSecurityLevel = %1, RefreshRate = 0, DefaultGroup = \"Sales\"").arg(userLevel));
         b.site.message({.owner = QStringLiteral("Ann Lee"),
                         .fromName = QStringLiteral("Bob Ray"),
                         .toName = QStringLiteral("Ann Lee"),
@@ -299,14 +269,28 @@ private slots:
         b.form = static_cast<frmMain*>(frmMain::load());
         frmMain& f = *b.form;
         f.Form_Activate();
+        const auto* tabs = b.child<GroupTabBar>("TabStripMain");
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Sales"));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("~Room 1"), QStringLiteral("Ann Lee")}));
         QCOMPARE(f.groupButtonEnabled(), mayChangeOthers);
         QCOMPARE(b.action("mnuCommand_Group")->isEnabled(), mayChangeOthers);
         QCOMPARE(b.list()->selectionMode() == QAbstractItemView::ExtendedSelection, mayChangeOthers);
         QCOMPARE(b.child<QTreeWidget>("ListViewMessages")->topLevelItemCount(), 1);
         QVERIFY(b.action("Preview")->isEnabled());
-        // No servers listed here, and the person has a row: the Servers button goes, Options stays.
         QVERIFY(!b.action("Servers")->isVisible() && !b.action("mnuCommand_Servers")->isVisible());
         QVERIFY(b.action("Options")->isEnabled() && gblnUserOnThisServer);
+
+        QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
+        const auto* timerMain = b.child<QTimer>("TimerMain");
+        const auto* alerts = b.child<QTimer>("tmrCheckForStatusAlerts");
+        QVERIFY(timerMain->isActive() && alerts->isActive());
+        f.TimerMain_Timer();
+        QVERIFY(!timerMain->isActive());
+        f.tmrCheckForStatusAlerts_Timer();
+        f.Form_Deactivate();
+        f.Form_Activate();
+        QCOMPARE(alerts->interval(), 60000); // the short first interval is not restored
+        QVERIFY(timerMain->isActive());
     }
 
     // A write of AutoLogIn's "In" that fails at Load is caught by the Load: its box,
