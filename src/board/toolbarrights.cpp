@@ -63,9 +63,15 @@ QList<ButtonRight> otherButtons(const Site& site)
 QStringList menuEntriesOf(int position)
 {
     static const std::pair<int, const char*> entries[] = {
-        {btnChange, "mnuCommand_Change"}, {btnGroup, "mnuCommand_Group"},     {btnServers, "mnuCommand_Servers"},
-        {btnHome, "mnuCommand_Home"},     {btnNewMessage, "mnuMessagesNew"},  {btnPreview, "mnuMessages"},
-        {btnOptions, "mnuCommand_Options"}, {15, "mnuCommand_Out"},           {16, "mnuCommand_Busy"},
+        {btnChange, "mnuCommand_Change"},
+        {btnGroup, "mnuCommand_Group"},
+        {btnServers, "mnuCommand_Servers"},
+        {btnHome, "mnuCommand_Home"},
+        {btnNewMessage, "mnuMessagesNew"},
+        {btnPreview, "mnuMessages"},
+        {btnOptions, "mnuCommand_Options"},
+        {15, "mnuCommand_Out"},
+        {16, "mnuCommand_Busy"},
         {17, "mnuCommand_In"},
     };
     QStringList names;

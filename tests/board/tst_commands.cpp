@@ -72,6 +72,7 @@ private slots:
     void firstRunPlace();
     void fitsTheScreen_data();
     void fitsTheScreen();
+    void splitters();
 };
 
 // One button per status type with OnToolBar, in code order; a rebuild leaves the
@@ -142,7 +143,8 @@ void TestCommands::statusWordOfACommand_data()
                                          << "Gone Home" << QStringList();
 }
 
-// A status whose word is a command's key runs the command and never sets the status.
+// A status whose word is a command's key runs the command and never sets the
+// status; a status button puts the window away as AutoMinimize asks.
 void TestCommands::statusWordOfACommand()
 {
     QFETCH(QString, word);
@@ -151,10 +153,12 @@ void TestCommands::statusWordOfACommand()
     Board b;
     b.site.statusType({word, 9, word, word, false, true});
     gstrHelpFile = QStringLiteral("user.chm");
+    gblnAutoMinimize = true;
     b.form->subLoadToolBarButtons();
     b.statusButton(word)->trigger();
     QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), status);
     QCOMPARE(b.gw.shell().calls, shell);
+    QCOMPARE(b.form->isMinimized(), !status.isEmpty());
 }
 
 // The Group command with nobody selected, and a browser that cannot start.
@@ -276,6 +280,23 @@ void TestCommands::fitsTheScreen()
             QCOMPARE(QString::number(column.width), saved);
         }
     }
+}
+
+// The tree stands as wide as the saved splitter position says, and the end of a
+// drag becomes the position that is saved.
+void TestCommands::splitters()
+{
+    Board b;
+    b.setForAnn(QStringLiteral("SplitterPositionVertical = 2400, DisplayTreeView = True"));
+    subReadUserSettings(QStringLiteral("Ann Lee"));
+    b.show(900, 600);
+    auto* tree = b.child<QTreeWidget>("TreeViewMain");
+    const int left = tree->mapTo(b.form->centralWidget(), QPoint(0, 0)).x();
+    QCOMPARE(tree->width(), 2400 / 15 - left);
+    auto* splitter = b.child<QSplitter>("picVerticalSplitter");
+    splitter->setSizes({150, 600});
+    emit splitter->splitterMoved(150, 1);
+    QCOMPARE(glngSplitterVertical, (left + 150) * 15LL);
 }
 
 QTEST_MAIN(TestCommands)
