@@ -35,16 +35,6 @@ constexpr int kListMinHeight = 100;
 constexpr int kLargeIcon = 32;
 constexpr int kSmallIcon = 16;
 
-long long twips(int pixels)
-{
-    return Twips::fromPixels(pixels).value();
-}
-
-int pixels(long long twips)
-{
-    return Twips(twips).pixels();
-}
-
 // Lays the screen out when its client area is shown or changes size, and shows About when
 // the logo is clicked.
 class LayoutWatcher : public QObject
@@ -264,13 +254,14 @@ void frmMain::placeSplitters()
     const int handle = picSplitterHorizontal->handleWidth();
 
     const int top = picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y();
-    glngSplitterHorizontalMin = twips(top + kPanesMinHeight);
-    glngSplitterHorizontalMax = twips(top + picSplitterHorizontal->height() - handle - kListMinHeight);
+    glngSplitterHorizontalMin = Twips::fromPixels(top + kPanesMinHeight).value();
+    glngSplitterHorizontalMax =
+        Twips::fromPixels(top + picSplitterHorizontal->height() - handle - kListMinHeight).value();
     glngSplitterHorizontal =
         heldBetween(Twips(glngSplitterHorizontal), Twips(glngSplitterHorizontalMin), Twips(glngSplitterHorizontalMax))
             .value();
     if (m_panes->isVisibleTo(this)) {
-        const int panes = pixels(glngSplitterHorizontal) - top;
+        const int panes = Twips(glngSplitterHorizontal).pixels() - top;
         picSplitterHorizontal->setSizes({panes, picSplitterHorizontal->height() - handle - panes});
     }
 
@@ -278,12 +269,13 @@ void frmMain::placeSplitters()
         const int left = picVerticalSplitter->mapTo(client, QPoint(0, 0)).x();
         // The tree is at least as wide as its longest name, up to a third of the window.
         const int names = std::clamp(m_treeNamesWidth, kTreeMinWidth, std::max(kTreeMinWidth, width() / 3));
-        glngSplitterVerticalMin = twips(left + names);
-        glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
+        glngSplitterVerticalMin = Twips::fromPixels(left + names).value();
+        glngSplitterVerticalMax =
+            Twips::fromPixels(left + picVerticalSplitter->width() - handle - kListMinWidth).value();
         glngSplitterVertical =
             heldBetween(Twips(glngSplitterVertical), Twips(glngSplitterVerticalMin), Twips(glngSplitterVerticalMax))
                 .value();
-        const int tree = pixels(glngSplitterVertical) - left;
+        const int tree = Twips(glngSplitterVertical).pixels() - left;
         picVerticalSplitter->setSizes({tree, picVerticalSplitter->width() - handle - tree});
     }
 }
@@ -294,12 +286,14 @@ void frmMain::splitterMoved()
 {
     const QWidget* client = centralWidget();
     if (gvarDisplayTreeView != 0) {
-        glngSplitterVertical =
-            twips(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() + picVerticalSplitter->sizes().value(0));
+        glngSplitterVertical = Twips::fromPixels(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() +
+                                                 picVerticalSplitter->sizes().value(0))
+                                   .value();
     }
     if (m_panes->isVisibleTo(this)) {
-        glngSplitterHorizontal =
-            twips(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() + picSplitterHorizontal->sizes().value(0));
+        glngSplitterHorizontal = Twips::fromPixels(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() +
+                                                   picSplitterHorizontal->sizes().value(0))
+                                     .value();
     }
     subResizeControls();
 }
@@ -309,12 +303,12 @@ void frmMain::splitterMoved()
 QRect frmMain::normalGeometry() const
 {
     const QRect place = isMaximized() || isFullScreen() ? QMainWindow::normalGeometry() : geometry();
-    return {int(twips(place.left())), int(twips(place.top())), int(twips(place.width())), int(twips(place.height()))};
+    return twipsOf(place);
 }
 
 void frmMain::setNormalGeometry(const QRect& place)
 {
     if (windowState() == Qt::WindowNoState) {
-        setGeometry(pixels(place.left()), pixels(place.top()), pixels(place.width()), pixels(place.height()));
+        setGeometry(pixelsOf(place));
     }
 }

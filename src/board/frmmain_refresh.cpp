@@ -81,19 +81,17 @@ void frmMain::subRefreshUserList(const QString& group)
 
     // The one read of an ordinary poll.
     subGetCounterValues();
-    refresh::Poll poll;
-    poll.group = strGroup;
-    poll.lastGroupShown = mstrLastGroupShown;
-    poll.read = {glngStatusCounter, glngGroupCounter, glngExtraColumnsCounter};
-    poll.actedOn = {glngLastStatusCounter, glngLastGroupCounter, glngLastExtraColumnsCounter};
-    poll.columnsChanged = columnsMovedOrResized();
-    const refresh::Plan plan = refresh::plan(poll);
+    const refresh::Plan plan =
+        refresh::plan({strGroup,
+                       mstrLastGroupShown,
+                       {glngStatusCounter, glngGroupCounter, glngExtraColumnsCounter},
+                       {glngLastStatusCounter, glngLastGroupCounter, glngLastExtraColumnsCounter},
+                       columnsMovedOrResized()});
     if (plan.takeExtraColumns) {
         glngLastExtraColumnsCounter = glngExtraColumnsCounter;
     }
-    const bool blnRebuild = plan.rebuild;
 
-    if (!blnRebuild) {
+    if (!plan.rebuild) {
         // Nothing changed: the rows stay as they are.
         ListViewMain->setUpdatesEnabled(true);
         subClearListSelection();

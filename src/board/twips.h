@@ -6,6 +6,7 @@
 #include "dao/values.h"
 #include "kernel/constants.h"
 
+#include <QRect>
 #include <algorithm>
 #include <compare>
 
@@ -35,6 +36,22 @@ public:
 private:
     long long m_twips = 0;
 };
+
+// A window's place and size, from pixels to twips and back.
+inline QRect twipsOf(const QRect& pixels)
+{
+    const auto t = [](int value) {
+        return int(Twips::fromPixels(value).value());
+    };
+    return {t(pixels.left()), t(pixels.top()), t(pixels.width()), t(pixels.height())};
+}
+inline QRect pixelsOf(const QRect& twips)
+{
+    const auto p = [](int value) {
+        return Twips(value).pixels();
+    };
+    return {p(twips.left()), p(twips.top()), p(twips.width()), p(twips.height())};
+}
 
 // A splitter's position held between its limits; when the window is too small
 // for both, the maximum wins, and the position stays there when the window grows.

@@ -271,6 +271,9 @@ private slots:
         QFETCH(long long, twips);
         QTEST(Twips(twips).pixels(), "pixels");
         QCOMPARE(Twips::fromPixels(Twips(twips).pixels()).value(), Twips(twips).pixels() * 15LL);
+        const QRect place(int(twips), 30, 1500, 23); // a window's place and size, in twips
+        QCOMPARE(pixelsOf(place), QRect(Twips(twips).pixels(), 2, 100, 2));
+        QCOMPARE(twipsOf(pixelsOf(place)), QRect(Twips(twips).pixels() * 15, 30, 1500, 30));
     }
 
     // A splitter held between its limits; when they cross the maximum wins.
