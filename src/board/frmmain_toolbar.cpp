@@ -196,7 +196,7 @@ void frmMain::toolbarClicked(QAction* button)
 void frmMain::subLoadToolBarButtons()
 {
     const QString strProcedure = QStringLiteral("modUser - subLoadToolBarButtons event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         errorbox::showGeneral(strProcedure, errorbox::Joined);
         return status::Resume::Next;
     });
@@ -222,7 +222,7 @@ void frmMain::subLoadToolBarButtons()
 void frmMain::BindToolBar()
 {
     const QString strProcedure = QStringLiteral("modUser - BindToolBar event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         errorbox::showGeneral(strProcedure, errorbox::Joined);
         return status::Resume::Next;
     });

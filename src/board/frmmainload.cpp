@@ -49,7 +49,7 @@ void frmMain::Form_Load()
 
     // The Load's own handler: a write that fails here (another client's lock on the
     // row) gets the general box, and the Load goes on, so the board comes up.
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         errorbox::showGeneral(QStringLiteral("frmMain - Load event"), errorbox::Joined, platform::vbOKOnly,
                               gstrProgramTitle);
         return status::Resume::Next;

@@ -17,7 +17,7 @@ namespace {
 
 // A failure no procedure handles ends the run the way VB's run time does: one
 // stop box with the number and the text, then the end. Nothing is repaired.
-[[noreturn]] void endOnRunTimeError(const dao::JetError& e)
+[[noreturn]] void endOnRunTimeError(const VbError& e)
 {
     // One box at a time: a failure in an event run while the box waits ends the run at once.
     static bool showing = false;
@@ -61,7 +61,7 @@ bool ClientApplication::notify(QObject* receiver, QEvent* event)
 {
     try {
         return QApplication::notify(receiver, event);
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         endOnRunTimeError(e);
     } catch (const std::bad_alloc&) {
         endOnOtherError(receiver, kErrOutOfMemory, QStringLiteral("Out of memory"));

@@ -58,7 +58,7 @@ void readDataPath()
         }
         gstrDatabasePath = withClosingSeparator(dataPath);
         gstrCurrentDatabasePath = gstrDatabasePath;
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         Err.Set(e);
         welcomeScreen().setTimerWelcomeEnabled(false);
         if (Err.Number == vbErrFileNotFound) {

@@ -65,7 +65,7 @@ QString insertSql(const QStringList& values)
 void subUpdateTransactionLog(const QString& status, const QString& dueBack, const QString& comments,
                              const QString& name)
 {
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         showLogFailure();
         return Resume::Next;
     });
@@ -89,7 +89,7 @@ void subUpdateTransactionLog(const QString& status, const QString& dueBack, cons
     // From here on a failure only counts; intLogRetries is never reset, so the
     // third failure of the run is the one reported, wherever it falls.
     fnRunUnit([&] { fnDatabase().Execute(sql); },
-              [](const dao::JetError& e, int attempt) {
+              [](const VbError& e, int attempt) {
                   Err.Set(e);
                   ++intLogRetries;
                   if (intLogRetries == kReportedFailure) {

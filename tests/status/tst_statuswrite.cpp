@@ -1,5 +1,9 @@
 // The status writes and the log on a real site file: whose row a change goes to,
 // the code of the word, the comment rule, the mirror, the counter and log rows.
+#include "database/objectref.h"
+#include "database/unitofchange.h"
+#include "kernel/err.h"
+#include "status/statuscommon.h"
 #include "status/statuswrite.h"
 #include "status/translog.h"
 #include "statusfixture.h"
@@ -371,6 +375,60 @@ private slots:
             QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
         QCOMPARE(f.counter(), before);
         QCOMPARE(f.logRows(), 0);
+    }
+
+    // Every kind of handler takes the engine's errors and the language's own alike,
+    // and leaves the number and the description in Err: the one-statement trap, a
+    // procedure's trap and a unit of change, which is rolled back first.
+    void handlersTakeEngineAndRunTimeErrorsAlike_data()
+    {
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("description");
+        QTest::newRow("engine: record locked") << int(dao::errRecordLocked) << dao::jetErrorText(dao::errRecordLocked);
+        QTest::newRow("run-time: object not set")
+            << int(vbErrObjectNotSet) << "Object variable or With block variable not set";
+        QTest::newRow("run-time: type mismatch") << int(vbErrTypeMismatch) << "Type mismatch";
+    }
+
+    void handlersTakeEngineAndRunTimeErrorsAlike()
+    {
+        QFETCH(int, number);
+        QFETCH(QString, description);
+        StatusFixture f;
+        const auto fail = [&] {
+            if (number == dao::errRecordLocked)
+                dao::raiseJetError(number);
+            Err.Raise(number, description);
+        };
+        const auto errIsFilled = [&] {
+            return Err.Number == number && Err.Description == description;
+        };
+
+        Err.Clear();
+        QVERIFY(!ResumeNext(fail));
+        QVERIFY(errIsFilled());
+
+        Err.Clear();
+        int handled = 0;
+        status::Trap trap([&](const VbError& e) {
+            handled = e.number();
+            return status::Resume::Next;
+        });
+        QVERIFY(trap(fail));
+        QCOMPARE(handled, number);
+        QVERIFY(errIsFilled());
+
+        Err.Clear();
+        const auto writeThenFail = [&] {
+            fnDatabase().Execute(QStringLiteral("UPDATE EmployeeTable SET Status = 'Busy' WHERE Name = 'Bob Ray'"));
+            fail();
+        };
+        QVERIFY(!fnRunUnit(writeThenFail, [](const VbError& e, int) {
+            Err.Set(e);
+            return false;
+        }));
+        QVERIFY(errIsFilled());
+        QVERIFY(f.statusOf(QStringLiteral("Bob Ray")) != QStringLiteral("Busy"));
     }
 
     // Another client holds the write lock: the change waits, with timers running,
