@@ -1,5 +1,6 @@
 #include "platform/msgbox.h"
 
+#include "platform/installed.h"
 #include "platform/msgboxfile.h"
 
 #include <QCoreApplication>
@@ -26,12 +27,6 @@ public:
     }
 };
 
-std::unique_ptr<MessageBoxes>& installed()
-{
-    static std::unique_ptr<MessageBoxes> impl;
-    return impl;
-}
-
 QString& titleOverride()
 {
     static QString title;
@@ -56,16 +51,12 @@ bool fileDrivenMessageBoxesRequested()
 
 void setMessageBoxes(std::unique_ptr<MessageBoxes> impl)
 {
-    installed() = std::move(impl);
+    install(std::move(impl));
 }
 
 MessageBoxes& messageBoxes()
 {
-    auto& impl = installed();
-    if (!impl) {
-        impl = defaultMessageBoxes();
-    }
-    return *impl;
+    return installedOr<MessageBoxes>([] { return defaultMessageBoxes(); });
 }
 
 int MsgBox(const QString& prompt, int flags, const QString& title)
