@@ -1,9 +1,9 @@
 // The change counters: what a poll reads and acts on, and the raise of Counter.
+#include "countingscreen.h"
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
-#include "kernel/mainscreen.h"
 #include "otherclient.h"
 #include "tempsite.h"
 #include "testgateways.h"
@@ -16,24 +16,6 @@ using namespace platform;
 using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
 namespace {
-
-// Counts the board's reactions.
-struct FakeMain : MainScreen
-{
-    void subReadGroups() override
-    {
-        ++reactions[0];
-    }
-    void subLoadToolBarButtons() override
-    {
-        ++reactions[1];
-    }
-    void subSetToolBarRights() override
-    {
-        ++reactions[2];
-    }
-    QList<int> reactions{0, 0, 0};
-};
 
 // The counters this client last acted on, in the order of Counters.
 const std::array<long long*, 5> kLastActed{&glngLastStatusCounter, &glngLastStatusTypeCounter, &glngLastGroupCounter,
@@ -99,7 +81,7 @@ private slots:
         QFETCH(QList<int>, reactions);
         QFETCH(Counters, actedAfter);
         TestGateways gw;
-        FakeMain screen;
+        CountingScreen screen;
         setMainScreen(&screen);
         TempSite site;
         const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",

@@ -1,9 +1,9 @@
 // The open-and-close regime of the shared file, the answers to a failed open,
 // the group look-up and the answer to a failed Update.
+#include "countingscreen.h"
 #include "dao/dao.h"
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
-#include "kernel/mainscreen.h"
 #include "tempsite.h"
 #include "testgateways.h"
 
@@ -17,15 +17,6 @@ using namespace platform;
 namespace {
 
 const QString kProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
-
-struct FakeMain : MainScreen
-{
-    void unload() override
-    {
-        ++unloads;
-    }
-    int unloads = 0;
-};
 
 enum class Broken
 {
@@ -114,7 +105,7 @@ private slots:
         QFETCH(QString, title);
         QFETCH(int, unloads);
         TestGateways gw;
-        FakeMain screen;
+        CountingScreen screen;
         setMainScreen(&screen);
         TempSite site;
         useSite(broken == Broken::MissingFolder ? site.path() + "gone" + QDir::separator() : site.path());
