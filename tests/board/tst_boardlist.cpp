@@ -78,8 +78,7 @@ private slots:
         message.subject = QStringLiteral("Lunch?");
         message.sent = sent;
         b.site.message(message);
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         QCOMPARE(rowTexts(f.lstWhoAmITracking), QStringList{QStringLiteral("Bob Ray|Busy|2026-11-22 09:30:00")});
         QCOMPARE(rowTexts(f.lstWhosTrackingMe), QStringList{QStringLiteral("alan Poe")});
         QCOMPARE(rowTexts(f.ListViewMessages).value(0).section(QLatin1Char('|'), 0, 3),
@@ -130,8 +129,7 @@ private slots:
         QFETCH(QStringList, names);
         QFETCH(QString, box);
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         if (!box.isEmpty()) {
             b.gw.boxes().answer(vbOK);
         }
@@ -171,8 +169,7 @@ private slots:
         QFETCH(QStringList, names);
         Board b;
         b.setForAnn(settings);
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         QCOMPARE(gintSortKey, sortKey);
         QCOMPARE(b.texts(QStringLiteral("Name")), names);
     }
@@ -198,8 +195,7 @@ private slots:
             .person(QStringLiteral("\u00d8ystein Berg"), QStringLiteral("oberg"), QStringLiteral("7"))
             .person(QStringLiteral("\u9648\u4f1f"), QStringLiteral("cwei"), QStringLiteral("50"));
         b.setForAnn(QStringLiteral("SortColumnName = \"%1\", SortOrder = 0").arg(column));
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         QCOMPARE(b.texts(column), sorted);
         f.ListViewMain_ColumnClick(b.column(QStringLiteral("Status")));
         gintSortOrder = 0;
@@ -215,8 +211,7 @@ private slots:
     void columnLayoutSavedAndRestored()
     {
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         QCOMPARE(b.shownHeaders(), QStringList({"Status", "Name", "Phone", "DueBack", "Comments", "LastModified"}));
         QHeaderView* header = f.ListViewMain->header();
         header->moveSection(header->visualIndex(b.column(QStringLiteral("Phone"))), 0);
@@ -227,8 +222,7 @@ private slots:
         QCOMPARE(b.ofAnn(QStringLiteral("NameColumnWidth"), QStringLiteral("EmployeeSettingsTable")),
                  QStringLiteral("3000"));
 
-        frmMain& again = b.open();
-        again.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& again = b.openOnEveryone();
         QCOMPARE(b.shownHeaders(), QStringList({"Phone", "Status", "Name", "DueBack", "Comments", "LastModified"}));
         QCOMPARE(again.ListViewMain->header()->sectionSize(b.column(QStringLiteral("Name"))), 200);
     }
@@ -258,8 +252,7 @@ private slots:
             .status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"), QStringLiteral("Away"));
         b.site.execute(QStringLiteral("UPDATE EmployeeTable SET New_Mobile = \"0770\""));
         b.setForAnn(settings + QStringLiteral(", SortColumnName = \"Name\""));
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         if (dropMobile) {
             b.site.execute(QStringLiteral("ALTER TABLE EmployeeTable DROP COLUMN New_Mobile"));
             b.raise(QStringLiteral("Counter"));
@@ -296,8 +289,7 @@ private slots:
         QFETCH(QString, text);
         QFETCH(QStringList, found);
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         for (const QString& header : clicks) {
             f.ListViewMain_ColumnClick(b.column(header));
         }
@@ -429,8 +421,7 @@ private slots:
     void countdown()
     {
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         gintRefreshRate = 1;
         gintTimerMainCountDown = 2;
         dao::DBEngine::resetStatementCount();

@@ -62,6 +62,12 @@ struct BoardFixture
         subReadGroups();
         return *form;
     }
+    // open(), then the list drawn for Everyone.
+    frmMain& openOnEveryone()
+    {
+        open().subRefreshUserList(QStringLiteral("Everyone"));
+        return *form;
+    }
     // The window on screen at a size, laid out.
     void show(int width, int height)
     {
