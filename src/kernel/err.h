@@ -48,8 +48,10 @@ bool testOrFail(const std::function<bool()>& test);
 // VB's run-time error numbers used outside the engine.
 enum VbErrorNumber : int
 {
+    vbErrOutOfMemory = 7,
     vbErrSubscript = 9,
     vbErrTypeMismatch = 13,
+    vbErrInternal = 51,
     vbErrFileNotFound = 53,
     vbErrInputPastEnd = 62,
     vbErrFileAccess = 75,

@@ -31,10 +31,6 @@ namespace {
     platform::End(1);
 }
 
-// VB's numbers for a failure that is not the engine's.
-constexpr int kErrOutOfMemory = 7;
-constexpr int kErrInternal = 51;
-
 // Any other failure that reaches the event loop: the general error box, naming
 // the window and the object the event was for, then the end.
 [[noreturn]] void endOnOtherError(QObject* receiver, int number, const QString& description)
@@ -64,9 +60,9 @@ bool ClientApplication::notify(QObject* receiver, QEvent* event)
     } catch (const VbError& e) {
         endOnRunTimeError(e);
     } catch (const std::bad_alloc&) {
-        endOnOtherError(receiver, kErrOutOfMemory, QStringLiteral("Out of memory"));
+        endOnOtherError(receiver, vbErrOutOfMemory, QStringLiteral("Out of memory"));
     } catch (const std::exception& e) {
-        endOnOtherError(receiver, kErrInternal, QStringLiteral("Internal error: ") + QString::fromLocal8Bit(e.what()));
+        endOnOtherError(receiver, vbErrInternal, QStringLiteral("Internal error: ") + QString::fromLocal8Bit(e.what()));
     }
 }
 

@@ -58,7 +58,7 @@ void showStatusInTrayTip();
 
 // VB's CBool of a trimmed field text, with "" (a Null) read as False; 13 when not a truth value.
 bool boolFromText(const QString& text);
-// VB's CInt of a trimmed field text (rounded to even), wide; 94 for "", 13 when not a number.
+// VB's CInt of a trimmed field text (rounded to even), wide; 13 when not a number, "" included.
 long long wholeFromText(const QString& text);
 
 } // namespace status
