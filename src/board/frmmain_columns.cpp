@@ -103,16 +103,16 @@ void frmMain::placeStatusColumn(dao::Recordset& rstColumnData)
 void frmMain::applyListSort()
 {
     for (int i = 0; i < ListViewMain->columnCount(); ++i) {
-        if (ListViewMain->headerItem()->text(i) == gstrSortColumnName) {
+        if (ListViewMain->headerItem()->text(i) == gPerson.gstrSortColumnName) {
             m_listSortKey = i;
-            gintSortKey = i;
+            gPerson.gintSortKey = i;
             break;
         }
     }
-    const bool ascending = gintSortOrder == 0;
-    if (gintSortKey >= 0 && gintSortKey < ListViewMain->columnCount()) {
+    const bool ascending = gPerson.gintSortOrder == 0;
+    if (gPerson.gintSortKey >= 0 && gPerson.gintSortKey < ListViewMain->columnCount()) {
         ListViewMain->headerItem()->setIcon(
-            int(gintSortKey), headerIcon(ascending ? QStringLiteral("ArrowUp") : QStringLiteral("ArrowDown")));
+            int(gPerson.gintSortKey), headerIcon(ascending ? QStringLiteral("ArrowUp") : QStringLiteral("ArrowDown")));
     }
     if (m_listSortKey >= 0 && m_listSortKey < ListViewMain->columnCount()) {
         ListViewMain->sortItems(m_listSortKey, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
@@ -145,7 +145,7 @@ bool frmMain::columnsMovedOrResized()
         differs(mvarColumnPositions, [&](int column) { return qint64(header->visualIndex(column) + 1); }) ||
         differs(mvarColumnWidths, [&](int column) { return ownWidthTwips(column); });
     if (changed) {
-        ResumeNext([] { subSaveUserSettings(gstrDefaultUser); });
+        ResumeNext([] { subSaveUserSettings(gRun.gstrDefaultUser); });
     }
     return changed;
 }

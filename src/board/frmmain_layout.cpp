@@ -198,8 +198,8 @@ void frmMain::subResizeControls()
 // and then the icons shrink. A wider window gives them back.
 void frmMain::fitToolbar()
 {
-    const bool captions = gintToolBarText != 0;
-    const int side = gintIconSize == 0 ? kLargeIcon : kSmallIcon;
+    const bool captions = gPerson.gintToolBarText != 0;
+    const int side = gPerson.gintIconSize == 0 ? kLargeIcon : kSmallIcon;
     const std::pair<Qt::ToolButtonStyle, int> looks[] = {
         {captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly, side},
         {Qt::ToolButtonIconOnly, side},
@@ -220,7 +220,7 @@ void frmMain::navigatorPass()
 {
     picTrackingContainer->hide();
     imgPlannerBanner->setVisible(true);
-    const bool tree = gvarDisplayTreeView != 0;
+    const bool tree = gPerson.gvarDisplayTreeView != 0;
     TreeViewMain->setVisible(tree);
     TabStripMain->setVisible(!tree);
 }
@@ -229,8 +229,8 @@ void frmMain::navigatorPass()
 // takes its commands away with its pane.
 void frmMain::panePass()
 {
-    const bool alerts = gblnAllowStatusAlerts;
-    const bool messaging = gblnAllowMessaging;
+    const bool alerts = gSite.gblnAllowStatusAlerts;
+    const bool messaging = gSite.gblnAllowMessaging;
     const QList<QWidget*> trackingPane = {picTrackingContainer, lblWhoAmITracking, lstWhoAmITracking, lblWhosTrackingMe,
                                           lstWhosTrackingMe};
     for (QWidget* part : trackingPane) {
@@ -270,22 +270,24 @@ void frmMain::placeSplitters()
     const int handle = picSplitterHorizontal->handleWidth();
 
     const int top = picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y();
-    glngSplitterHorizontalMin = twips(top + kPanesMinHeight);
-    glngSplitterHorizontalMax = twips(top + picSplitterHorizontal->height() - handle - kListMinHeight);
-    glngSplitterHorizontal = heldBetween(glngSplitterHorizontal, glngSplitterHorizontalMin, glngSplitterHorizontalMax);
+    gBoard.glngSplitterHorizontalMin = twips(top + kPanesMinHeight);
+    gBoard.glngSplitterHorizontalMax = twips(top + picSplitterHorizontal->height() - handle - kListMinHeight);
+    gPerson.glngSplitterHorizontal =
+        heldBetween(gPerson.glngSplitterHorizontal, gBoard.glngSplitterHorizontalMin, gBoard.glngSplitterHorizontalMax);
     if (m_panes->isVisibleTo(this)) {
-        const int panes = pixels(glngSplitterHorizontal) - top;
+        const int panes = pixels(gPerson.glngSplitterHorizontal) - top;
         picSplitterHorizontal->setSizes({panes, picSplitterHorizontal->height() - handle - panes});
     }
 
-    if (gvarDisplayTreeView != 0) {
+    if (gPerson.gvarDisplayTreeView != 0) {
         const int left = picVerticalSplitter->mapTo(client, QPoint(0, 0)).x();
         // The tree is at least as wide as its longest name, up to a third of the window.
         const int names = std::clamp(m_treeNamesWidth, kTreeMinWidth, std::max(kTreeMinWidth, width() / 3));
-        glngSplitterVerticalMin = twips(left + names);
-        glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
-        glngSplitterVertical = heldBetween(glngSplitterVertical, glngSplitterVerticalMin, glngSplitterVerticalMax);
-        const int tree = pixels(glngSplitterVertical) - left;
+        gBoard.glngSplitterVerticalMin = twips(left + names);
+        gBoard.glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
+        gPerson.glngSplitterVertical =
+            heldBetween(gPerson.glngSplitterVertical, gBoard.glngSplitterVerticalMin, gBoard.glngSplitterVerticalMax);
+        const int tree = pixels(gPerson.glngSplitterVertical) - left;
         picVerticalSplitter->setSizes({tree, picVerticalSplitter->width() - handle - tree});
     }
 }
@@ -295,12 +297,12 @@ void frmMain::placeSplitters()
 void frmMain::splitterMoved()
 {
     const QWidget* client = centralWidget();
-    if (gvarDisplayTreeView != 0) {
-        glngSplitterVertical =
+    if (gPerson.gvarDisplayTreeView != 0) {
+        gPerson.glngSplitterVertical =
             twips(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() + picVerticalSplitter->sizes().value(0));
     }
     if (m_panes->isVisibleTo(this)) {
-        glngSplitterHorizontal =
+        gPerson.glngSplitterHorizontal =
             twips(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() + picSplitterHorizontal->sizes().value(0));
     }
     subResizeControls();

@@ -56,35 +56,36 @@ QString mainQuery(const QString& group, bool& groupMissing)
 QString settingsRowQuery()
 {
     // On another site's database this person may have no row: anybody's layout will do.
-    if (gblnRemoteConnection) {
+    if (gRun.gblnRemoteConnection) {
         return QStringLiteral("SELECT top 1 * FROM EmployeeSettingsTable ORDER BY Name");
     }
-    return QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name LIKE ") + dao::quoteLike(gstrDefaultUser) +
-           QStringLiteral(" ORDER BY Name");
+    return QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name LIKE ") +
+           dao::quoteLike(gRun.gstrDefaultUser) + QStringLiteral(" ORDER BY Name");
 }
 
 } // namespace
 
 void frmMain::subRefreshUserList(const QString& group)
 {
-    if (gstrDefaultUser.trimmed().isEmpty()) {
+    if (gRun.gstrDefaultUser.trimmed().isEmpty()) {
         return; // nothing to show before the person is known
     }
     flushGroups();
     QString strGroup = group;
     if (strGroup.trimmed().isEmpty()) {
-        if (gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {
-            gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
+        if (gPerson.gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {
+            gRun.gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
         }
-        strGroup = gstrCurrentGroup;
+        strGroup = gRun.gstrCurrentGroup;
     }
 
     // The one read of an ordinary poll.
     subGetCounterValues();
-    bool blnRebuild = strGroup != mstrLastGroupShown || glngStatusCounter != glngLastStatusCounter ||
-                      glngGroupCounter != glngLastGroupCounter;
-    if (glngExtraColumnsCounter != glngLastExtraColumnsCounter) {
-        glngLastExtraColumnsCounter = glngExtraColumnsCounter;
+    bool blnRebuild = strGroup != mstrLastGroupShown ||
+                      gCounters.glngStatusCounter != gCounters.glngLastStatusCounter ||
+                      gCounters.glngGroupCounter != gCounters.glngLastGroupCounter;
+    if (gCounters.glngExtraColumnsCounter != gCounters.glngLastExtraColumnsCounter) {
+        gCounters.glngLastExtraColumnsCounter = gCounters.glngExtraColumnsCounter;
         blnRebuild = true;
     }
     if (columnsMovedOrResized()) {
@@ -108,7 +109,7 @@ void frmMain::subRefreshUserList(const QString& group)
 // failure goes up to the caller.
 void frmMain::rebuildList(const QString& strGroup)
 {
-    glngLastStatusCounter = glngStatusCounter;
+    gCounters.glngLastStatusCounter = gCounters.glngStatusCounter;
     mstrLastGroupShown = strGroup;
     setBusyPointer(true);
     forgetRows();
@@ -116,21 +117,19 @@ void frmMain::rebuildList(const QString& strGroup)
     ListViewMain->setColumnCount(0);
 
     bool groupMissing = false;
-    gstrSQL = mainQuery(strGroup, groupMissing);
+    const QString query = mainQuery(strGroup, groupMissing);
     if (groupMissing) {
-        const QString query = gstrSQL;
         MsgBox(QStringLiteral("The last group selected does not exist in this database. It has probably been "
                               "deleted or renamed by the Administrator."),
-               vbInformation, gstrProgramTitle + QStringLiteral(" - Error"));
-        gstrCurrentGroup = QStringLiteral("Everyone");
+               vbInformation, gRun.gstrProgramTitle + QStringLiteral(" - Error"));
+        gRun.gstrCurrentGroup = QStringLiteral("Everyone");
         TabStripMain->update();
-        gstrSQL = query;
     }
 
     ResumeNext([] { subOpenDatabase(); });
     Err.Clear();
     std::unique_ptr<dao::Recordset> rs;
-    ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    ResumeNext([&] { rs = fnOpenSQL(query); });
     // An empty group (or a query that failed) shows no rows and no columns, and no word about it.
     if (testOrFail([&] { return fnRecordset(rs).RecordCount() == 0; })) {
         return;
@@ -154,8 +153,8 @@ void frmMain::rebuildList(const QString& strGroup)
 
     ListViewMain->setUpdatesEnabled(false);
     createHeaders(layout);
-    if (gintSortKey > ListViewMain->columnCount() - 1) {
-        gintSortKey = 0;
+    if (gPerson.gintSortKey > ListViewMain->columnCount() - 1) {
+        gPerson.gintSortKey = 0;
     }
     addRows(*rs, layout);
     ResumeNext([&] { placeStatusColumn(fnRecordset(rstColumnData)); });
@@ -189,7 +188,8 @@ std::unique_ptr<dao::Recordset> frmMain::openSettingsRow()
             return row;
         }
         if (mintLockedRetries == kLockedRetryAllowance) {
-            MsgBox(gstrProgramTitle + QStringLiteral("- The database seems to be locked.  Please Press OK to Exit."),
+            MsgBox(gRun.gstrProgramTitle +
+                       QStringLiteral("- The database seems to be locked.  Please Press OK to Exit."),
                    vbCritical, QStringLiteral("Locked Database"));
             End();
         }
@@ -201,18 +201,18 @@ std::unique_ptr<dao::Recordset> frmMain::openSettingsRow()
 
 void frmMain::answerNoSettingsRow()
 {
-    if (gblnRemoteConnection) {
+    if (gRun.gblnRemoteConnection) {
         MsgBox(QStringLiteral("The Remote Server database appears to be empty. Please re-select."), vbCritical,
-               gstrProgramTitle);
+               gRun.gstrProgramTitle);
         // The remote server list (frmServers) is shown here once remote servers can be chosen.
         return;
     }
-    MsgBox(QStringLiteral("The current user: ") + gstrDefaultUser +
+    MsgBox(QStringLiteral("The current user: ") + gRun.gstrDefaultUser +
                QStringLiteral(" has been removed from the VESK-OR database. ") + CRLF + CRLF +
                QStringLiteral("Please advise your VESK-OR Administrator to re-initialize this users account.") + CRLF +
                CRLF + QStringLiteral("Select OK to exit VESK-OR."),
-           vbCritical, gstrProgramTitle);
-    gstrDefaultUser = QStringLiteral("Removed");
+           vbCritical, gRun.gstrProgramTitle);
+    gRun.gstrDefaultUser = QStringLiteral("Removed");
     unload();
     End();
 }
@@ -286,15 +286,15 @@ void frmMain::addRows(dao::Recordset& rs, const ColumnLayout& layout)
 
 void frmMain::readOwnRow(dao::Recordset& rs, const OwnRowFields& own)
 {
-    if (own.name < 0 || rs.Fields(own.name).Text() != gstrDefaultUser) {
+    if (own.name < 0 || rs.Fields(own.name).Text() != gRun.gstrDefaultUser) {
         return;
     }
     if (own.code >= 0) {
         const dao::Field code = rs.Fields(own.code);
         if (!code.IsNull()) {
-            gintOwnStatusCode = code.Value().toLongLong();
+            gRun.gintOwnStatusCode = code.Value().toLongLong();
         }
     }
-    gstrCurrentStatus = own.status >= 0 ? rs.Fields(own.status).Text() : QString();
+    gRun.gstrCurrentStatus = own.status >= 0 ? rs.Fields(own.status).Text() : QString();
     setCaption(fnOwnStatusCaption());
 }

@@ -96,12 +96,12 @@ static void readMembership(bool managerNeeded, bool& allowed)
     ResumeNext([] { subOpenDatabase(); });
     ResumeNext([&] {
         rs = fnDatabase().OpenRecordset(QStringLiteral("SELECT * FROM EmployeeGroupTable WHERE GroupName = ") +
-                                            dao::quote(gstrCurrentGroup),
+                                            dao::quote(gRun.gstrCurrentGroup),
                                         dao::dbOpenDynaset);
     });
     ResumeNext([&] {
         while (rs && !rs->isEOF()) {
-            if (rs->Fields(QStringLiteral("EmployeeName")).Text() == gstrDefaultUser &&
+            if (rs->Fields(QStringLiteral("EmployeeName")).Text() == gRun.gstrDefaultUser &&
                 (!managerNeeded || managerSet(rs->Fields(QStringLiteral("GroupManager")).Text()))) {
                 allowed = true;
             }
@@ -136,9 +136,9 @@ void frmMain::subSetToolBarRights()
         ListViewMain->setSelectionMode(QAbstractItemView::SingleSelection);
     });
     bool allowed = false;
-    const long long user = gintUserSecurityLevel;
+    const long long user = gPerson.gintUserSecurityLevel;
     const bool userKnown = user >= LOW && user <= HIGH;
-    switch (gintSystemSecurityLevel) {
+    switch (gSite.gintSystemSecurityLevel) {
     case LOW:
         allowed = true;
         break;
@@ -159,7 +159,7 @@ void frmMain::subSetToolBarRights()
     default:
         break; // a level outside LOW to HIGH grants nothing
     }
-    if (gstrCurrentGroup.endsWith(QLatin1Char('*'))) {
+    if (gRun.gstrCurrentGroup.endsWith(QLatin1Char('*'))) {
         allowed = true; // a group open to everyone
     }
     if (allowed) {
@@ -176,7 +176,7 @@ void frmMain::subSetToolBarRights()
 // Servers to go to from home, or the way home from a remote server.
 void frmMain::setServerRights()
 {
-    if (gblnRemoteConnection) {
+    if (gRun.gblnRemoteConnection) {
         ResumeNext([this] { setToolbarRight(btnServers, false, false); });
         ResumeNext([this] { setToolbarRight(btnHome, true, true); });
         return;
@@ -189,11 +189,11 @@ void frmMain::setServerRights()
 // status of their own, no options.
 void frmMain::setGuestRights()
 {
-    anyRow(QStringLiteral("SELECT * FROM EmployeeTable WHERE name LIKE ") + dao::quoteLike(gstrDefaultUser),
-           [](bool any) { gblnUserOnThisServer = any; });
-    const bool guest = !gblnUserOnThisServer && gintUserSecurityLevel < HIGH;
+    anyRow(QStringLiteral("SELECT * FROM EmployeeTable WHERE name LIKE ") + dao::quoteLike(gRun.gstrDefaultUser),
+           [](bool any) { gRun.gblnUserOnThisServer = any; });
+    const bool guest = !gRun.gblnUserOnThisServer && gPerson.gintUserSecurityLevel < HIGH;
     ResumeNext([&] { setToolbarRight(btnChange, !guest, std::nullopt); });
-    ResumeNext([&] { setToolbarRight(btnOptions, !guest && !gblnRemoteConnection, std::nullopt); });
+    ResumeNext([&] { setToolbarRight(btnOptions, !guest && !gRun.gblnRemoteConnection, std::nullopt); });
     for (int position = btnFirstStatus; position <= btnLastDesignStatus; ++position) {
         ResumeNext([&] { setToolbarRight(position, std::nullopt, !guest); });
     }
@@ -202,9 +202,9 @@ void frmMain::setGuestRights()
 // The message buttons only with messaging; Preview only with messages to preview.
 void frmMain::setMessagingRights()
 {
-    ResumeNext([this] { setToolbarRight(btnPreview, std::nullopt, gblnAllowMessaging); });
-    ResumeNext([this] { setToolbarRight(btnNewMessage, std::nullopt, gblnAllowMessaging); });
-    if (gblnAllowMessaging) {
+    ResumeNext([this] { setToolbarRight(btnPreview, std::nullopt, gSite.gblnAllowMessaging); });
+    ResumeNext([this] { setToolbarRight(btnNewMessage, std::nullopt, gSite.gblnAllowMessaging); });
+    if (gSite.gblnAllowMessaging) {
         ResumeNext([this] { setToolbarRight(btnPreview, ListViewMessages->topLevelItemCount() > 0, std::nullopt); });
     }
 }

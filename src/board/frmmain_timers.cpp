@@ -39,18 +39,19 @@ void frmMain::initTimers()
 // does not refresh, but its count-down goes on and starts again.
 void frmMain::TimerMain_Timer()
 {
-    if (gintRefreshRate == 0) {
+    if (gPerson.gintRefreshRate == 0) {
         TimerMain.stop();
         return;
     }
-    --gintTimerMainCountDown;
-    if (gintTimerMainCountDown <= 0) {
-        gintTimerMainCountDown = gintRefreshRate * 60;
+    --gBoard.gintTimerMainCountDown;
+    if (gBoard.gintTimerMainCountDown <= 0) {
+        gBoard.gintTimerMainCountDown = gPerson.gintRefreshRate * 60;
         if (!isMinimized()) {
             subRefreshUserList(QString());
         }
     }
-    setPanelText(3, QStringLiteral("Next refresh in ") + QString::number(gintTimerMainCountDown) + QStringLiteral(" "));
+    setPanelText(3, QStringLiteral("Next refresh in ") + QString::number(gBoard.gintTimerMainCountDown) +
+                        QStringLiteral(" "));
 }
 
 // While another of the program's own windows has the focus the count-down stands
@@ -82,10 +83,10 @@ void frmMain::tmrCheckForForcedShutDown_Timer()
     const QString strSavedUserID;
     const QString strArguments = QStringLiteral("-UID:") + strSavedUserID + QStringLiteral("  -STS:ForcedShutDown");
     subCheckINIForForcedShutDown();
-    if (gblnForcedShutDown) {
+    if (gRun.gblnForcedShutDown) {
         // A bare program name is found in the program's own folder first.
-        subStartIniCheck(gstrApplicationPath + QStringLiteral("inicheck"), strArguments);
-        if (!gstrDefaultUser.isEmpty()) {
+        subStartIniCheck(gRun.gstrApplicationPath + QStringLiteral("inicheck"), strArguments);
+        if (!gRun.gstrDefaultUser.isEmpty()) {
             subSetActiveFlag(QStringLiteral("No"));
         }
         // An open message is saved here by its own screen once messages can be written.

@@ -52,9 +52,9 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
         std::optional<PartFailure> failure;
         try {
             subOpenDatabase();
-            const std::shared_ptr<dao::Database> held = gdbDatabase;
+            const std::shared_ptr<dao::Database> held = gRun.gdbDatabase;
             dao::Transaction unit(fnDatabase());
-            if (gdbDatabase != held) {
+            if (gRun.gdbDatabase != held) {
                 continue; // events during the wait opened the file afresh: begin again on that one
             }
             const Depth depth; // only now: a unit a timer starts during the wait is one of its own

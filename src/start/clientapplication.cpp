@@ -25,7 +25,7 @@ namespace {
         showing = true;
         platform::MsgBox(QStringLiteral("Run-time error '") + QString::number(e.number()) + QStringLiteral("':") +
                              QStringLiteral("\r\r") + e.description(),
-                         platform::vbCritical, gstrProgramTitle);
+                         platform::vbCritical, gRun.gstrProgramTitle);
         showing = false;
     }
     platform::End(1);
@@ -45,7 +45,7 @@ namespace {
         const QString object = receiver ? receiver->objectName() : QString();
         errorbox::showGeneral((window.isEmpty() ? QStringLiteral("user") : window) + QStringLiteral(" - ") +
                                   (object.isEmpty() ? QStringLiteral("Run") : object) + QStringLiteral(" event"),
-                              errorbox::Joined, platform::vbCritical, gstrProgramTitle);
+                              errorbox::Joined, platform::vbCritical, gRun.gstrProgramTitle);
         showing = false;
     }
     platform::End(1);

@@ -26,13 +26,13 @@ const QString kProcedure = QStringLiteral("modUser - subUpdateSelectedUsersRecor
 
 QString setStatusErrorTitle()
 {
-    return gstrProgramTitle + QStringLiteral(" - Set Status Error");
+    return gRun.gstrProgramTitle + QStringLiteral(" - Set Status Error");
 }
 
 QString corruptedText()
 {
     return status::errorHead(kProcedure) + QStringLiteral("\r") + QStringLiteral("Please inform the ") +
-           gstrProgramTitle +
+           gRun.gstrProgramTitle +
            QStringLiteral(" administrator that the database is corrupted & requires immediate repair.");
 }
 
@@ -88,7 +88,7 @@ Resume answerGroupWriteError(const VbError& e, const QString& stage)
 // the change written.
 void subUpdateSelectedUsersRecords(const QString& status)
 {
-    const QStringList names = mainScreen().selectedRowTexts(int(gintNameColumn));
+    const QStringList names = mainScreen().selectedRowTexts(int(gBoard.gintNameColumn));
     if (names.isEmpty()) {
         return;
     }
@@ -98,8 +98,7 @@ void subUpdateSelectedUsersRecords(const QString& status)
         for (const QString& listed : names) {
             const QString name = listed.trimmed();
             strStage = QStringLiteral("OpenRecordset");
-            gstrSQL = status::employeeRowSql(name);
-            const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+            const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(status::employeeRowSql(name));
             if (rs->RecordCount() == 0) {
                 continue; // no such row: nothing further for this one
             }
@@ -108,14 +107,13 @@ void subUpdateSelectedUsersRecords(const QString& status)
             strStage = QStringLiteral("rstLocal.Edit");
             rs->Edit();
             // The stamp and the comment rule are the changer's own, as are the globals cleared.
-            status::writeStatusFields(*rs, status, gstrDefaultUser.trimmed());
+            status::writeStatusFields(*rs, status, gRun.gstrDefaultUser.trimmed());
             strStage = QStringLiteral("Update");
             rs->Update();
             strStage = QStringLiteral("EmployeeStatusTracking");
-            gstrSQL = status::trackingMirrorSql(status, name);
-            fnDatabase().Execute(gstrSQL);
+            subExecuteSQL(status::trackingMirrorSql(status, name));
             strStage = QStringLiteral("subUpdateTransactionLog");
-            subUpdateTransactionLog(status, gstrDueBack, gstrComment, name);
+            subUpdateTransactionLog(status, gRun.gstrDueBack, gRun.gstrComment, name);
         }
         subUpdateStatusCounter();
     };

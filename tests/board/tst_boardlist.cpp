@@ -90,7 +90,7 @@ private slots:
         f.ListViewMain->topLevelItem(2)->setSelected(true);
         f.ListViewMain->setCurrentItem(f.ListViewMain->topLevelItem(2));
         f.ListViewMain_ItemClick();
-        QCOMPARE(gstrSelectedUser, QStringLiteral("Bob Ray"));
+        QCOMPARE(gBoard.gstrSelectedUser, QStringLiteral("Bob Ray"));
 
         dao::DBEngine::resetStatementCount();
         subGetCounterValues();
@@ -138,7 +138,7 @@ private slots:
         if (!box.isEmpty()) {
             QCOMPARE(b.gw.boxes().last().title, QStringLiteral(" VESK-OR Pro  - Error"));
             QCOMPARE(b.gw.boxes().last().icon(), int(platform::vbInformation));
-            QCOMPARE(gstrCurrentGroup, QStringLiteral("Everyone"));
+            QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Everyone"));
         }
         QCOMPARE(f.ListViewMain->columnCount() == 0, names.isEmpty());
         if (!names.isEmpty()) {
@@ -170,7 +170,7 @@ private slots:
         Board b;
         b.setForAnn(settings);
         frmMain& f = b.openOnEveryone();
-        QCOMPARE(gintSortKey, sortKey);
+        QCOMPARE(gPerson.gintSortKey, sortKey);
         QCOMPARE(b.texts(QStringLiteral("Name")), names);
     }
 
@@ -198,7 +198,7 @@ private slots:
         frmMain& f = b.openOnEveryone();
         QCOMPARE(b.texts(column), sorted);
         f.ListViewMain_ColumnClick(b.column(QStringLiteral("Status")));
-        gintSortOrder = 0;
+        gPerson.gintSortOrder = 0;
         f.ListViewMain_ColumnClick(b.column(column)); // another column: ascending stays
         QCOMPARE(b.texts(column), sorted);
         f.ListViewMain_ColumnClick(b.column(column)); // the same again: descending
@@ -324,7 +324,7 @@ private slots:
         } else {
             f.TabStripMain->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
         }
-        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(b.ofAnn(QStringLiteral("DefaultGroup"), QStringLiteral("EmployeeSettingsTable")),
                  QStringLiteral("Sales")); // the click remembers the group
         b.site.group(QStringLiteral("Admin"));
@@ -332,7 +332,7 @@ private slots:
         f.subRefreshUserList(QString());
         QCOMPARE(f.groupCaptions(), QStringList({"Everyone", "Admin", "Empty", "Sales"}));
         QCOMPARE(f.TreeViewMain->topLevelItem(0)->childCount(), 4);
-        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
         QCOMPARE(f.TreeViewMain->currentItem()->text(0), QStringLiteral("Sales"));
         QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"~Room 1", "Ann Lee"}));
@@ -422,8 +422,8 @@ private slots:
     {
         Board b;
         frmMain& f = b.openOnEveryone();
-        gintRefreshRate = 1;
-        gintTimerMainCountDown = 2;
+        gPerson.gintRefreshRate = 1;
+        gBoard.gintTimerMainCountDown = 2;
         dao::DBEngine::resetStatementCount();
         f.TimerMain_Timer();
         QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 1 "));
@@ -432,7 +432,7 @@ private slots:
         QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 60 "));
         QVERIFY(dao::DBEngine::statementCount() > 0);
 
-        gintRefreshRate = 0;
+        gPerson.gintRefreshRate = 0;
         f.TimerMain.start();
         f.TimerMain_Timer();
         QVERIFY(!f.TimerMain.isActive());
@@ -460,7 +460,7 @@ private slots:
         b.site.status(QStringLiteral("Ann Lee"), status);
         frmMain& f = b.open();
         f.selectGroup(QStringLiteral("Sales"));
-        gblnAutoLogOut = autoLogOut;
+        gPerson.gblnAutoLogOut = autoLogOut;
         QCOMPARE(TestGateways::endCodeOf([&] { f.requestUnload(vbAppTaskManager); }), std::optional<int>(0));
         QCOMPARE(b.ofAnn(QStringLiteral("Status")), after);
         QCOMPARE(b.ofAnn(QStringLiteral("ActiveFlag")), QStringLiteral("No"));
@@ -474,14 +474,14 @@ private slots:
         Board b;
         frmMain& f = b.open();
         b.site.execute(QStringLiteral("DELETE FROM EmployeeTable WHERE Name = \"Ann Lee\""));
-        gblnAutoLogOut = true;
+        gPerson.gblnAutoLogOut = true;
         b.gw.boxes().answer(vbOK);
         QCOMPARE(TestGateways::endCodeOf([&] { f.requestUnload(vbAppWindows); }), std::optional<int>(0));
         QCOMPARE(b.gw.boxes().prompts(),
                  QStringList{"The current user: Ann Lee has been removed from the VESK-OR database. \r\n\r\nPlease "
                              "advise your VESK-OR Administrator to re-initialize this users account.\r\n\r\nSelect "
                              "OK to exit VESK-OR."});
-        QCOMPARE(gstrDefaultUser, QStringLiteral("Removed"));
+        QCOMPARE(gRun.gstrDefaultUser, QStringLiteral("Removed"));
     }
 
     void closeBoxMinimizesWithMinimizeOnClose()
@@ -489,7 +489,7 @@ private slots:
         Board b;
         frmMain& f = b.open();
         f.show();
-        gblnMinimizeOnClose = true;
+        gPerson.gblnMinimizeOnClose = true;
         bool cancel = false;
         f.Form_QueryUnload(cancel, vbFormControlMenu);
         QVERIFY(cancel);
@@ -504,7 +504,7 @@ private slots:
         Board b;
         b.site.status(QStringLiteral("Ann Lee"), QStringLiteral("Busy"));
         frmMain& f = b.open();
-        gblnAutoLogOut = true;
+        gPerson.gblnAutoLogOut = true;
         f.tmrCheckForForcedShutDown_Timer();
         QVERIFY(b.gw.shell().calls.isEmpty());
 

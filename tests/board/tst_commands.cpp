@@ -126,13 +126,13 @@ void TestCommands::rights()
         b.site.member(group, QStringLiteral("Ann Lee"), manager);
     }
     b.site.member(group, QStringLiteral("Bob Ray"), true);
-    gintSystemSecurityLevel = system;
-    gintUserSecurityLevel = user;
-    gstrCurrentGroup = QStringLiteral("Everyone*");
+    gSite.gintSystemSecurityLevel = system;
+    gPerson.gintUserSecurityLevel = user;
+    gRun.gstrCurrentGroup = QStringLiteral("Everyone*");
     b.form->subSetToolBarRights();
     QVERIFY(b.form->groupButtonEnabled());
 
-    gstrCurrentGroup = group;
+    gRun.gstrCurrentGroup = group;
     b.form->subSetToolBarRights();
     QCOMPARE(b.form->groupButtonEnabled(), allowed);
     QCOMPARE(b.form->mnuCommand_Group->isEnabled(), allowed);
@@ -171,9 +171,9 @@ void TestCommands::serverAndGuest()
         b.site.execute(QStringLiteral("INSERT INTO ServersTable (Description, UNCPath) VALUES (\"North\", "
                                       "\"\\\\north\\veskor\\\")"));
     }
-    gstrDefaultUser = person;
-    gintUserSecurityLevel = userLevel;
-    gblnRemoteConnection = remote;
+    gRun.gstrDefaultUser = person;
+    gPerson.gintUserSecurityLevel = userLevel;
+    gRun.gblnRemoteConnection = remote;
     b.form->subSetToolBarRights();
     const auto button = [&](const char* key) {
         return b.form->toolbarButton(QString::fromLatin1(key));
@@ -193,7 +193,7 @@ void TestCommands::serverAndGuest()
     for (int position = 15; position <= 17; ++position) {
         QCOMPARE(b.form->toolbarButton(position)->isVisible(), statusButtons);
     }
-    QCOMPARE(gblnUserOnThisServer, person == QLatin1String("Ann Lee"));
+    QCOMPARE(gRun.gblnUserOnThisServer, person == QLatin1String("Ann Lee"));
 }
 
 void TestCommands::messagingButtons_data()
@@ -214,7 +214,7 @@ void TestCommands::messagingButtons()
     QFETCH(bool, shown);
     QFETCH(bool, previewEnabled);
     Board b;
-    gblnAllowMessaging = messaging;
+    gSite.gblnAllowMessaging = messaging;
     if (messages) {
         new QTreeWidgetItem(b.form->ListViewMessages, {QStringLiteral("Bob Ray"), QStringLiteral("Lunch?")});
     }
@@ -247,7 +247,7 @@ void TestCommands::statusButtons()
     QCOMPARE(imageOnly->toolTip(), QStringLiteral("Left for the day"));
     QVERIFY(!imageOnly->icon().isNull());
 
-    gblnRemoteConnection = true;
+    gRun.gblnRemoteConnection = true;
     b.form->subLoadToolBarButtons();
     QCOMPARE(b.statusKeys(), expected);
     for (const QString& key : expected) {
@@ -274,8 +274,8 @@ void TestCommands::statusCommands()
     QFETCH(bool, autoMinimize);
     Board b;
     b.show(900, 600);
-    gblnAutoMinimize = autoMinimize;
-    gblnChangeScreenPopUp = false;
+    gPerson.gblnAutoMinimize = autoMinimize;
+    gPerson.gblnChangeScreenPopUp = false;
     b.form->toolbarButton(key)->trigger();
     QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), key);
     QCOMPARE(b.form->isMinimized(), autoMinimize);
@@ -302,7 +302,7 @@ void TestCommands::statusWordOfACommand()
     QFETCH(QStringList, shell);
     Board b;
     b.site.statusType({word, 9, word, word, false, true});
-    gstrHelpFile = QStringLiteral("user.chm");
+    gRun.gstrHelpFile = QStringLiteral("user.chm");
     b.form->subLoadToolBarButtons();
     b.statusButton(word)->trigger();
     QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), status);
@@ -337,8 +337,8 @@ void TestCommands::panePass()
     QFETCH(bool, alerts);
     QFETCH(bool, messaging);
     Board b;
-    gblnAllowStatusAlerts = alerts;
-    gblnAllowMessaging = messaging;
+    gSite.gblnAllowStatusAlerts = alerts;
+    gSite.gblnAllowMessaging = messaging;
     b.show(900, 600);
     b.form->subResizeControls();
     QCOMPARE(b.form->picTrackingContainer->isVisible(), alerts);
@@ -426,7 +426,7 @@ void TestCommands::fitsTheScreen()
     b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
                                    QStringLiteral("Visiting the customer"));
     b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
-    gblnAllowStatusAlerts = gblnAllowMessaging = true;
+    gSite.gblnAllowStatusAlerts = gSite.gblnAllowMessaging = true;
     frmMain& f = b.open();
     f.subLoadToolBarButtons();
     b.show(size.width(), size.height());
@@ -482,31 +482,33 @@ void TestCommands::splitters()
                                   "SplitterPositionHorizontal = %2, DisplayTreeView = True WHERE Name = \"Ann Lee\"")
                        .arg(vertical)
                        .arg(horizontal));
-    gblnAllowStatusAlerts = true;
+    gSite.gblnAllowStatusAlerts = true;
     subReadUserSettings(QStringLiteral("Ann Lee"));
     b.show(900, 600);
     const auto pick = [&](long long saved, long long min, long long max) {
         return held == QLatin1String("saved") ? saved : held == QLatin1String("min") ? min : max;
     };
-    QCOMPARE(glngSplitterVertical, pick(vertical, glngSplitterVerticalMin, glngSplitterVerticalMax));
-    QCOMPARE(glngSplitterHorizontal, pick(horizontal, glngSplitterHorizontalMin, glngSplitterHorizontalMax));
-    QVERIFY(glngSplitterVerticalMin < glngSplitterVerticalMax);
-    QVERIFY(glngSplitterHorizontalMin < glngSplitterHorizontalMax);
+    QCOMPARE(gPerson.glngSplitterVertical,
+             pick(vertical, gBoard.glngSplitterVerticalMin, gBoard.glngSplitterVerticalMax));
+    QCOMPARE(gPerson.glngSplitterHorizontal,
+             pick(horizontal, gBoard.glngSplitterHorizontalMin, gBoard.glngSplitterHorizontalMax));
+    QVERIFY(gBoard.glngSplitterVerticalMin < gBoard.glngSplitterVerticalMax);
+    QVERIFY(gBoard.glngSplitterHorizontalMin < gBoard.glngSplitterHorizontalMax);
     const QPoint treeAt = b.form->TreeViewMain->mapTo(b.form->centralWidget(), QPoint(0, 0));
-    QCOMPARE(b.form->TreeViewMain->width(), int(glngSplitterVertical / 15) - treeAt.x());
+    QCOMPARE(b.form->TreeViewMain->width(), int(gPerson.glngSplitterVertical / 15) - treeAt.x());
 
-    const long long wideMax = glngSplitterVerticalMax;
+    const long long wideMax = gBoard.glngSplitterVerticalMax;
     b.show(500, 600);
-    QVERIFY(glngSplitterVerticalMax < wideMax);
-    QVERIFY(glngSplitterVertical <= glngSplitterVerticalMax);
-    const long long narrow = glngSplitterVertical;
+    QVERIFY(gBoard.glngSplitterVerticalMax < wideMax);
+    QVERIFY(gPerson.glngSplitterVertical <= gBoard.glngSplitterVerticalMax);
+    const long long narrow = gPerson.glngSplitterVertical;
     b.show(900, 600);
-    QCOMPARE(glngSplitterVertical, narrow);
+    QCOMPARE(gPerson.glngSplitterVertical, narrow);
 
     // The end of a drag: the bar's new place becomes the run-wide value.
     b.form->picVerticalSplitter->setSizes({150, 600});
     emit b.form->picVerticalSplitter->splitterMoved(150, 1);
-    QCOMPARE(glngSplitterVertical, (treeAt.x() + 150) * 15LL);
+    QCOMPARE(gPerson.glngSplitterVertical, (treeAt.x() + 150) * 15LL);
 }
 
 QTEST_MAIN(TestCommands)

@@ -30,17 +30,17 @@ struct BoardFixture
 
     BoardFixture()
     {
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gstrApplicationPath = QStringLiteral("/opt/veskor/");
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-        gstrCurrentGroup = QStringLiteral("Everyone");
+        gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = site.path();
+        gRun.gstrApplicationPath = QStringLiteral("/opt/veskor/");
+        gRun.gblnDatabaseClosed = true;
+        gRun.gstrDefaultUser = QStringLiteral("Ann Lee");
+        gRun.gstrCurrentGroup = QStringLiteral("Everyone");
     }
     ~BoardFixture()
     {
         delete form;
         TimerCloseDatabase().stop();
-        gdbDatabase.reset();
+        gRun.gdbDatabase.reset();
     }
     BoardFixture(const BoardFixture&) = delete;
     BoardFixture& operator=(const BoardFixture&) = delete;
@@ -58,7 +58,7 @@ struct BoardFixture
     {
         make();
         subReadOptions();
-        subReadUserSettings(gstrDefaultUser);
+        subReadUserSettings(gRun.gstrDefaultUser);
         subReadGroups();
         return *form;
     }
