@@ -87,12 +87,12 @@ QString siteOf(long long people, long long groups = 0)
 std::unique_ptr<frmMain> openBoard(long long people, long long groups = 0)
 {
     resetRunWide();
-    gstrDatabasePath = gstrCurrentDatabasePath = database::siteFolderText(siteOf(people, groups));
-    gblnDatabaseClosed = true;
-    gstrDefaultUser = QStringLiteral("Ann Lee");
+    gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = database::siteFolderText(siteOf(people, groups));
+    gRun.gblnDatabaseClosed = true;
+    gRun.gstrDefaultUser = QStringLiteral("Ann Lee");
     auto board = std::make_unique<frmMain>();
     subReadOptions();
-    subReadUserSettings(gstrDefaultUser);
+    subReadUserSettings(gRun.gstrDefaultUser);
     subReadGroups();
     board->setAttribute(Qt::WA_ShowWithoutActivating);
     board->resize(1280, 800);
@@ -107,14 +107,14 @@ void finish(benchmark::State& state, std::unique_ptr<frmMain> board)
     state.counters["rows"] = double(board->listRowCount());
     board.reset();
     TimerCloseDatabase_Timer();
-    gdbDatabase.reset();
+    gRun.gdbDatabase.reset();
 }
 
 void Rebuild(benchmark::State& state)
 {
     auto board = openBoard(state.range(0));
     for (auto _ : state) {
-        glngLastStatusCounter = -1; // as if another client had written
+        gCounters.glngLastStatusCounter = -1; // as if another client had written
         board->subRefreshUserList(QString());
         QCoreApplication::processEvents(); // the list's layout and paint
     }

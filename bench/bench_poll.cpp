@@ -29,8 +29,8 @@ QString g_dir;
 void startRun()
 {
     resetRunWide();
-    gstrCurrentDatabasePath = database::siteFolderText(g_dir);
-    gblnDatabaseClosed = true;
+    gRun.gstrCurrentDatabasePath = database::siteFolderText(g_dir);
+    gRun.gblnDatabaseClosed = true;
     subGetCounterValues();
 }
 

@@ -74,9 +74,9 @@ void makeSite(const QString& dir)
 
 void EngineStatusChange(benchmark::State& state)
 {
-    gstrDefaultUser = kPerson;
-    gblnTransactionLog = true;
-    gblnDatabaseClosed = true;
+    gRun.gstrDefaultUser = kPerson;
+    gSite.gblnTransactionLog = true;
+    gRun.gblnDatabaseClosed = true;
     subOpenDatabase(); // the burst's one real open
     bool busy = false;
     for (auto _ : state) {
@@ -197,10 +197,10 @@ int main(int argc, char** argv)
     QTemporaryDir dir;
     makeSite(dir.path());
     g_dbPath = QDir(dir.path()).filePath(database::kDatabaseFileName);
-    gstrCurrentDatabasePath = database::siteFolderText(dir.path());
-    gstrLoginName = QStringLiteral("jo");
-    gstrComputerName = QStringLiteral("DESK-07");
-    gstrIPAddress = QStringLiteral("10.0.0.5");
+    gRun.gstrCurrentDatabasePath = database::siteFolderText(dir.path());
+    gRun.gstrLoginName = QStringLiteral("jo");
+    gRun.gstrComputerName = QStringLiteral("DESK-07");
+    gRun.gstrIPAddress = QStringLiteral("10.0.0.5");
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Fails when a source folder includes a header of a folder above it. The layers,
 # lowest first; a folder may include its own layer and the ones below it:
-#   platform < dao < kernel < database < status < board, platform/gui < start, admin < board/tools
+#   platform < dao < kernel < database < status < platform/gui < the screens the board
+#   opens < board < start, admin < board/tools
 set -euo pipefail
 cd "$(dirname "$0")/../src"
 
@@ -12,9 +13,11 @@ rank() {
     kernel) echo 2 ;;
     database) echo 3 ;;
     status) echo 4 ;;
-    board | platform/gui) echo 5 ;;
-    start | admin) echo 6 ;;
-    board/tools) echo 7 ;;
+    platform/gui) echo 5 ;;
+    statusscreens | messaging | alerts | presence | servers | users | options | reports | side) echo 6 ;;
+    board) echo 7 ;;
+    start | admin) echo 8 ;;
+    board/tools) echo 9 ;;
     *) echo 99 ;;
     esac
 }

@@ -55,7 +55,7 @@ ColumnLayout ColumnLayout::read(dao::Recordset& settingsRow)
         const QString base = field.Name().chopped(kOrderSuffix.size());
         layout.columns[slot] = base;
         if (base == QLatin1String("Name")) {
-            gintNameColumn = slot;
+            gBoard.gintNameColumn = slot;
         }
         ResumeNext([&] {
             const dao::Field width = settingsRow.Fields(base + QStringLiteral("ColumnWidth"));

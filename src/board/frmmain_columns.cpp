@@ -86,15 +86,15 @@ void frmMain::placeStatusColumn(dao::Recordset& rstColumnData)
 // has it), the arrow on gintSortKey's header, and the control's own sort.
 void frmMain::applyListSort()
 {
-    const columns::Sort sort = columns::sortColumn(listHeaders(), gstrSortColumnName, gintSortKey);
-    gintSortKey = sort.key;
+    const columns::Sort sort = columns::sortColumn(listHeaders(), gPerson.gstrSortColumnName, gPerson.gintSortKey);
+    gPerson.gintSortKey = sort.key;
     if (sort.byCaption) {
         m_listSortKey = int(sort.key);
     }
-    const bool ascending = gintSortOrder == 0;
-    if (gintSortKey >= 0 && gintSortKey < ListViewMain->columnCount()) {
+    const bool ascending = gPerson.gintSortOrder == 0;
+    if (gPerson.gintSortKey >= 0 && gPerson.gintSortKey < ListViewMain->columnCount()) {
         ListViewMain->headerItem()->setIcon(
-            int(gintSortKey), headerIcon(ascending ? QStringLiteral("ArrowUp") : QStringLiteral("ArrowDown")));
+            int(gPerson.gintSortKey), headerIcon(ascending ? QStringLiteral("ArrowUp") : QStringLiteral("ArrowDown")));
     }
     if (m_listSortKey >= 0 && m_listSortKey < ListViewMain->columnCount()) {
         ListViewMain->sortItems(m_listSortKey, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
@@ -120,7 +120,7 @@ bool frmMain::columnsMovedOrResized()
     columnGeometry(places, widths);
     const bool changed = m_columnSnapshot.differs(ListViewMain->topLevelItemCount(), places, widths);
     if (changed) {
-        ResumeNext([] { subSaveUserSettings(gstrDefaultUser); });
+        ResumeNext([] { subSaveUserSettings(gRun.gstrDefaultUser); });
     }
     return changed;
 }

@@ -190,7 +190,7 @@ void frmMain::watchHelpContexts()
 
 void frmMain::subShowHelp()
 {
-    shell().showHelp(gstrHelpFile, HelpContextID);
+    shell().showHelp(gRun.gstrHelpFile, HelpContextID);
 }
 
 // The status-alert entry is for a selected row only.
@@ -246,7 +246,7 @@ void frmMain::subCommand_Servers()
 // server connection.
 void frmMain::subCommand_Home()
 {
-    glngLastStatusCounter = 0;
+    gCounters.glngLastStatusCounter = 0;
     subSetToolBarRights();
     subResizeControls();
     subRefreshUserList(QString());

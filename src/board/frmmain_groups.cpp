@@ -104,7 +104,7 @@ void frmMain::initListAndGroups()
             [this](QTreeWidgetItem* node) { TreeViewMain_NodeClick(node); });
     // Enter on a node chooses it as a click does, for those who use the keyboard.
     connect(TreeViewMain, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* node) {
-        if (node->text(0) != gstrCurrentGroup) {
+        if (node->text(0) != gRun.gstrCurrentGroup) {
             TreeViewMain_NodeClick(node);
         }
     });
@@ -217,7 +217,7 @@ bool frmMain::selectGroup(const QString& group)
             TreeViewMain->setCurrentItem(node);
         }
     }
-    gstrCurrentGroup = group;
+    gRun.gstrCurrentGroup = group;
     return true;
 }
 
@@ -231,7 +231,7 @@ void frmMain::subPopulateTreeView()
     root->setExpanded(true);
     for (int n = 0; n < root->childCount(); ++n) {
         QTreeWidgetItem* node = root->child(n);
-        if (node->text(0) == gstrCurrentGroup) {
+        if (node->text(0) == gRun.gstrCurrentGroup) {
             setBold(node, true);
             TreeViewMain->setCurrentItem(node);
         } else if (node->text(0) != kEveryone) {
@@ -245,13 +245,13 @@ void frmMain::subPopulateTreeView()
 void frmMain::TabStripMain_Click()
 {
     if (TabStripMain->currentIndex() >= 0) {
-        gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
+        gRun.gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
     }
     if (mblnLoading) {
         // A tab selected while the board loads neither saves nor refreshes.
         subResizeControls();
     } else {
-        subSaveUserSettings(gstrDefaultUser); // the group is remembered
+        subSaveUserSettings(gRun.gstrDefaultUser); // the group is remembered
         subRefreshUserList(QString());
     }
     subSetToolBarRights();
@@ -283,10 +283,10 @@ void frmMain::TreeViewMain_NodeClick(QTreeWidgetItem* node)
         }
     }
     setBold(node, true);
-    gstrCurrentGroup = node->text(0);
-    subSaveUserSettings(gstrDefaultUser);
+    gRun.gstrCurrentGroup = node->text(0);
+    subSaveUserSettings(gRun.gstrDefaultUser);
     subSetToolBarRights();
-    subRefreshUserList(gstrCurrentGroup);
+    subRefreshUserList(gRun.gstrCurrentGroup);
 }
 
 void frmMain::TreeViewMain_MouseMove()
@@ -299,11 +299,11 @@ void frmMain::TreeViewMain_MouseMove()
 void frmMain::ListViewMain_ColumnClick(int column)
 {
     m_listSortKey = column;
-    gstrSortColumnName = ListViewMain->headerItem()->text(column);
+    gPerson.gstrSortColumnName = ListViewMain->headerItem()->text(column);
     clearSortArrows();
-    gintSortOrder = columns::orderAfterClick(column, gintFindColumn, gintSortOrder);
-    gintFindColumn = column;
-    const bool ascending = gintSortOrder == 0;
+    gPerson.gintSortOrder = columns::orderAfterClick(column, gBoard.gintFindColumn, gPerson.gintSortOrder);
+    gBoard.gintFindColumn = column;
+    const bool ascending = gPerson.gintSortOrder == 0;
     ListViewMain->headerItem()->setIcon(
         column, headerIcon(ascending ? QStringLiteral("ArrowUp") : QStringLiteral("ArrowDown")));
     ListViewMain->sortItems(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
@@ -319,9 +319,9 @@ void frmMain::ListViewMain_ItemClick()
     if (listRowCount() > 0) {
         subFindNameColumn();
     }
-    gstrSelectedUser.clear();
+    gBoard.gstrSelectedUser.clear();
     if (listRowCount() > 0) {
-        gstrSelectedUser = selectedItemText(int(gintNameColumn));
+        gBoard.gstrSelectedUser = selectedItemText(int(gBoard.gintNameColumn));
     }
     subSetToolBarRights();
 }
@@ -342,7 +342,7 @@ void frmMain::ListViewMain_MouseMove(const QPoint& at)
 
 void frmMain::StatusBarMain_MouseMove()
 {
-    setPanelText(1, QStringLiteral(" ") + gstrRefreshedText);
+    setPanelText(1, QStringLiteral(" ") + gBoard.gstrRefreshedText);
 }
 
 // Incremental find: the first row, in the order shown, whose text in the column
@@ -357,7 +357,7 @@ void frmMain::txtFind_Change()
     subClearListSelection();
     for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
         QTreeWidgetItem* row = ListViewMain->topLevelItem(i);
-        if (columns::findMatches(row->text(int(gintFindColumn)), text)) {
+        if (columns::findMatches(row->text(int(gBoard.gintFindColumn)), text)) {
             selectRow(row);
             return;
         }

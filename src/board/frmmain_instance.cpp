@@ -11,13 +11,14 @@
 bool frmMain::fnRaiseOtherCopy()
 {
     delete m_singleInstance;
-    m_singleInstance = new SingleInstance(platform::identity().loginName(), gstrDatabasePath, gstrDefaultUser, this);
+    m_singleInstance =
+        new SingleInstance(platform::identity().loginName(), gRun.gstrDatabasePath, gRun.gstrDefaultUser, this);
     if (m_singleInstance->claim()) {
         connect(m_singleInstance, &SingleInstance::raiseRequested, this, &frmMain::bringToFront);
         return false;
     }
     subCloseDatabase();
-    gstrDefaultUser.clear();
+    gRun.gstrDefaultUser.clear();
     requestUnload(vbFormCode);
     return true;
 }

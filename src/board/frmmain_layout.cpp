@@ -182,8 +182,8 @@ void frmMain::subResizeControls()
 // and then the icons shrink. A wider window gives them back.
 void frmMain::fitToolbar()
 {
-    const bool captions = gintToolBarText != 0;
-    const int side = gintIconSize == 0 ? kLargeIcon : kSmallIcon;
+    const bool captions = gPerson.gintToolBarText != 0;
+    const int side = gPerson.gintIconSize == 0 ? kLargeIcon : kSmallIcon;
     const std::pair<Qt::ToolButtonStyle, int> looks[] = {
         {captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly, side},
         {Qt::ToolButtonIconOnly, side},
@@ -204,7 +204,7 @@ void frmMain::navigatorPass()
 {
     picTrackingContainer->hide();
     imgPlannerBanner->setVisible(true);
-    const bool tree = gvarDisplayTreeView != 0;
+    const bool tree = gPerson.gvarDisplayTreeView != 0;
     TreeViewMain->setVisible(tree);
     TabStripMain->setVisible(!tree);
 }
@@ -213,8 +213,8 @@ void frmMain::navigatorPass()
 // takes its commands away with its pane.
 void frmMain::panePass()
 {
-    const bool alerts = gblnAllowStatusAlerts;
-    const bool messaging = gblnAllowMessaging;
+    const bool alerts = gSite.gblnAllowStatusAlerts;
+    const bool messaging = gSite.gblnAllowMessaging;
     const QList<QWidget*> trackingPane = {picTrackingContainer, lblWhoAmITracking, lstWhoAmITracking, lblWhosTrackingMe,
                                           lstWhosTrackingMe};
     for (QWidget* part : trackingPane) {
@@ -254,28 +254,30 @@ void frmMain::placeSplitters()
     const int handle = picSplitterHorizontal->handleWidth();
 
     const int top = picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y();
-    glngSplitterHorizontalMin = Twips::fromPixels(top + kPanesMinHeight).value();
-    glngSplitterHorizontalMax =
+    gBoard.glngSplitterHorizontalMin = Twips::fromPixels(top + kPanesMinHeight).value();
+    gBoard.glngSplitterHorizontalMax =
         Twips::fromPixels(top + picSplitterHorizontal->height() - handle - kListMinHeight).value();
-    glngSplitterHorizontal =
-        heldBetween(Twips(glngSplitterHorizontal), Twips(glngSplitterHorizontalMin), Twips(glngSplitterHorizontalMax))
+    gPerson.glngSplitterHorizontal =
+        heldBetween(Twips(gPerson.glngSplitterHorizontal), Twips(gBoard.glngSplitterHorizontalMin),
+                    Twips(gBoard.glngSplitterHorizontalMax))
             .value();
     if (m_panes->isVisibleTo(this)) {
-        const int panes = Twips(glngSplitterHorizontal).pixels() - top;
+        const int panes = Twips(gPerson.glngSplitterHorizontal).pixels() - top;
         picSplitterHorizontal->setSizes({panes, picSplitterHorizontal->height() - handle - panes});
     }
 
-    if (gvarDisplayTreeView != 0) {
+    if (gPerson.gvarDisplayTreeView != 0) {
         const int left = picVerticalSplitter->mapTo(client, QPoint(0, 0)).x();
         // The tree is at least as wide as its longest name, up to a third of the window.
         const int names = std::clamp(m_treeNamesWidth, kTreeMinWidth, std::max(kTreeMinWidth, width() / 3));
-        glngSplitterVerticalMin = Twips::fromPixels(left + names).value();
-        glngSplitterVerticalMax =
+        gBoard.glngSplitterVerticalMin = Twips::fromPixels(left + names).value();
+        gBoard.glngSplitterVerticalMax =
             Twips::fromPixels(left + picVerticalSplitter->width() - handle - kListMinWidth).value();
-        glngSplitterVertical =
-            heldBetween(Twips(glngSplitterVertical), Twips(glngSplitterVerticalMin), Twips(glngSplitterVerticalMax))
+        gPerson.glngSplitterVertical =
+            heldBetween(Twips(gPerson.glngSplitterVertical), Twips(gBoard.glngSplitterVerticalMin),
+                        Twips(gBoard.glngSplitterVerticalMax))
                 .value();
-        const int tree = Twips(glngSplitterVertical).pixels() - left;
+        const int tree = Twips(gPerson.glngSplitterVertical).pixels() - left;
         picVerticalSplitter->setSizes({tree, picVerticalSplitter->width() - handle - tree});
     }
 }
@@ -285,15 +287,15 @@ void frmMain::placeSplitters()
 void frmMain::splitterMoved()
 {
     const QWidget* client = centralWidget();
-    if (gvarDisplayTreeView != 0) {
-        glngSplitterVertical = Twips::fromPixels(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() +
-                                                 picVerticalSplitter->sizes().value(0))
-                                   .value();
+    if (gPerson.gvarDisplayTreeView != 0) {
+        gPerson.glngSplitterVertical = Twips::fromPixels(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() +
+                                                         picVerticalSplitter->sizes().value(0))
+                                           .value();
     }
     if (m_panes->isVisibleTo(this)) {
-        glngSplitterHorizontal = Twips::fromPixels(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() +
-                                                   picSplitterHorizontal->sizes().value(0))
-                                     .value();
+        gPerson.glngSplitterHorizontal = Twips::fromPixels(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() +
+                                                           picSplitterHorizontal->sizes().value(0))
+                                             .value();
     }
     subResizeControls();
 }

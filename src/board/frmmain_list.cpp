@@ -91,7 +91,7 @@ void frmMain::subFindNameColumn()
 {
     for (int i = 0; i < ListViewMain->columnCount(); ++i) {
         if (ListViewMain->headerItem()->text(i) == QLatin1String("Name")) {
-            gintNameColumn = i;
+            gBoard.gintNameColumn = i;
             return;
         }
     }
@@ -102,21 +102,21 @@ void frmMain::subFindNameColumn()
 // an unchanged poll does not walk the list, however long it is.
 void frmMain::restoreSelection()
 {
-    if (gintNameColumn < 1 || gintNameColumn >= ListViewMain->columnCount()) {
+    if (gBoard.gintNameColumn < 1 || gBoard.gintNameColumn >= ListViewMain->columnCount()) {
         return;
     }
-    if (!m_selectionFound || m_selectionName != gstrSelectedUser || m_selectionColumn != gintNameColumn) {
+    if (!m_selectionFound || m_selectionName != gBoard.gstrSelectedUser || m_selectionColumn != gBoard.gintNameColumn) {
         m_selectionRow = nullptr;
         for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
             QTreeWidgetItem* row = ListViewMain->topLevelItem(i);
-            if (row->text(int(gintNameColumn)) == gstrSelectedUser) {
+            if (row->text(int(gBoard.gintNameColumn)) == gBoard.gstrSelectedUser) {
                 m_selectionRow = row;
                 break;
             }
         }
         m_selectionFound = true;
-        m_selectionName = gstrSelectedUser;
-        m_selectionColumn = gintNameColumn;
+        m_selectionName = gBoard.gstrSelectedUser;
+        m_selectionColumn = gBoard.gintNameColumn;
     }
     if (m_selectionRow) {
         selectRow(m_selectionRow);
@@ -132,7 +132,7 @@ void frmMain::selectRow(QTreeWidgetItem* row)
 
 void frmMain::showRefreshedText()
 {
-    gstrRefreshedText = QStringLiteral(" Data refreshed at ") +
-                        platform::Format(platform::Now(), QStringLiteral("Long Time")) + QStringLiteral(" ");
-    setPanelText(1, gstrRefreshedText);
+    gBoard.gstrRefreshedText = QStringLiteral(" Data refreshed at ") +
+                               platform::Format(platform::Now(), QStringLiteral("Long Time")) + QStringLiteral(" ");
+    setPanelText(1, gBoard.gstrRefreshedText);
 }

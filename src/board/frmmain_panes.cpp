@@ -45,21 +45,22 @@ void frmMain::fillTrackingLists()
     lstWhoAmITracking->clear();
     lstWhosTrackingMe->clear();
     // The last literal meets the closing quote with no blank between them.
-    gstrSQL = QStringLiteral("SELECT * FROM EmployeeStatusTracking WHERE Tracker = ") + dao::quote(gstrDefaultUser) +
-              QStringLiteral(" or Trackee = ") + dao::quote(gstrDefaultUser) + QStringLiteral("Order by Trackee;");
+    const QString sql = QStringLiteral("SELECT * FROM EmployeeStatusTracking WHERE Tracker = ") +
+                        dao::quote(gRun.gstrDefaultUser) + QStringLiteral(" or Trackee = ") +
+                        dao::quote(gRun.gstrDefaultUser) + QStringLiteral("Order by Trackee;");
     subOpenDatabase();
-    const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(sql);
     if (rs->RecordCount() > 0) {
         rs->MoveLast();
         rs->MoveFirst();
     }
     const long long count = rs->RecordCount();
     for (long long n = 0; n < count; ++n) {
-        if (rs->Fields(QStringLiteral("Tracker")).Text() == gstrDefaultUser) {
+        if (rs->Fields(QStringLiteral("Tracker")).Text() == gRun.gstrDefaultUser) {
             addRow(lstWhoAmITracking,
                    {rs->Fields(QStringLiteral("Trackee")).Text(), rs->Fields(QStringLiteral("TrackeeStatus")).Text(),
                     dateText(rs->Fields(QStringLiteral("TrackeeLastUpdated")), QStringLiteral("yyyy-mm-dd hh:mm:ss"))});
-        } else if (rs->Fields(QStringLiteral("Trackee")).Text() == gstrDefaultUser) {
+        } else if (rs->Fields(QStringLiteral("Trackee")).Text() == gRun.gstrDefaultUser) {
             addRow(lstWhosTrackingMe, {rs->Fields(QStringLiteral("Tracker")).Text()});
         }
         rs->MoveNext();
@@ -70,9 +71,9 @@ void frmMain::fillTrackingLists()
 
 void frmMain::fillMessagesPane()
 {
-    gstrSQL = QStringLiteral("SELECT * FROM MessagesTable ") + QStringLiteral("where (SentToName = ") +
-              dao::quote(gstrDefaultUser) + QStringLiteral(" and Category = 'New')");
-    const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    const std::unique_ptr<dao::Recordset> rs =
+        fnOpenSQL(QStringLiteral("SELECT * FROM MessagesTable ") + QStringLiteral("where (SentToName = ") +
+                  dao::quote(gRun.gstrDefaultUser) + QStringLiteral(" and Category = 'New')"));
     ListViewMessages->clear();
     if (rs->RecordCount() == 0) {
         return;

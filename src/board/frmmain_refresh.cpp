@@ -57,38 +57,38 @@ QString mainQuery(const QString& group, bool& groupMissing)
 QString settingsRowQuery()
 {
     // On another site's database this person may have no row: anybody's layout will do.
-    if (gblnRemoteConnection) {
+    if (gRun.gblnRemoteConnection) {
         return QStringLiteral("SELECT top 1 * FROM EmployeeSettingsTable ORDER BY Name");
     }
-    return QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name LIKE ") + dao::quoteLike(gstrDefaultUser) +
-           QStringLiteral(" ORDER BY Name");
+    return QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name LIKE ") +
+           dao::quoteLike(gRun.gstrDefaultUser) + QStringLiteral(" ORDER BY Name");
 }
 
 } // namespace
 
 void frmMain::subRefreshUserList(const QString& group)
 {
-    if (gstrDefaultUser.trimmed().isEmpty()) {
+    if (gRun.gstrDefaultUser.trimmed().isEmpty()) {
         return; // nothing to show before the person is known
     }
     flushGroups();
     const QString tab =
         TabStripMain->currentIndex() >= 0 ? TabStripMain->tabText(TabStripMain->currentIndex()) : QString();
-    const QString strGroup = refresh::groupToShow(group, gvarDisplayTreeView != 0, tab, gstrCurrentGroup);
+    const QString strGroup = refresh::groupToShow(group, gPerson.gvarDisplayTreeView != 0, tab, gRun.gstrCurrentGroup);
     if (group.trimmed().isEmpty()) {
-        gstrCurrentGroup = strGroup;
+        gRun.gstrCurrentGroup = strGroup;
     }
 
     // The one read of an ordinary poll.
     subGetCounterValues();
-    const refresh::Plan plan =
-        refresh::plan({strGroup,
-                       mstrLastGroupShown,
-                       {glngStatusCounter, glngGroupCounter, glngExtraColumnsCounter},
-                       {glngLastStatusCounter, glngLastGroupCounter, glngLastExtraColumnsCounter},
-                       columnsMovedOrResized()});
+    const refresh::Plan plan = refresh::plan(
+        {strGroup,
+         mstrLastGroupShown,
+         {gCounters.glngStatusCounter, gCounters.glngGroupCounter, gCounters.glngExtraColumnsCounter},
+         {gCounters.glngLastStatusCounter, gCounters.glngLastGroupCounter, gCounters.glngLastExtraColumnsCounter},
+         columnsMovedOrResized()});
     if (plan.takeExtraColumns) {
-        glngLastExtraColumnsCounter = glngExtraColumnsCounter;
+        gCounters.glngLastExtraColumnsCounter = gCounters.glngExtraColumnsCounter;
     }
 
     if (!plan.rebuild) {
@@ -108,7 +108,7 @@ void frmMain::subRefreshUserList(const QString& group)
 // failure goes up to the caller.
 void frmMain::rebuildList(const QString& strGroup)
 {
-    glngLastStatusCounter = glngStatusCounter;
+    gCounters.glngLastStatusCounter = gCounters.glngStatusCounter;
     mstrLastGroupShown = strGroup;
     setBusyPointer(true);
     forgetRows();
@@ -116,21 +116,19 @@ void frmMain::rebuildList(const QString& strGroup)
     ListViewMain->setColumnCount(0);
 
     bool groupMissing = false;
-    gstrSQL = mainQuery(strGroup, groupMissing);
+    const QString query = mainQuery(strGroup, groupMissing);
     if (groupMissing) {
-        const QString query = gstrSQL;
         MsgBox(QStringLiteral("The last group selected does not exist in this database. It has probably been "
                               "deleted or renamed by the Administrator."),
-               vbInformation, gstrProgramTitle + QStringLiteral(" - Error"));
-        gstrCurrentGroup = QStringLiteral("Everyone");
+               vbInformation, gRun.gstrProgramTitle + QStringLiteral(" - Error"));
+        gRun.gstrCurrentGroup = QStringLiteral("Everyone");
         TabStripMain->update();
-        gstrSQL = query;
     }
 
     ResumeNext([] { subOpenDatabase(); });
     Err.Clear();
     std::unique_ptr<dao::Recordset> rs;
-    ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    ResumeNext([&] { rs = fnOpenSQL(query); });
     // An empty group (or a query that failed) shows no rows and no columns, and no word about it.
     if (testOrFail([&] { return fnRecordset(rs).RecordCount() == 0; })) {
         return;
@@ -186,7 +184,8 @@ std::unique_ptr<dao::Recordset> frmMain::openSettingsRow()
             return row;
         }
         if (mintLockedRetries == kLockedRetryAllowance) {
-            MsgBox(gstrProgramTitle + QStringLiteral("- The database seems to be locked.  Please Press OK to Exit."),
+            MsgBox(gRun.gstrProgramTitle +
+                       QStringLiteral("- The database seems to be locked.  Please Press OK to Exit."),
                    vbCritical, QStringLiteral("Locked Database"));
             End();
         }
@@ -198,18 +197,18 @@ std::unique_ptr<dao::Recordset> frmMain::openSettingsRow()
 
 void frmMain::answerNoSettingsRow()
 {
-    if (gblnRemoteConnection) {
+    if (gRun.gblnRemoteConnection) {
         MsgBox(QStringLiteral("The Remote Server database appears to be empty. Please re-select."), vbCritical,
-               gstrProgramTitle);
+               gRun.gstrProgramTitle);
         // The remote server list (frmServers) is shown here once remote servers can be chosen.
         return;
     }
-    MsgBox(QStringLiteral("The current user: ") + gstrDefaultUser +
+    MsgBox(QStringLiteral("The current user: ") + gRun.gstrDefaultUser +
                QStringLiteral(" has been removed from the VESK-OR database. ") + CRLF + CRLF +
                QStringLiteral("Please advise your VESK-OR Administrator to re-initialize this users account.") + CRLF +
                CRLF + QStringLiteral("Select OK to exit VESK-OR."),
-           vbCritical, gstrProgramTitle);
-    gstrDefaultUser = QStringLiteral("Removed");
+           vbCritical, gRun.gstrProgramTitle);
+    gRun.gstrDefaultUser = QStringLiteral("Removed");
     unload();
     End();
 }
@@ -283,15 +282,15 @@ void frmMain::addRows(dao::Recordset& rs, const ColumnLayout& layout)
 
 void frmMain::readOwnRow(dao::Recordset& rs, const OwnRowFields& own)
 {
-    if (own.name < 0 || rs.Fields(own.name).Text() != gstrDefaultUser) {
+    if (own.name < 0 || rs.Fields(own.name).Text() != gRun.gstrDefaultUser) {
         return;
     }
     if (own.code >= 0) {
         const dao::Field code = rs.Fields(own.code);
         if (!code.IsNull()) {
-            gintOwnStatusCode = code.Value().toLongLong();
+            gRun.gintOwnStatusCode = code.Value().toLongLong();
         }
     }
-    gstrCurrentStatus = own.status >= 0 ? rs.Fields(own.status).Text() : QString();
+    gRun.gstrCurrentStatus = own.status >= 0 ? rs.Fields(own.status).Text() : QString();
     setCaption(fnOwnStatusCaption());
 }

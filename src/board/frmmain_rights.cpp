@@ -51,12 +51,12 @@ static void readMembership(bool managerNeeded, bool& held)
     ResumeNext([] { subOpenDatabase(); });
     ResumeNext([&] {
         rs = fnDatabase().OpenRecordset(QStringLiteral("SELECT * FROM EmployeeGroupTable WHERE GroupName = ") +
-                                            dao::quote(gstrCurrentGroup),
+                                            dao::quote(gRun.gstrCurrentGroup),
                                         dao::dbOpenDynaset);
     });
     ResumeNext([&] {
         while (rs && !rs->isEOF()) {
-            if (rs->Fields(QStringLiteral("EmployeeName")).Text() == gstrDefaultUser &&
+            if (rs->Fields(QStringLiteral("EmployeeName")).Text() == gRun.gstrDefaultUser &&
                 (!managerNeeded || managerMark(rs->Fields(QStringLiteral("GroupManager")).Text()))) {
                 held = true;
             }
@@ -90,12 +90,12 @@ void frmMain::subSetToolBarRights()
         setToolbarRight({btnGroup, false, std::nullopt});
         ListViewMain->setSelectionMode(QAbstractItemView::SingleSelection);
     });
-    const Test test = changeOthersTest(gintSystemSecurityLevel, gintUserSecurityLevel);
+    const Test test = changeOthersTest(gSite.gintSystemSecurityLevel, gPerson.gintUserSecurityLevel);
     bool held = false;
     if (test == Test::Member || test == Test::Manager) {
         readMembership(test == Test::Manager, held);
     }
-    if (mayChangeOthers(test, held, gstrCurrentGroup)) {
+    if (mayChangeOthers(test, held, gRun.gstrCurrentGroup)) {
         ResumeNext([this] {
             setToolbarRight({btnGroup, true, std::nullopt});
             ListViewMain->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -103,15 +103,15 @@ void frmMain::subSetToolBarRights()
     }
 
     Site site;
-    site.remote = gblnRemoteConnection;
+    site.remote = gRun.gblnRemoteConnection;
     if (!site.remote) {
         anyRow(QStringLiteral("SELECT * FROM ServersTable"), [&](bool any) { site.serversListed = any; });
     }
-    anyRow(QStringLiteral("SELECT * FROM EmployeeTable WHERE name LIKE ") + dao::quoteLike(gstrDefaultUser),
-           [](bool any) { gblnUserOnThisServer = any; });
-    site.userOnThisServer = gblnUserOnThisServer;
-    site.userLevel = gintUserSecurityLevel;
-    site.messaging = gblnAllowMessaging;
+    anyRow(QStringLiteral("SELECT * FROM EmployeeTable WHERE name LIKE ") + dao::quoteLike(gRun.gstrDefaultUser),
+           [](bool any) { gRun.gblnUserOnThisServer = any; });
+    site.userOnThisServer = gRun.gblnUserOnThisServer;
+    site.userLevel = gPerson.gintUserSecurityLevel;
+    site.messaging = gSite.gblnAllowMessaging;
     ResumeNext([&] { site.messagesWaiting = ListViewMessages->topLevelItemCount() > 0; });
     // Each state is set whatever became of the one before it.
     for (const ButtonRight& right : otherButtons(site)) {

@@ -40,12 +40,12 @@ void frmMain::initTimers()
 // does not refresh, but its count-down goes on and starts again.
 void frmMain::TimerMain_Timer()
 {
-    const refresh::Tick tick = refresh::tick(gintRefreshRate, gintTimerMainCountDown, isMinimized());
+    const refresh::Tick tick = refresh::tick(gPerson.gintRefreshRate, gBoard.gintTimerMainCountDown, isMinimized());
     if (tick.stopTimer) {
         TimerMain.stop();
         return;
     }
-    gintTimerMainCountDown = tick.countDown;
+    gBoard.gintTimerMainCountDown = tick.countDown;
     if (tick.refresh) {
         subRefreshUserList(QString());
     }
@@ -81,10 +81,10 @@ void frmMain::tmrCheckForForcedShutDown_Timer()
     const QString strSavedUserID;
     const QString strArguments = QStringLiteral("-UID:") + strSavedUserID + QStringLiteral("  -STS:ForcedShutDown");
     subCheckINIForForcedShutDown();
-    if (gblnForcedShutDown) {
+    if (gRun.gblnForcedShutDown) {
         // A bare program name is found in the program's own folder first.
-        subStartIniCheck(gstrApplicationPath + QStringLiteral("inicheck"), strArguments);
-        if (!gstrDefaultUser.isEmpty()) {
+        subStartIniCheck(gRun.gstrApplicationPath + QStringLiteral("inicheck"), strArguments);
+        if (!gRun.gstrDefaultUser.isEmpty()) {
             subSetActiveFlag(QStringLiteral("No"));
         }
         // An open message is saved here by its own screen once messages can be written.

@@ -184,7 +184,7 @@ void frmMain::toolbarClicked(QAction* button)
     }
     subSetStatus(key);
     subRefreshUserList(QString());
-    if (gblnAutoMinimize) {
+    if (gPerson.gblnAutoMinimize) {
         minimize();
         subTaskBarSysTrayActivation();
     }
@@ -195,20 +195,22 @@ void frmMain::toolbarClicked(QAction* button)
 void frmMain::subLoadToolBarButtons()
 {
     const QString strProcedure = QStringLiteral("modUser - subLoadToolBarButtons event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         errorbox::showGeneral(strProcedure, errorbox::Joined);
         return status::Resume::Next;
     });
     std::unique_ptr<dao::Recordset> rs;
-    trap([] {
-        gstrSQL = QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(gstrDefaultUser);
-    });
+    const QString sql =
+        QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(gRun.gstrDefaultUser);
     trap([] { subOpenDatabase(); });
-    trap([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    trap([&] { rs = fnOpenSQL(sql); });
     trap([&] { fnRecordset(rs).MoveFirst(); });
-    trap([&] { gintIconSize = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("IconSize")).Text()); });
-    trap(
-        [&] { gintToolBarText = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("ToolBarText")).Text()); });
+    trap([&] {
+        gPerson.gintIconSize = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("IconSize")).Text());
+    });
+    trap([&] {
+        gPerson.gintToolBarText = status::wholeFromText(fnRecordset(rs).Fields(QStringLiteral("ToolBarText")).Text());
+    });
     trap([&] { fnRecordset(rs).Close(); });
     trap([this] { BindToolBar(); });
     trap([] { subCloseDatabase(); });
@@ -221,12 +223,12 @@ void frmMain::subLoadToolBarButtons()
 void frmMain::BindToolBar()
 {
     const QString strProcedure = QStringLiteral("modUser - BindToolBar event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         errorbox::showGeneral(strProcedure, errorbox::Joined);
         return status::Resume::Next;
     });
-    const bool large = gintIconSize == 0;
-    const bool captions = gintToolBarText != 0;
+    const bool large = gPerson.gintIconSize == 0;
+    const bool captions = gPerson.gintToolBarText != 0;
     // The bar's icon size and captions follow these two settings in the layout,
     // as far as the window's width allows.
     for (int position = 1; position <= kFixedButtons; ++position) {
@@ -250,13 +252,13 @@ void frmMain::subBindStatusButtons()
         ToolbarMain->removeAction(button);
         button->deleteLater(); // it may be the very button whose click led here
     }
-    gstrSQL = QStringLiteral("SELECT * FROM StatusTypesTable ORDER BY StatusCode, Status");
     subOpenDatabase();
-    std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    std::unique_ptr<dao::Recordset> rs =
+        fnOpenSQL(QStringLiteral("SELECT * FROM StatusTypesTable ORDER BY StatusCode, Status"));
     if (!rs->isEOF()) {
         rs->MoveFirst();
     }
-    const bool captions = gintToolBarText != 0;
+    const bool captions = gPerson.gintToolBarText != 0;
     while (!rs->isEOF()) {
         if (status::boolFromText(rs->Fields(QStringLiteral("OnToolBar")).Text())) { // not 0, nor Null
             QAction* button =
@@ -264,7 +266,7 @@ void frmMain::subBindStatusButtons()
                           captions ? rs->Fields(QStringLiteral("ButtonText")).Text() : QString(),
                           rs->Fields(QStringLiteral("ToolTipText")).Text());
             button->setIcon(statusIcon(status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text())));
-            if (gblnRemoteConnection) {
+            if (gRun.gblnRemoteConnection) {
                 button->setEnabled(false);
                 button->setVisible(false);
             }

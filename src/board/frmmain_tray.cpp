@@ -62,7 +62,8 @@ protected:
 private:
     bool hidesIntoTray() const
     {
-        return gintMinimizeSetting == 1 && m_board->sysTrayIconExists() && QSystemTrayIcon::isSystemTrayAvailable();
+        return gPerson.gintMinimizeSetting == 1 && m_board->sysTrayIconExists() &&
+               QSystemTrayIcon::isSystemTrayAvailable();
     }
 
     frmMain* m_board;
@@ -128,7 +129,7 @@ QString frmMain::trayTip() const
 void frmMain::showTrayIconOfStatus()
 {
     if (m_frmSysTray) {
-        m_frmSysTray->setIconHandle(statusIcon(gintOwnStatusCode));
+        m_frmSysTray->setIconHandle(statusIcon(gRun.gintOwnStatusCode));
     }
 }
 

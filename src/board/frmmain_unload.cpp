@@ -55,21 +55,21 @@ QWidget* windowWithTitlePart(const QString& part)
 void logOutUnlessProtected(MainScreen& board)
 {
     subOpenDatabase();
-    gstrSQL = QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(gstrDefaultUser);
-    std::unique_ptr<dao::Recordset> own = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    std::unique_ptr<dao::Recordset> own =
+        fnOpenSQL(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(gRun.gstrDefaultUser));
     if (own->isEOF()) {
-        MsgBox(QStringLiteral("The current user: ") + gstrDefaultUser +
+        MsgBox(QStringLiteral("The current user: ") + gRun.gstrDefaultUser +
                    QStringLiteral(" has been removed from the VESK-OR database. ") + CRLF + CRLF +
                    QStringLiteral("Please advise your VESK-OR Administrator to re-initialize this users account.") +
                    CRLF + CRLF + QStringLiteral("Select OK to exit VESK-OR."),
-               vbCritical, gstrProgramTitle);
-        gstrDefaultUser = kRemoved;
+               vbCritical, gRun.gstrProgramTitle);
+        gRun.gstrDefaultUser = kRemoved;
         return;
     }
     const QString status = own->Fields(QStringLiteral("Status")).Text();
     own->Close();
-    gstrSQL = QStringLiteral("SELECT * FROM StatusTypesTable WHERE Status = ") + dao::quote(status);
-    std::unique_ptr<dao::Recordset> type = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    std::unique_ptr<dao::Recordset> type =
+        fnOpenSQL(QStringLiteral("SELECT * FROM StatusTypesTable WHERE Status = ") + dao::quote(status));
     if (!type->isEOF() && !status::boolFromText(type->Fields(QStringLiteral("ProtectedStatus")).Text())) {
         board.clearList(); // the write below is the person's own, whatever was selected
         subSetStatus(QStringLiteral("Out"));
@@ -82,15 +82,15 @@ void logOutUnlessProtected(MainScreen& board)
 // The ordinary end. cancel is set only when the close box merely minimizes.
 void frmMain::Form_QueryUnload(bool& cancel, int unloadMode)
 {
-    if (gstrDefaultUser == kRemoved) {
+    if (gRun.gstrDefaultUser == kRemoved) {
         return; // all of it was done when the person was found removed
     }
-    if (unloadMode == vbFormControlMenu && !isMinimized() && gblnMinimizeOnClose) {
+    if (unloadMode == vbFormControlMenu && !isMinimized() && gPerson.gblnMinimizeOnClose) {
         minimize();
         cancel = true;
         return;
     }
-    if (gstrDefaultUser.isEmpty()) {
+    if (gRun.gstrDefaultUser.isEmpty()) {
         // No person was ever known: nothing to write.
         subCloseDatabase();
         subUnloadAllForms();
@@ -100,21 +100,21 @@ void frmMain::Form_QueryUnload(bool& cancel, int unloadMode)
     TimerMain.stop(); // no refresh may start during the unload
     // Going back to the home database from a remote server comes with remote servers.
     if (TabStripMain->currentIndex() >= 0) {
-        gstrDefaultGroup = TabStripMain->tabText(TabStripMain->currentIndex());
+        gPerson.gstrDefaultGroup = TabStripMain->tabText(TabStripMain->currentIndex());
     }
 
     // Each step that fails is reported, and the end goes on.
-    status::Trap trap([](const dao::JetError&) {
-        errorbox::showGeneral(kProcedure, errorbox::Joined, vbOKOnly, gstrProgramTitle);
+    status::Trap trap([](const VbError&) {
+        errorbox::showGeneral(kProcedure, errorbox::Joined, vbOKOnly, gRun.gstrProgramTitle);
         return status::Resume::Next;
     });
-    if (!gblnForcedShutDown && gblnAutoLogOut) {
+    if (!gRun.gblnForcedShutDown && gPerson.gblnAutoLogOut) {
         trap([this] { logOutUnlessProtected(*this); });
     }
     // A removed person has no row left to mark or to keep settings in.
-    if (gstrDefaultUser != kRemoved) {
+    if (gRun.gstrDefaultUser != kRemoved) {
         trap([] { subSetActiveFlag(QStringLiteral("No")); });
-        trap([] { subSaveUserSettings(gstrDefaultUser); });
+        trap([] { subSaveUserSettings(gRun.gstrDefaultUser); });
     }
 
     ResumeNext([] { fnDatabase().Close(); });

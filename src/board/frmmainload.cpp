@@ -22,16 +22,16 @@
 
 void frmMain::Form_Load()
 {
-    gblnWin2kPlus = platform::identity().osMajorVersion() >= 5;
+    gRun.gblnWin2kPlus = platform::identity().osMajorVersion() >= 5;
     // The start-up's open stays no longer: from here the next subOpenDatabase really opens.
-    gblnDatabaseClosed = true;
+    gRun.gblnDatabaseClosed = true;
     blnFirstActivate = true;
     mblnLoading = true;
     setBusyPointer(true);
 
     subReadOptions();
-    if (gstrDefaultGroup != QLatin1String("Everyone") && !fnGroupExists(gstrDefaultGroup)) {
-        gstrDefaultGroup = QStringLiteral("Everyone");
+    if (gPerson.gstrDefaultGroup != QLatin1String("Everyone") && !fnGroupExists(gPerson.gstrDefaultGroup)) {
+        gPerson.gstrDefaultGroup = QStringLiteral("Everyone");
     }
     subGetCounterValues();
     subLoadToolBarButtons();
@@ -39,10 +39,10 @@ void frmMain::Form_Load()
         return; // another copy runs for this person: it was raised, this one leaves
     }
 
-    subReadUserSettings(gstrDefaultUser);
+    subReadUserSettings(gRun.gstrDefaultUser);
     // The list sorts, and the find box searches, by the saved sort column until a header is clicked.
-    m_listSortKey = int(gintSortKey);
-    gintFindColumn = gintSortKey;
+    m_listSortKey = int(gPerson.gintSortKey);
+    gBoard.gintFindColumn = gPerson.gintSortKey;
     subReadGroups();
     setCaption(fnOwnStatusCaption());
     setBusyPointer(false);
@@ -50,22 +50,23 @@ void frmMain::Form_Load()
 
     // The Load's own handler: a write that fails here (another client's lock on the
     // row) gets the general box, and the Load goes on, so the board comes up.
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         errorbox::showGeneral(QStringLiteral("frmMain - Load event"), errorbox::Joined, platform::vbOKOnly,
-                              gstrProgramTitle);
+                              gRun.gstrProgramTitle);
         return status::Resume::Next;
     });
     trap([] { subSetActiveFlag(QStringLiteral("Yes")); });
-    if (gblnAutoLogIn && !gstrCurrentStatus.contains(QLatin1String("ForcedShutDown"))) {
+    if (gPerson.gblnAutoLogIn && !gRun.gstrCurrentStatus.contains(QLatin1String("ForcedShutDown"))) {
         trap([] { subSetStatus(QStringLiteral("In")); });
     }
 
     const Qt::WindowState states[] = {Qt::WindowNoState, Qt::WindowMinimized, Qt::WindowMaximized};
-    setWindowState(gintStartupWindowState >= 0 && gintStartupWindowState <= 2 ? states[gintStartupWindowState]
-                                                                              : Qt::WindowNoState);
+    setWindowState(gRun.gintStartupWindowState >= 0 && gRun.gintStartupWindowState <= 2
+                       ? states[gRun.gintStartupWindowState]
+                       : Qt::WindowNoState);
     show();
     activateWindow();
-    if (gblnAutoMinimize) {
+    if (gPerson.gblnAutoMinimize) {
         showMinimized();
     }
 }
@@ -74,7 +75,7 @@ void frmMain::Form_Load()
 // failure to show it is passed over.
 void frmMain::showLogoBehindList()
 {
-    const QString file = platform::nativePathOf(gstrApplicationPath + QStringLiteral("LOGO.GIF"));
+    const QString file = platform::nativePathOf(gRun.gstrApplicationPath + QStringLiteral("LOGO.GIF"));
     const QPixmap logo = QFile::exists(file) ? QPixmap(file) : QPixmap();
     if (logo.isNull()) {
         return;
@@ -92,18 +93,18 @@ void frmMain::Form_Activate()
     }
     m_inActivate = true;
     if (blnFirstActivate) {
-        selectGroup(gstrDefaultGroup);
+        selectGroup(gPerson.gstrDefaultGroup);
         blnFirstActivate = false;
         mblnLoading = false;
     }
     startTimersOnActivate();
     applyDisplayFont();
 
-    setPanelText(2, gstrCurrentDatabasePath);
-    if (gintRefreshRate == 0) {
+    setPanelText(2, gRun.gstrCurrentDatabasePath);
+    if (gPerson.gintRefreshRate == 0) {
         setPanelText(3, QStringLiteral(" Refresh OFF "));
     }
-    subRefreshUserList(gstrCurrentGroup);
+    subRefreshUserList(gRun.gstrCurrentGroup);
     subPopulateTreeView();
     // The toolbar by the person's rights here and the panes just filled: the Group
     // button and multiple selection, Preview by the new messages.
@@ -111,7 +112,7 @@ void frmMain::Form_Activate()
     ToolbarMain->update();
     platform::DoEvents();
     subResizeControls();
-    if (gintMinimizeSetting >= 1 && !sysTrayIconExists()) {
+    if (gPerson.gintMinimizeSetting >= 1 && !sysTrayIconExists()) {
         subCreateSysTrayIcon();
         setTrayTip(fnOwnStatusTrayTip());
     }
@@ -126,7 +127,7 @@ void frmMain::Form_Activate()
 void frmMain::startTimersOnActivate()
 {
     TimerMain.start();
-    gintTimerMainCountDown = refresh::fullCountDown(gintRefreshRate);
+    gBoard.gintTimerMainCountDown = refresh::fullCountDown(gPerson.gintRefreshRate);
     const auto runIf = [](QTimer& timer, bool on) {
         if (!on) {
             timer.stop();
@@ -134,18 +135,18 @@ void frmMain::startTimersOnActivate()
             timer.start();
         }
     };
-    runIf(tmrCheckForNewMessages, gblnAllowMessaging);
-    runIf(tmrCheckForStatusAlerts, gblnAllowStatusAlerts);
-    runIf(tmrScreenSaver, gblnAllowPresenceSensing);
-    runIf(tmrDetectLockedWorkStation, gblnAllowPresenceSensing);
+    runIf(tmrCheckForNewMessages, gSite.gblnAllowMessaging);
+    runIf(tmrCheckForStatusAlerts, gSite.gblnAllowStatusAlerts);
+    runIf(tmrScreenSaver, gSite.gblnAllowPresenceSensing);
+    runIf(tmrDetectLockedWorkStation, gSite.gblnAllowPresenceSensing);
 }
 
 // The person's FontBoldDisplay, and FontSizeDisplay kept between 8 and 15.
 void frmMain::applyDisplayFont()
 {
-    gintFontSizeDisplay = std::clamp(gintFontSizeDisplay, 8LL, 15LL);
+    gPerson.gintFontSizeDisplay = std::clamp(gPerson.gintFontSizeDisplay, 8LL, 15LL);
     QFont font = ListViewMain->font();
-    font.setBold(gintFontBoldDisplay != 0);
-    font.setPointSize(int(gintFontSizeDisplay));
+    font.setBold(gPerson.gintFontBoldDisplay != 0);
+    font.setPointSize(int(gPerson.gintFontSizeDisplay));
     ListViewMain->setFont(font);
 }

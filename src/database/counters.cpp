@@ -37,11 +37,11 @@ long long longOf(const dao::Field& field)
 
 void zeroReadCounters()
 {
-    glngStatusCounter = 0;
-    glngStatusTypeCounter = 0;
-    glngGroupCounter = 0;
-    glngSecurityCounter = 0;
-    glngExtraColumnsCounter = 0;
+    gCounters.glngStatusCounter = 0;
+    gCounters.glngStatusTypeCounter = 0;
+    gCounters.glngGroupCounter = 0;
+    gCounters.glngSecurityCounter = 0;
+    gCounters.glngExtraColumnsCounter = 0;
 }
 
 // One statement under subGetCounterValues's trap: a failure drops the five read
@@ -66,18 +66,17 @@ bool stepTest(const std::function<bool()>& test)
 // After a rise of the security counter: the system's security level again, and the toolbar rights by it.
 void rereadSecurityLevel(std::unique_ptr<dao::Recordset>& rs)
 {
-    step([&] {
-        gstrSQL = QStringLiteral("Select * from GlobalSettingsTable");
-        rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
-    });
+    step([&] { rs = fnOpenSQL(QStringLiteral("Select * from GlobalSettingsTable")); });
     if (stepTest([&] { return fnRecordset(rs).RecordCount() > 0; })) {
-        step([&] { gintSystemSecurityLevel = longOf(fnRecordset(rs).Fields(QStringLiteral("SystemSecurityLevel"))); });
+        step([&] {
+            gSite.gintSystemSecurityLevel = longOf(fnRecordset(rs).Fields(QStringLiteral("SystemSecurityLevel")));
+        });
         step([&] { fnRecordset(rs).Close(); });
         step([] { mainScreen().subSetToolBarRights(); });
     } else {
         step([&] { fnRecordset(rs).Close(); });
     }
-    step([] { glngLastSecurityCounter = glngSecurityCounter; });
+    step([] { gCounters.glngLastSecurityCounter = gCounters.glngSecurityCounter; });
 }
 
 } // namespace
@@ -86,29 +85,31 @@ void subGetCounterValues()
 {
     std::unique_ptr<dao::Recordset> rs;
     subTestStatusCounterTable();
-    gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
-    const QString sql = gstrSQL; // the open's boxes let events run, and timers change gstrSQL
     subOpenDatabase();
-    step([&] { rs = fnDatabase().OpenRecordset(sql, dao::dbOpenDynaset); });
+    step([&] { rs = fnOpenSQL(QStringLiteral("SELECT * FROM StatusCounterTable")); });
     step([&] { fnRecordset(rs).MoveFirst(); });
-    step([&] { glngStatusCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("Counter"))); });
-    step([&] { glngStatusTypeCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("StatusTypeCounter"))); });
-    step([&] { glngGroupCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("GroupCounter"))); });
-    step([&] { glngSecurityCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("SecurityCounter"))); });
-    step([&] { glngExtraColumnsCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("ExtraColumnsCounter"))); });
+    step([&] { gCounters.glngStatusCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("Counter"))); });
+    step(
+        [&] { gCounters.glngStatusTypeCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("StatusTypeCounter"))); });
+    step([&] { gCounters.glngGroupCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("GroupCounter"))); });
+    step([&] { gCounters.glngSecurityCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("SecurityCounter"))); });
+    step([&] {
+        gCounters.glngExtraColumnsCounter = longOf(fnRecordset(rs).Fields(QStringLiteral("ExtraColumnsCounter")));
+    });
     step([&] { fnRecordset(rs).Close(); });
 
     // Only a rise is acted on: a counter the administrator reset goes unnoticed
     // until it passes the old value.
-    if (glngGroupCounter > glngLastGroupCounter) {
-        glngLastGroupCounter = glngGroupCounter; // first: the group read may refresh the board, which polls again
+    if (gCounters.glngGroupCounter > gCounters.glngLastGroupCounter) {
+        gCounters.glngLastGroupCounter =
+            gCounters.glngGroupCounter; // first: the group read may refresh the board, which polls again
         step([] { mainScreen().subReadGroups(); });
     }
-    if (glngStatusTypeCounter > glngLastStatusTypeCounter) {
+    if (gCounters.glngStatusTypeCounter > gCounters.glngLastStatusTypeCounter) {
         step([] { mainScreen().subLoadToolBarButtons(); });
-        glngLastStatusTypeCounter = glngStatusTypeCounter;
+        gCounters.glngLastStatusTypeCounter = gCounters.glngStatusTypeCounter;
     }
-    if (glngSecurityCounter > glngLastSecurityCounter) {
+    if (gCounters.glngSecurityCounter > gCounters.glngLastSecurityCounter) {
         rereadSecurityLevel(rs);
     }
     step([] { subCloseDatabase(); });
@@ -124,8 +125,7 @@ void subUpdateStatusCounter()
     const QString strBase = QStringLiteral("modUser - subUpdateStatusCounter event");
     QString strProcedure = strBase;
     const auto raise = [&] {
-        gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
-        std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+        std::unique_ptr<dao::Recordset> rs = fnOpenSQL(QStringLiteral("SELECT * FROM StatusCounterTable"));
         strProcedure = strBase + QStringLiteral(" - Finsihed Opening Database");
         if (rs->RecordCount() == 0) {
             strProcedure = strBase + QStringLiteral(" - Creating Status Counter default value");
@@ -154,15 +154,15 @@ void subUpdateStatusCounter()
         rs->Close();
         subCloseDatabase();
         // The last acted-on value stays, so this client's next refresh rebuilds too.
-        glngStatusCounter = lngNewValue;
+        gCounters.glngStatusCounter = lngNewValue;
     };
-    fnRunUnit(raise, [](const dao::JetError& e, int) {
+    fnRunUnit(raise, [](const VbError& e, int) {
         Err.Set(e);
         if (Err.Number != dao::errRecordLocked) {
             // The change that led here was rolled back with the raise.
             errorbox::showUpdate(Err.Number, Err.Description);
             return false;
         }
-        return errorbox::showRetry(Err.Number, Err.Description, gstrProgramTitle) == vbYes;
+        return errorbox::showRetry(Err.Number, Err.Description, gRun.gstrProgramTitle) == vbYes;
     });
 }

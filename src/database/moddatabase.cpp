@@ -72,7 +72,7 @@ void answerFailedOpen(const QString& procedure)
     case dao::errFileNotFound:
     case dao::errDiskOrNetwork:
         if (MsgBox(lockFileText(procedure), vbRetryCancel + vbExclamation,
-                   gstrProgramTitle + QStringLiteral(" - Error in subOpenDatabase")) == vbRetry) {
+                   gRun.gstrProgramTitle + QStringLiteral(" - Error in subOpenDatabase")) == vbRetry) {
             return;
         }
         End();
@@ -89,7 +89,7 @@ void answerFailedOpen(const QString& procedure)
         if (MsgBox(errorbox::general(procedure, errorbox::Joined) + CR + CR +
                        QStringLiteral("The database is busy. Please wait a few seconds.") + CRLF + CRLF +
                        QStringLiteral("Press OK to Try Again.") + CRLF + QStringLiteral("Press Cancel to Exit."),
-                   vbRetryCancel + vbExclamation, gstrProgramTitle) == vbCancel) {
+                   vbRetryCancel + vbExclamation, gRun.gstrProgramTitle) == vbCancel) {
             End();
         }
         letEventsRun(10);
@@ -97,10 +97,10 @@ void answerFailedOpen(const QString& procedure)
     case dao::errUnrecognizedFormat:
         MsgBox(Err.Description + CR + QStringLiteral("Please inform the Network Supervisor that the database is") +
                    QStringLiteral(" damaged and must be repaired."),
-               vbOKOnly + vbExclamation, procedure + QStringLiteral(" - Fatal Error in ") + gstrProgramTitle);
+               vbOKOnly + vbExclamation, procedure + QStringLiteral(" - Fatal Error in ") + gRun.gstrProgramTitle);
         closeUnloadAndEnd();
     default:
-        gblnDatabaseOpenFailed = true;
+        gRun.gblnDatabaseOpenFailed = true;
         MsgBox(QStringLiteral("Error (") + number + QStringLiteral(" - ") + Err.Description + QStringLiteral(" ) in ") +
                procedure + CR + Err.Description);
         closeUnloadAndEnd();
@@ -126,29 +126,29 @@ void TimerCloseDatabase_Timer()
     // A tick that comes while a write waits for another client's lock, or inside
     // a unit of change, leaves the file open: closing now would lose that work.
     // The timer runs on, so the next tick closes it.
-    if (gdbDatabase && gdbDatabase->isOpen() && gdbDatabase->isBusy()) {
+    if (gRun.gdbDatabase && gRun.gdbDatabase->isOpen() && gRun.gdbDatabase->isBusy()) {
         return;
     }
-    gblnDatabaseClosed = true;
+    gRun.gblnDatabaseClosed = true;
     subCloseDatabase();
 }
 
 void subOpenDatabase()
 {
-    if (!gblnDatabaseClosed) {
+    if (!gRun.gblnDatabaseClosed) {
         return;
     }
     const QString strProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
-    gblnDatabaseOpenFailed = false;
+    gRun.gblnDatabaseOpenFailed = false;
     int intCounter = 0;
     for (;;) {
         Err.Clear();
         const bool opened = ResumeNext([] {
-            gdbDatabase = dao::DBEngine::OpenDatabase(gstrCurrentDatabasePath + QStringLiteral("veskor.mdb"), false,
-                                                      false, QString());
+            gRun.gdbDatabase = dao::DBEngine::OpenDatabase(gRun.gstrCurrentDatabasePath + QStringLiteral("veskor.mdb"),
+                                                           false, false, QString());
         });
         if (opened) {
-            gblnDatabaseClosed = false;
+            gRun.gblnDatabaseClosed = false;
             // Like a timer's Enabled := True: one that already runs keeps its interval.
             if (!TimerCloseDatabase().isActive()) {
                 TimerCloseDatabase().start();
@@ -169,14 +169,14 @@ void subOpenDatabase()
 
 void subCloseDatabase()
 {
-    if (!gblnDatabaseClosed) {
+    if (!gRun.gblnDatabaseClosed) {
         return;
     }
-    if (gdbDatabase) {
-        gdbDatabase->Close();
+    if (gRun.gdbDatabase) {
+        gRun.gdbDatabase->Close();
     }
     TimerCloseDatabase().stop();
-    ++glngDatabaseCloseCount;
+    ++gRun.glngDatabaseCloseCount;
 }
 
 bool fnRetryAfterObjectGone(int tryNumber)
@@ -185,7 +185,7 @@ bool fnRetryAfterObjectGone(int tryNumber)
         return false;
     }
     // With the flag False a closed object would never be opened again.
-    gblnDatabaseClosed = true;
+    gRun.gblnDatabaseClosed = true;
     Sleep(kObjectGonePauseMs);
     return true;
 }

@@ -5,10 +5,10 @@
 
 dao::Database& fnDatabase()
 {
-    if (!gdbDatabase) {
+    if (!gRun.gdbDatabase) {
         raiseObjectNotSet();
     }
-    return *gdbDatabase;
+    return *gRun.gdbDatabase;
 }
 
 dao::Recordset& fnRecordset(const std::unique_ptr<dao::Recordset>& rs)
@@ -17,4 +17,16 @@ dao::Recordset& fnRecordset(const std::unique_ptr<dao::Recordset>& rs)
         raiseObjectNotSet();
     }
     return *rs;
+}
+
+std::unique_ptr<dao::Recordset> fnOpenSQL(QString sql)
+{
+    gRun.gstrSQL = sql;
+    return fnDatabase().OpenRecordset(sql, dao::dbOpenDynaset);
+}
+
+void subExecuteSQL(QString sql)
+{
+    gRun.gstrSQL = sql;
+    fnDatabase().Execute(sql);
 }

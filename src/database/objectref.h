@@ -5,9 +5,17 @@
 
 #include "dao/dao.h"
 
+#include <QString>
 #include <memory>
 
 // gdbDatabase, or error 91 when no open ever set it.
 dao::Database& fnDatabase();
 // The recordset, or error 91 when its open failed.
 dao::Recordset& fnRecordset(const std::unique_ptr<dao::Recordset>& rs);
+
+// Keeps the statement as the last one built (gstrSQL, which the board's error
+// report quotes) and opens it as a dynaset, or runs it. The statement is held
+// here, never read back from gstrSQL: opening may wait for the file while
+// timers run, and they build statements of their own.
+std::unique_ptr<dao::Recordset> fnOpenSQL(QString sql);
+void subExecuteSQL(QString sql);

@@ -40,7 +40,7 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
             dao::Transaction part(fnDatabase());
             body();
             part.Commit();
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             if (!answer) {
                 throw;
             }
@@ -52,9 +52,9 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
         std::optional<PartFailure> failure;
         try {
             subOpenDatabase();
-            const std::shared_ptr<dao::Database> held = gdbDatabase;
+            const std::shared_ptr<dao::Database> held = gRun.gdbDatabase;
             dao::Transaction unit(fnDatabase());
-            if (gdbDatabase != held) {
+            if (gRun.gdbDatabase != held) {
                 continue; // events during the wait opened the file afresh: begin again on that one
             }
             const Depth depth; // only now: a unit a timer starts during the wait is one of its own
@@ -63,7 +63,7 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
             return true;
         } catch (const PartFailure& part) {
             failure = part; // the unit is rolled back by now
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             if (!answer) {
                 throw;
             }

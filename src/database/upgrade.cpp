@@ -86,12 +86,12 @@ constexpr std::array<UpgradeRow, 46> kUpgradeRows = {{
 // The file's release against the program's: written only when they differ.
 void subUpdateReleaseVersion()
 {
-    if (gstrDatabaseReleaseVersion != kProgramReleaseVersion) {
+    if (gSite.gstrDatabaseReleaseVersion != kProgramReleaseVersion) {
         ResumeNext([] {
             fnDatabase().Execute(QStringLiteral("UPDATE GlobalSettingsTable SET DatabaseReleaseVersion = ") +
                                  dao::quote(kProgramReleaseVersion));
         });
-        gstrDatabaseReleaseVersion = kProgramReleaseVersion;
+        gSite.gstrDatabaseReleaseVersion = kProgramReleaseVersion;
     }
 }
 
@@ -106,8 +106,7 @@ std::unique_ptr<dao::Recordset> openCounters()
     for (int tries = 1;; ++tries) {
         Err.Clear();
         subOpenDatabase();
-        gstrSQL = kCountersSql;
-        ResumeNext([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+        ResumeNext([&] { rs = fnOpenSQL(kCountersSql); });
         if (Err.Number != dao::errObjectInvalid || !fnRetryAfterObjectGone(tries)) {
             return rs;
         }
@@ -125,8 +124,9 @@ bool fnIsValidDatabase(const QString& path)
     QVariant version;
     ResumeNext([&] { db = dao::DBEngine::OpenDatabase(path + QStringLiteral("veskor.mdb"), false, false, QString()); });
     if (Err.Number == 0) {
-        gstrSQL = QStringLiteral("Select DatabaseVersion from GlobalSettingsTable");
-        ResumeNext([&] { rs = db->OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+        const QString sql = QStringLiteral("Select DatabaseVersion from GlobalSettingsTable");
+        gRun.gstrSQL = sql;
+        ResumeNext([&] { rs = db->OpenRecordset(sql, dao::dbOpenDynaset); });
     }
     ResumeNext([&] { version = fnRecordset(rs).Fields(QStringLiteral("databaseversion")).Value(); });
     // Stored as text or as a number, 2005 reads as "2005".

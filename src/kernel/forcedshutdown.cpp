@@ -9,8 +9,8 @@ void subCheckINIForForcedShutDown()
 {
     const QString value =
         platform::GetPrivateProfileString(QStringLiteral("ForceShutDown"), QStringLiteral("ForceShutDown"), QString(),
-                                          200, gstrDatabasePath + QStringLiteral("forceshutdown.ini"));
-    gblnForcedShutDown = value.toUpper() == QLatin1String("TRUE");
+                                          200, gRun.gstrDatabasePath + QStringLiteral("forceshutdown.ini"));
+    gRun.gblnForcedShutDown = value.toUpper() == QLatin1String("TRUE");
 }
 
 void subStartIniCheck(const QString& program, const QString& commandLine)

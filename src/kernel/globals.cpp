@@ -2,14 +2,18 @@
 
 #include "kernel/err.h"
 
-#define VESKOR_DEFINE_RUN_WIDE(type, name, start) type name = start;
-VESKOR_RUN_WIDE(VESKOR_DEFINE_RUN_WIDE)
-#undef VESKOR_DEFINE_RUN_WIDE
+RunState gRun;
+SiteSettings gSite;
+PersonSettings gPerson;
+ChangeCounters gCounters;
+BoardState gBoard;
 
 void resetRunWide()
 {
-#define VESKOR_RESET_RUN_WIDE(type, name, start) name = start;
-    VESKOR_RUN_WIDE(VESKOR_RESET_RUN_WIDE)
-#undef VESKOR_RESET_RUN_WIDE
+    gRun.reset();
+    gSite.reset();
+    gPerson.reset();
+    gCounters.reset();
+    gBoard.reset();
     Err.Clear();
 }

@@ -1,7 +1,10 @@
 #pragma once
-// The run-wide values, named as the system names them, all in one list so that
-// resetRunWide() puts every one of them back to its start value (tests call it
-// between cases). To add a value, add one line to VESKOR_RUN_WIDE.
+// The run-wide values, named as the system names them, in five owned groups:
+// the run itself (who, where, the shared file, the status engine), the site's
+// settings (GlobalSettingsTable), the person's settings (EmployeeSettingsTable),
+// the change counters, and the board's state. Each group starts from its
+// members' initial values and reset() puts the whole group back to them;
+// resetRunWide() resets all five and Err (tests call it between cases).
 
 #include "dao/dao.h"
 
@@ -9,111 +12,158 @@
 #include <memory>
 #include <optional>
 
-// X(type, name, start value)
-#define VESKOR_RUN_WIDE(X)                                                                                             \
-    /* identity and paths */                                                                                           \
-    X(QString, gstrProgramTitle, QStringLiteral(" VESK-OR Pro "))                                                      \
-    X(QString, gstrReleaseDate, QString())                                                                             \
-    X(QString, gstrBuildName, QString())                                                                               \
-    X(QString, gstrApplicationPath, QString())                                                                         \
-    X(QString, gstrHelpFile, QString())                                                                                \
-    X(QString, gstrComputerName, QString())                                                                            \
-    X(QString, gstrDatabasePath, QString())                                                                            \
-    X(QString, gstrCurrentDatabasePath, QString())                                                                     \
-    X(QString, gstrCommandLine, QString())                                                                             \
-    X(QString, gstrGivenCommandLine, QString()) /* VB's Command$: as the program was started */                        \
-    X(QString, gstrLoginName, QString())                                                                               \
-    X(QString, gstrUserID, QString())                                                                                  \
-    X(QString, gstrDefaultUser, QString())                                                                             \
-    X(QString, gstrCurrentStatus, QString())                                                                           \
-    X(QString, gstrDueBack, QString())                                                                                 \
-    X(QString, gstrComment, QString())                                                                                 \
-    X(QString, gstrCurrentGroup, QString())                                                                            \
-    X(bool, gblnValidUserName, false)                                                                                  \
-    X(bool, gblnValidUserID, false)                                                                                    \
-    X(bool, gblnNewUserSetupDone, false)                                                                               \
-    X(bool, gblnNewUserSetupCancelled, false)                                                                          \
-    X(bool, gblnForcedShutDown, false)                                                                                 \
-    X(bool, gblnWin2kPlus, false)                                                                                      \
-    X(bool, gblnRemoteConnection, false)                                                                               \
-    X(int, gintStartupWindowState, 0)                                                                                  \
-    /* the shared file and its open-and-close regime */                                                                \
-    X(std::shared_ptr<dao::Database>, gdbDatabase, nullptr)                                                            \
-    X(bool, gblnDatabaseClosed, false)                                                                                 \
-    X(QString, gstrSQL, QString())                                                                                     \
-    X(long long, glngDatabaseCloseCount, 0)                                                                            \
-    X(bool, gblnDatabaseOpenFailed, false)                                                                             \
-    /* change counters: as last read, and as last acted on */                                                          \
-    X(long long, glngStatusCounter, 0)                                                                                 \
-    X(long long, glngLastStatusCounter, 0)                                                                             \
-    X(long long, glngGroupCounter, 0)                                                                                  \
-    X(long long, glngLastGroupCounter, 0)                                                                              \
-    X(long long, glngStatusTypeCounter, 0)                                                                             \
-    X(long long, glngLastStatusTypeCounter, 0)                                                                         \
-    X(long long, glngSecurityCounter, 0)                                                                               \
-    X(long long, glngLastSecurityCounter, 0)                                                                           \
-    X(long long, glngExtraColumnsCounter, 0)                                                                           \
-    X(long long, glngLastExtraColumnsCounter, 0)                                                                       \
-    /* the status engine */                                                                                            \
-    X(long long, gintStatusCode, 0)                                                                                    \
-    X(long long, gintOwnStatusCode, 0)                                                                                 \
-    X(bool, gblnSuppressNextLog, false)                                                                                \
-    X(bool, gblnOutViaStatusScreen, false) /* frmStatus opened by the Out command */                                   \
-    X(long long, gintNameColumn, 0)                                                                                    \
-    X(bool, gblnTransactionLog, false)                                                                                 \
-    X(long long, intLogRetries, 0) /* never reset during a run */                                                      \
-    X(QString, gstrIPAddress, QString())                                                                               \
-    X(bool, gblnUserOnThisServer, false)                                                                               \
-    /* system settings (GlobalSettingsTable) */                                                                        \
-    X(long long, gintSystemSecurityLevel, 0)                                                                           \
-    X(long long, gintLogoPosition, 0)                                                                                  \
-    X(QString, gstrDatabaseReleaseVersion, QString())                                                                  \
-    X(bool, gblnAllowMessaging, false)                                                                                 \
-    X(bool, gblnAllowStatusAlerts, false)                                                                              \
-    X(bool, gblnAllowPresenceSensing, false)                                                                           \
-    X(bool, gblnUpdateStatusOnLock, false)                                                                             \
-    X(bool, gblnAllowUserToAddVeskOrToStartupFolder, false)                                                            \
-    /* the person's settings (EmployeeSettingsTable) */                                                                \
-    X(QString, gstrDefaultGroup, QStringLiteral("Everyone"))                                                           \
-    X(bool, gblnStatusAlertsOverride, false)                                                                           \
-    X(bool, gblnAutoClearComments, false)                                                                              \
-    X(bool, gblnAutoLogIn, false)                                                                                      \
-    X(bool, gblnAutoLogOut, false)                                                                                     \
-    X(bool, gblnAutoMinimize, false)                                                                                   \
-    X(bool, gblnMinimizeOnClose, false)                                                                                \
-    X(long long, gvarDisplayTreeView, 1)                                                                               \
-    X(long long, gintRefreshRate, 5)                                                                                   \
-    X(long long, gintSortKey, 0)                                                                                       \
-    X(QString, gstrSortColumnName, QString())                                                                          \
-    X(long long, gintSortOrder, 0)                                                                                     \
-    X(std::optional<long long>, glngScreenTop, std::nullopt)                                                           \
-    X(std::optional<long long>, glngScreenLeft, std::nullopt)                                                          \
-    X(std::optional<long long>, glngScreenHeight, std::nullopt)                                                        \
-    X(std::optional<long long>, glngScreenWidth, std::nullopt)                                                         \
-    X(bool, gblnListViewPopUp, false)                                                                                  \
-    X(bool, gblnChangeScreenPopUp, false)                                                                              \
-    X(long long, gintUserSecurityLevel, 0)                                                                             \
-    X(long long, gintMinimizeSetting, 0)                                                                               \
-    X(long long, gintIconSize, 0)                                                                                      \
-    X(long long, gintToolBarText, 0)                                                                                   \
-    X(bool, gblnPhotoSizeToFit, false)                                                                                 \
-    X(long long, glngSplitterVertical, 1800)                                                                           \
-    X(long long, glngSplitterHorizontal, 1575)                                                                         \
-    X(long long, glngSplitterVerticalMin, 0) /* the splitters' limits, set by each layout pass */                      \
-    X(long long, glngSplitterVerticalMax, 0)                                                                           \
-    X(long long, glngSplitterHorizontalMin, 0)                                                                         \
-    X(long long, glngSplitterHorizontalMax, 0)                                                                         \
-    X(long long, gintFontBoldDisplay, 0)                                                                               \
-    X(long long, gintFontSizeDisplay, 8)                                                                               \
-    /* the board */                                                                                                    \
-    X(long long, gintTimerMainCountDown, 0)                                                                            \
-    X(long long, gintFindColumn, 0)                                                                                    \
-    X(QString, gstrSelectedUser, QString())                                                                            \
-    X(QString, gstrRefreshedText, QString()) /* the last " Data refreshed at ..." of panel 1 */
+// Who runs the program, from where, on which file, and the status engine's
+// state between calls.
+struct RunState
+{
+    // identity and paths
+    QString gstrProgramTitle = QStringLiteral(" VESK-OR Pro ");
+    QString gstrReleaseDate;
+    QString gstrBuildName;
+    QString gstrApplicationPath;
+    QString gstrHelpFile;
+    QString gstrComputerName;
+    QString gstrDatabasePath;
+    QString gstrCurrentDatabasePath;
+    QString gstrCommandLine;
+    QString gstrGivenCommandLine; // VB's Command$: as the program was started
+    QString gstrLoginName;
+    QString gstrUserID;
+    QString gstrDefaultUser;
+    QString gstrCurrentStatus;
+    QString gstrDueBack;
+    QString gstrComment;
+    QString gstrCurrentGroup;
+    bool gblnValidUserName = false;
+    bool gblnValidUserID = false;
+    bool gblnNewUserSetupDone = false;
+    bool gblnNewUserSetupCancelled = false;
+    bool gblnForcedShutDown = false;
+    bool gblnWin2kPlus = false;
+    bool gblnRemoteConnection = false;
+    int gintStartupWindowState = 0;
+    // the shared file and its open-and-close regime
+    std::shared_ptr<dao::Database> gdbDatabase;
+    bool gblnDatabaseClosed = false;
+    QString gstrSQL;
+    long long glngDatabaseCloseCount = 0;
+    bool gblnDatabaseOpenFailed = false;
+    // the status engine
+    long long gintStatusCode = 0;
+    long long gintOwnStatusCode = 0;
+    bool gblnSuppressNextLog = false;
+    bool gblnOutViaStatusScreen = false; // frmStatus opened by the Out command
+    long long intLogRetries = 0;         // never reset during a run
+    QString gstrIPAddress;
+    bool gblnUserOnThisServer = false;
 
-#define VESKOR_DECLARE_RUN_WIDE(type, name, start) extern type name;
-VESKOR_RUN_WIDE(VESKOR_DECLARE_RUN_WIDE)
-#undef VESKOR_DECLARE_RUN_WIDE
+    void reset()
+    {
+        *this = RunState{};
+    }
+};
+
+// The site's settings, as read from GlobalSettingsTable.
+struct SiteSettings
+{
+    long long gintSystemSecurityLevel = 0;
+    long long gintLogoPosition = 0;
+    QString gstrDatabaseReleaseVersion;
+    bool gblnTransactionLog = false;
+    bool gblnAllowMessaging = false;
+    bool gblnAllowStatusAlerts = false;
+    bool gblnAllowPresenceSensing = false;
+    bool gblnUpdateStatusOnLock = false;
+    bool gblnAllowUserToAddVeskOrToStartupFolder = false;
+
+    void reset()
+    {
+        *this = SiteSettings{};
+    }
+};
+
+// The person's settings, as read from EmployeeSettingsTable.
+struct PersonSettings
+{
+    QString gstrDefaultGroup = QStringLiteral("Everyone");
+    bool gblnStatusAlertsOverride = false;
+    bool gblnAutoClearComments = false;
+    bool gblnAutoLogIn = false;
+    bool gblnAutoLogOut = false;
+    bool gblnAutoMinimize = false;
+    bool gblnMinimizeOnClose = false;
+    long long gvarDisplayTreeView = 1;
+    long long gintRefreshRate = 5;
+    long long gintSortKey = 0;
+    QString gstrSortColumnName;
+    long long gintSortOrder = 0;
+    std::optional<long long> glngScreenTop;
+    std::optional<long long> glngScreenLeft;
+    std::optional<long long> glngScreenHeight;
+    std::optional<long long> glngScreenWidth;
+    bool gblnListViewPopUp = false;
+    bool gblnChangeScreenPopUp = false;
+    long long gintUserSecurityLevel = 0;
+    long long gintMinimizeSetting = 0;
+    long long gintIconSize = 0;
+    long long gintToolBarText = 0;
+    bool gblnPhotoSizeToFit = false;
+    long long glngSplitterVertical = 1800;
+    long long glngSplitterHorizontal = 1575;
+    long long gintFontBoldDisplay = 0;
+    long long gintFontSizeDisplay = 8;
+
+    void reset()
+    {
+        *this = PersonSettings{};
+    }
+};
+
+// The change counters: each as last read from the file, and as last acted on.
+struct ChangeCounters
+{
+    long long glngStatusCounter = 0;
+    long long glngLastStatusCounter = 0;
+    long long glngGroupCounter = 0;
+    long long glngLastGroupCounter = 0;
+    long long glngStatusTypeCounter = 0;
+    long long glngLastStatusTypeCounter = 0;
+    long long glngSecurityCounter = 0;
+    long long glngLastSecurityCounter = 0;
+    long long glngExtraColumnsCounter = 0;
+    long long glngLastExtraColumnsCounter = 0;
+
+    void reset()
+    {
+        *this = ChangeCounters{};
+    }
+};
+
+// What the board shows and remembers between refreshes.
+struct BoardState
+{
+    long long gintTimerMainCountDown = 0;
+    long long gintFindColumn = 0;
+    long long gintNameColumn = 0;
+    QString gstrSelectedUser;
+    QString gstrRefreshedText; // the last " Data refreshed at ..." of panel 1
+    // the splitters' limits, set by each layout pass
+    long long glngSplitterVerticalMin = 0;
+    long long glngSplitterVerticalMax = 0;
+    long long glngSplitterHorizontalMin = 0;
+    long long glngSplitterHorizontalMax = 0;
+
+    void reset()
+    {
+        *this = BoardState{};
+    }
+};
+
+extern RunState gRun;
+extern SiteSettings gSite;
+extern PersonSettings gPerson;
+extern ChangeCounters gCounters;
+extern BoardState gBoard;
 
 // Puts every run-wide value, and Err, back to its start value.
 void resetRunWide();

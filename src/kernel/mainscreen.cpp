@@ -252,12 +252,12 @@ void resetMainScreen()
 
 QString fnOwnStatusCaption()
 {
-    return gstrProgramTitle + QStringLiteral(" - [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
-           QStringLiteral("'");
+    return gRun.gstrProgramTitle + QStringLiteral(" - [") + gRun.gstrDefaultUser + QStringLiteral("] '") +
+           gRun.gstrCurrentStatus + QStringLiteral("'");
 }
 
 QString fnOwnStatusTrayTip()
 {
-    return gstrProgramTitle + QStringLiteral(" [") + gstrDefaultUser + QStringLiteral("] '") + gstrCurrentStatus +
-           QStringLiteral("'");
+    return gRun.gstrProgramTitle + QStringLiteral(" [") + gRun.gstrDefaultUser + QStringLiteral("] '") +
+           gRun.gstrCurrentStatus + QStringLiteral("'");
 }

@@ -24,23 +24,23 @@ constexpr int kLoginNameBuffer = 64;
 // case, the value matching only itself).
 std::unique_ptr<dao::Recordset> openEmployeeRows(const QString& column, const QString& value)
 {
-    gstrSQL = QStringLiteral("SELECT * FROM EmployeeTable WHERE ") + column + QStringLiteral(" LIKE ") +
-              dao::quoteLike(value);
+    const QString sql = QStringLiteral("SELECT * FROM EmployeeTable WHERE ") + column + QStringLiteral(" LIKE ") +
+                        dao::quoteLike(value);
     subOpenDatabase();
-    return fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    return fnOpenSQL(sql);
 }
 
 // The UID look-up of the blank and "-UID:" cases: gstrDefaultUser and the flags
 // from the first row with gstrUserID.
 void lookUpUserID()
 {
-    auto rs = openEmployeeRows(QStringLiteral("UID"), gstrUserID);
+    auto rs = openEmployeeRows(QStringLiteral("UID"), gRun.gstrUserID);
     if (rs->RecordCount() > 0) {
         rs->MoveFirst();
-        gstrDefaultUser = rs->Fields(QStringLiteral("Name")).Text();
-        gblnValidUserID = true;
-        if (!gstrDefaultUser.isEmpty()) {
-            gblnValidUserName = true;
+        gRun.gstrDefaultUser = rs->Fields(QStringLiteral("Name")).Text();
+        gRun.gblnValidUserID = true;
+        if (!gRun.gstrDefaultUser.isEmpty()) {
+            gRun.gblnValidUserName = true;
         }
     }
     rs->Close();
@@ -71,14 +71,14 @@ void subCheckCommandLine()
     if (login.size() >= kLoginNameBuffer) {
         login.clear();
     }
-    gstrLoginName = login.trimmed().isEmpty() ? QStringLiteral("Unknown") : login;
-    gstrCommandLine = gstrGivenCommandLine.trimmed();
-    gblnValidUserName = false;
-    gblnValidUserID = false;
+    gRun.gstrLoginName = login.trimmed().isEmpty() ? QStringLiteral("Unknown") : login;
+    gRun.gstrCommandLine = gRun.gstrGivenCommandLine.trimmed();
+    gRun.gblnValidUserName = false;
+    gRun.gblnValidUserID = false;
 
-    if (gstrCommandLine.isEmpty()) {
+    if (gRun.gstrCommandLine.isEmpty()) {
         subCommandLineIsBlank();
-    } else if (gstrCommandLine.contains(QLatin1Char(':'))) {
+    } else if (gRun.gstrCommandLine.contains(QLatin1Char(':'))) {
         subCommandLineHasParameters();
     } else {
         subCommandLineIsProbablyLegacy();
@@ -87,10 +87,10 @@ void subCheckCommandLine()
 
 void subCommandLineIsBlank()
 {
-    gstrDefaultUser.clear();
-    gstrUserID = gstrLoginName;
+    gRun.gstrDefaultUser.clear();
+    gRun.gstrUserID = gRun.gstrLoginName;
     lookUpUserID();
-    if (gblnValidUserName) {
+    if (gRun.gblnValidUserName) {
         return;
     }
     // Not known: the setup screen, waited for. Activate's last step then brings
@@ -101,29 +101,29 @@ void subCommandLineIsBlank()
 
 void subCommandLineIsProbablyLegacy()
 {
-    auto rs = openEmployeeRows(QStringLiteral("Name"), gstrCommandLine);
+    auto rs = openEmployeeRows(QStringLiteral("Name"), gRun.gstrCommandLine);
     if (rs->RecordCount() > 0) {
         rs->MoveFirst();
-        gstrDefaultUser = rs->Fields(QStringLiteral("Name")).Text();
-        gstrUserID = rs->Fields(QStringLiteral("UID")).Text();
-        gblnValidUserName = true;
-        if (!gstrUserID.isEmpty()) {
-            gblnValidUserID = true;
+        gRun.gstrDefaultUser = rs->Fields(QStringLiteral("Name")).Text();
+        gRun.gstrUserID = rs->Fields(QStringLiteral("UID")).Text();
+        gRun.gblnValidUserName = true;
+        if (!gRun.gstrUserID.isEmpty()) {
+            gRun.gblnValidUserID = true;
             rs->Close();
             subCloseDatabase();
             return;
         }
     } else {
-        gstrDefaultUser = gstrCommandLine;
+        gRun.gstrDefaultUser = gRun.gstrCommandLine;
     }
     rs->Close();
     subCloseDatabase();
 
     // The setup screen is not waited for: it returns at once with the flag still
     // clear, so an unknown old-style shortcut ends the run here.
-    gstrUserID = gstrLoginName;
+    gRun.gstrUserID = gRun.gstrLoginName;
     showNewUserSetup(false);
-    if (!gblnNewUserSetupDone) {
+    if (!gRun.gblnNewUserSetupDone) {
         platform::End();
     }
     welcomeScreen().unload();
@@ -132,7 +132,7 @@ void subCommandLineIsProbablyLegacy()
 void subCommandLineHasParameters()
 {
     // The first token keeps its "-", the others lose it at the split.
-    const QStringList tokens = gstrCommandLine.split(QStringLiteral(" -"));
+    const QStringList tokens = gRun.gstrCommandLine.split(QStringLiteral(" -"));
     for (qsizetype i = 0; i < tokens.size(); ++i) {
         if (tokens[i].isEmpty()) {
             ++i; // only one empty token is stepped over
@@ -142,19 +142,19 @@ void subCommandLineHasParameters()
 
         if (key == QLatin1String("UID") || key == QLatin1String("-UID")) {
             const QString uid = element(pieces, 1).trimmed();
-            gstrUserID = uid.isEmpty() ? gstrLoginName : uid;
+            gRun.gstrUserID = uid.isEmpty() ? gRun.gstrLoginName : uid;
             lookUpUserID();
-            if (!gblnValidUserName) {
+            if (!gRun.gblnValidUserName) {
                 showNewUserSetup(false);
-                if (!gblnValidUserName) {
+                if (!gRun.gblnValidUserName) {
                     welcomeScreen().unload();
                     platform::End();
                 }
             }
         } else if (key == QLatin1String("STS") || key == QLatin1String("-STS")) {
-            gstrCurrentStatus = element(pieces, 1).trimmed();
+            gRun.gstrCurrentStatus = element(pieces, 1).trimmed();
             // A copy: the write (and frmMain's Load) sets gstrCurrentStatus anew.
-            const QString status = gstrCurrentStatus;
+            const QString status = gRun.gstrCurrentStatus;
             // The write uses the board, so the board is loaded for it here, before the
             // write: its Load (active flag, AutoLogIn) comes first, the given status last.
             loadMainScreen();

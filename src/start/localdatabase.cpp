@@ -26,7 +26,7 @@ const QString kProcedure = QStringLiteral("modDatabase - subInitializeLocalDatab
 
 QString boxTitle()
 {
-    return gstrProgramTitle + QStringLiteral(" - Error in Initialize Local Database");
+    return gRun.gstrProgramTitle + QStringLiteral(" - Error in Initialize Local Database");
 }
 
 // veskor.ini is opened and its first line read, only to learn that it is there.
@@ -48,17 +48,17 @@ void readFirstLineOfSettingsFile(const QString& fileName)
 // gstrDatabasePath and gstrCurrentDatabasePath from veskor.ini.
 void readDataPath()
 {
-    const QString settingsFile = gstrApplicationPath + QStringLiteral("veskor.ini");
+    const QString settingsFile = gRun.gstrApplicationPath + QStringLiteral("veskor.ini");
     try {
         readFirstLineOfSettingsFile(settingsFile);
         QString dataPath = GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QString(),
                                                    200, settingsFile);
         if (dataPath.size() < 2) {
-            dataPath = gstrApplicationPath;
+            dataPath = gRun.gstrApplicationPath;
         }
-        gstrDatabasePath = withClosingSeparator(dataPath);
-        gstrCurrentDatabasePath = gstrDatabasePath;
-    } catch (const dao::JetError& e) {
+        gRun.gstrDatabasePath = withClosingSeparator(dataPath);
+        gRun.gstrCurrentDatabasePath = gRun.gstrDatabasePath;
+    } catch (const VbError& e) {
         Err.Set(e);
         welcomeScreen().setTimerWelcomeEnabled(false);
         if (Err.Number == vbErrFileNotFound) {
@@ -75,7 +75,7 @@ void readDataPath()
 
 QString cannotConnectText(const QString& lastLine)
 {
-    return gstrCurrentDatabasePath + QStringLiteral("veskor.mdb") + CR +
+    return gRun.gstrCurrentDatabasePath + QStringLiteral("veskor.mdb") + CR +
            QStringLiteral("VESK-OR is unable to connect to a database at this path. ") + CR +
            QStringLiteral("You may have lost your network connection, or you are running the software on") + lastLine;
 }
@@ -143,8 +143,8 @@ bool subInitializeLocalDatabase()
 
     // An administrator's repair in progress; inicheck starts this program again afterwards.
     subCheckINIForForcedShutDown();
-    if (gblnForcedShutDown) {
-        subStartIniCheck(gstrApplicationPath + QStringLiteral("inicheck"), gstrGivenCommandLine.trimmed());
+    if (gRun.gblnForcedShutDown) {
+        subStartIniCheck(gRun.gstrApplicationPath + QStringLiteral("inicheck"), gRun.gstrGivenCommandLine.trimmed());
         End();
     }
 
@@ -152,8 +152,8 @@ bool subInitializeLocalDatabase()
     int lockFailures = 0;
     for (;;) {
         try {
-            gdbDatabase = dao::DBEngine::OpenDatabase(gstrCurrentDatabasePath + QStringLiteral("veskor.mdb"), false,
-                                                      false, QString());
+            gRun.gdbDatabase = dao::DBEngine::OpenDatabase(gRun.gstrCurrentDatabasePath + QStringLiteral("veskor.mdb"),
+                                                           false, false, QString());
             break;
         } catch (const dao::JetError& e) {
             Err.Set(e);
@@ -164,8 +164,8 @@ bool subInitializeLocalDatabase()
     }
 
     // A file of another kind, or of another release of this system, is refused.
-    if (!fnIsValidDatabase(gstrCurrentDatabasePath)) {
-        MsgBox(gstrCurrentDatabasePath + QStringLiteral("veskor.mdb") + CRLF +
+    if (!fnIsValidDatabase(gRun.gstrCurrentDatabasePath)) {
+        MsgBox(gRun.gstrCurrentDatabasePath + QStringLiteral("veskor.mdb") + CRLF +
                    QStringLiteral("is not a VESK-OR 2005 database.") + CRLF + CRLF +
                    QStringLiteral("Please ask your VESK-OR Administrator to correct this problem.") + CRLF +
                    QStringLiteral("Unable to continue. Press OK to exit."),

@@ -40,12 +40,12 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("user"));
     platform::installGuiGateways();
     platform::atEnd([] {
-        if (gdbDatabase) {
-            ResumeNext([] { gdbDatabase->Close(); });
+        if (gRun.gdbDatabase) {
+            ResumeNext([] { gRun.gdbDatabase->Close(); });
         }
     });
 
-    gstrGivenCommandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+    gRun.gstrGivenCommandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
     setMainScreenFactory(&frmMain::load);
 
     auto* ends = new EndSignals(app);

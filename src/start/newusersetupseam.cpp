@@ -11,8 +11,8 @@
 void showNewUserSetup(bool modal)
 {
     std::fprintf(stderr, "VESK-OR: no person with the UID \"%s\" on this board; ask the administrator to add you.\n",
-                 qUtf8Printable(gstrUserID));
+                 qUtf8Printable(gRun.gstrUserID));
     if (modal) {
-        gblnNewUserSetupCancelled = true;
+        gRun.gblnNewUserSetupCancelled = true;
     }
 }

@@ -35,7 +35,7 @@ QString withClosingSeparator(const QString& path)
 
 void subGetComputerName()
 {
-    gstrComputerName = platform::identity().computerName().left(kComputerNameBuffer - 1);
+    gRun.gstrComputerName = platform::identity().computerName().left(kComputerNameBuffer - 1);
 }
 
 void subWaitTwoSeconds()

@@ -79,7 +79,7 @@ void subSetApplicationPath(const QString& programFolder)
     if (!path.startsWith(QLatin1String("\\\\"))) {
         path = fnUNCPathOf(path);
     }
-    gstrApplicationPath = withClosingSeparator(path);
+    gRun.gstrApplicationPath = withClosingSeparator(path);
 }
 
 void subWelcomeActivate(const QString& programFolder)
@@ -87,13 +87,13 @@ void subWelcomeActivate(const QString& programFolder)
     platform::DoEvents();
     subGetComputerName();
     // The address the log rows carry, found once with the machine's name.
-    gstrIPAddress = platform::identity().ipAddress();
+    gRun.gstrIPAddress = platform::identity().ipAddress();
     subSetApplicationPath(programFolder);
-    gstrHelpFile = gstrApplicationPath + QStringLiteral("user.chm");
-    gstrReleaseDate = QStringLiteral("2006-07-22");
-    gstrBuildName = QStringLiteral("2006-07D");
-    gstrProgramTitle = QStringLiteral(" VESK-OR Pro ");
-    platform::setAppTitle(gstrProgramTitle);
+    gRun.gstrHelpFile = gRun.gstrApplicationPath + QStringLiteral("user.chm");
+    gRun.gstrReleaseDate = QStringLiteral("2006-07-22");
+    gRun.gstrBuildName = QStringLiteral("2006-07D");
+    gRun.gstrProgramTitle = QStringLiteral(" VESK-OR Pro ");
+    platform::setAppTitle(gRun.gstrProgramTitle);
 
     welcomeScreen().showProgress(QStringLiteral("Opening the database..."));
     if (!subInitializeLocalDatabase()) {
@@ -107,7 +107,7 @@ void subWelcomeActivate(const QString& programFolder)
     welcomeScreen().showProgress(QStringLiteral("Identifying the user..."));
     subCheckCommandLine();
 
-    if (!gblnNewUserSetupCancelled) {
+    if (!gRun.gblnNewUserSetupCancelled) {
         welcomeScreen().setTimerWelcomeEnabled(false);
         welcomeScreen().setTimerWelcomeEnabled(true);
     }

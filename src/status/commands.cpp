@@ -16,7 +16,7 @@ void setStatusAndRefresh(const QString& status)
 {
     subSetStatus(status);
     mainScreen().subRefreshUserList(QString());
-    if (gblnAutoMinimize) {
+    if (gPerson.gblnAutoMinimize) {
         mainScreen().minimize();
         mainScreen().subTaskBarSysTrayActivation();
     }
@@ -37,22 +37,22 @@ void subCommand_Busy()
 void subCommand_Out()
 {
     MainScreen& screen = mainScreen();
-    if (gblnOutViaStatusScreen) {
+    if (gRun.gblnOutViaStatusScreen) {
         // An earlier Out left the flag standing: frmGroup's Load finds the word here.
         screen.setToolbarTag(QStringLiteral("Out"));
     }
-    if (!gblnChangeScreenPopUp) {
+    if (!gPerson.gblnChangeScreenPopUp) {
         setStatusAndRefresh(QStringLiteral("Out"));
         return;
     }
     const bool ownRowOrNone =
-        !screen.selectedItemIsSelected() || screen.selectedItemText(int(gintNameColumn)) == gstrDefaultUser;
+        !screen.selectedItemIsSelected() || screen.selectedItemText(int(gBoard.gintNameColumn)) == gRun.gstrDefaultUser;
     if (ownRowOrNone) {
-        gblnOutViaStatusScreen = true; // frmStatus's Activate presets "Out" and clears it
+        gRun.gblnOutViaStatusScreen = true; // frmStatus's Activate presets "Out" and clears it
         screen.subUnloadSysTrayIcon();
         screen.showStatusScreen();
         screen.subRefreshUserList(QString());
-        if (!screen.sysTrayIconExists() && gintMinimizeSetting < 1) {
+        if (!screen.sysTrayIconExists() && gPerson.gintMinimizeSetting < 1) {
             screen.subCreateSysTrayIcon();
         }
         return;

@@ -26,19 +26,19 @@ const QString kProcedure = QStringLiteral("modUser - subUpdateSelectedUsersRecor
 
 QString setStatusErrorTitle()
 {
-    return gstrProgramTitle + QStringLiteral(" - Set Status Error");
+    return gRun.gstrProgramTitle + QStringLiteral(" - Set Status Error");
 }
 
 QString corruptedText()
 {
     return status::errorHead(kProcedure) + QStringLiteral("\r") + QStringLiteral("Please inform the ") +
-           gstrProgramTitle +
+           gRun.gstrProgramTitle +
            QStringLiteral(" administrator that the database is corrupted & requires immediate repair.");
 }
 
 // The handler of the group write. stage names the step under way, for the
 // diagnostic log row of a lock conflict.
-Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
+Resume answerGroupWriteError(const VbError& e, const QString& stage)
 {
     const QString title = setStatusErrorTitle();
     switch (e.number()) {
@@ -88,7 +88,7 @@ Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
 // the change written.
 void subUpdateSelectedUsersRecords(const QString& status)
 {
-    const QStringList names = mainScreen().selectedRowTexts(int(gintNameColumn));
+    const QStringList names = mainScreen().selectedRowTexts(int(gBoard.gintNameColumn));
     if (names.isEmpty()) {
         return;
     }
@@ -98,8 +98,7 @@ void subUpdateSelectedUsersRecords(const QString& status)
         for (const QString& listed : names) {
             const QString name = listed.trimmed();
             strStage = QStringLiteral("OpenRecordset");
-            gstrSQL = status::employeeRowSql(name);
-            const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+            const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(status::employeeRowSql(name));
             if (rs->RecordCount() == 0) {
                 continue; // no such row: nothing further for this one
             }
@@ -108,14 +107,13 @@ void subUpdateSelectedUsersRecords(const QString& status)
             strStage = QStringLiteral("rstLocal.Edit");
             rs->Edit();
             // The stamp and the comment rule are the changer's own, as are the globals cleared.
-            status::writeStatusFields(*rs, status, gstrDefaultUser.trimmed());
+            status::writeStatusFields(*rs, status, gRun.gstrDefaultUser.trimmed());
             strStage = QStringLiteral("Update");
             rs->Update();
             strStage = QStringLiteral("EmployeeStatusTracking");
-            gstrSQL = status::trackingMirrorSql(status, name);
-            fnDatabase().Execute(gstrSQL);
+            subExecuteSQL(status::trackingMirrorSql(status, name));
             strStage = QStringLiteral("subUpdateTransactionLog");
-            subUpdateTransactionLog(status, gstrDueBack, gstrComment, name);
+            subUpdateTransactionLog(status, gRun.gstrDueBack, gRun.gstrComment, name);
         }
         subUpdateStatusCounter();
     };
@@ -126,7 +124,7 @@ void subUpdateSelectedUsersRecords(const QString& status)
                 return; // the counter's or the log's own answer gave the change up
             }
             break;
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             Err.Set(e);
             answer = answerGroupWriteError(e, strStage);
         }
@@ -134,6 +132,6 @@ void subUpdateSelectedUsersRecords(const QString& status)
             return;
         }
     }
-    status::Trap trap([&](const dao::JetError& e) { return answerGroupWriteError(e, strStage); });
+    status::Trap trap([&](const VbError& e) { return answerGroupWriteError(e, strStage); });
     trap([] { subCloseDatabase(); });
 }

@@ -45,9 +45,8 @@ class SettingsRow
 public:
     explicit SettingsRow(const QString& sql)
     {
-        gstrSQL = sql;
-        ResumeNext([this] {
-            m_rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+        ResumeNext([&] {
+            m_rs = fnOpenSQL(sql);
             if (m_rs->RecordCount() > 0) {
                 m_rs->MoveFirst();
             }
@@ -89,7 +88,7 @@ public:
     {
         ResumeNext([&] {
             const dao::Field f = field_(QStringLiteral("RefreshRate"));
-            gintRefreshRate = f.IsNull() ? kDefaultRefreshRate : status::wholeFromText(f.Text());
+            gPerson.gintRefreshRate = f.IsNull() ? kDefaultRefreshRate : status::wholeFromText(f.Text());
         });
     }
 
@@ -107,9 +106,9 @@ void readStatusAlertsOverride(SettingsRow& row)
 {
     bool overrideOn = false;
     if (row.read(QStringLiteral("StatusAlertsOverride"), overrideOn)) {
-        gblnStatusAlertsOverride = overrideOn;
+        gPerson.gblnStatusAlertsOverride = overrideOn;
         if (overrideOn) {
-            gblnAllowStatusAlerts = true;
+            gSite.gblnAllowStatusAlerts = true;
         }
     }
 }
@@ -122,56 +121,56 @@ QString personSettingsSql(const QString& name)
 void readPersonRow(SettingsRow& row)
 {
     readStatusAlertsOverride(row);
-    row.read(QStringLiteral("AutoClearComments"), gblnAutoClearComments);
-    row.read(QStringLiteral("AutoLogIn"), gblnAutoLogIn);
-    row.read(QStringLiteral("AutoLogOut"), gblnAutoLogOut);
-    row.read(QStringLiteral("AutoMinimize"), gblnAutoMinimize);
-    row.read(QStringLiteral("MinimizeOnClose"), gblnMinimizeOnClose);
-    row.read(QStringLiteral("DisplayTreeView"), gvarDisplayTreeView);
+    row.read(QStringLiteral("AutoClearComments"), gPerson.gblnAutoClearComments);
+    row.read(QStringLiteral("AutoLogIn"), gPerson.gblnAutoLogIn);
+    row.read(QStringLiteral("AutoLogOut"), gPerson.gblnAutoLogOut);
+    row.read(QStringLiteral("AutoMinimize"), gPerson.gblnAutoMinimize);
+    row.read(QStringLiteral("MinimizeOnClose"), gPerson.gblnMinimizeOnClose);
+    row.read(QStringLiteral("DisplayTreeView"), gPerson.gvarDisplayTreeView);
     row.readRefreshRate();
-    if (row.read(QStringLiteral("DefaultGroup"), gstrCurrentGroup)) {
-        gstrDefaultGroup = gstrCurrentGroup;
+    if (row.read(QStringLiteral("DefaultGroup"), gRun.gstrCurrentGroup)) {
+        gPerson.gstrDefaultGroup = gRun.gstrCurrentGroup;
     }
-    row.read(QStringLiteral("SortKey"), gintSortKey);
-    row.read(QStringLiteral("SortColumnName"), gstrSortColumnName);
-    row.read(QStringLiteral("SortOrder"), gintSortOrder);
-    row.readIfSet(QStringLiteral("ScreenTop"), glngScreenTop);
-    row.readIfSet(QStringLiteral("ScreenLeft"), glngScreenLeft);
-    row.readIfSet(QStringLiteral("ScreenHeight"), glngScreenHeight);
-    row.readIfSet(QStringLiteral("ScreenWidth"), glngScreenWidth);
-    row.read(QStringLiteral("ListViewPopUp"), gblnListViewPopUp);
-    row.read(QStringLiteral("ChangeScreenPopUp"), gblnChangeScreenPopUp);
-    if (row.read(QStringLiteral("UserSecurityLevel"), gintUserSecurityLevel)) {
-        const QString word = levelWord(gintUserSecurityLevel);
+    row.read(QStringLiteral("SortKey"), gPerson.gintSortKey);
+    row.read(QStringLiteral("SortColumnName"), gPerson.gstrSortColumnName);
+    row.read(QStringLiteral("SortOrder"), gPerson.gintSortOrder);
+    row.readIfSet(QStringLiteral("ScreenTop"), gPerson.glngScreenTop);
+    row.readIfSet(QStringLiteral("ScreenLeft"), gPerson.glngScreenLeft);
+    row.readIfSet(QStringLiteral("ScreenHeight"), gPerson.glngScreenHeight);
+    row.readIfSet(QStringLiteral("ScreenWidth"), gPerson.glngScreenWidth);
+    row.read(QStringLiteral("ListViewPopUp"), gPerson.gblnListViewPopUp);
+    row.read(QStringLiteral("ChangeScreenPopUp"), gPerson.gblnChangeScreenPopUp);
+    if (row.read(QStringLiteral("UserSecurityLevel"), gPerson.gintUserSecurityLevel)) {
+        const QString word = levelWord(gPerson.gintUserSecurityLevel);
         if (!word.isEmpty()) {
             mainScreen().setPanelToolTip(kUserSecurityPanel, QStringLiteral("User Security is ") + word);
         }
     }
-    row.read(QStringLiteral("MinimizeSetting"), gintMinimizeSetting);
-    row.read(QStringLiteral("IconSize"), gintIconSize);
-    row.read(QStringLiteral("ToolBarText"), gintToolBarText);
-    row.read(QStringLiteral("PhotoSizeToFit"), gblnPhotoSizeToFit);
-    row.read(QStringLiteral("SplitterPositionVertical"), glngSplitterVertical);
-    row.read(QStringLiteral("SplitterPositionHorizontal"), glngSplitterHorizontal);
-    row.read(QStringLiteral("FontBoldDisplay"), gintFontBoldDisplay);
-    row.read(QStringLiteral("FontSizeDisplay"), gintFontSizeDisplay);
+    row.read(QStringLiteral("MinimizeSetting"), gPerson.gintMinimizeSetting);
+    row.read(QStringLiteral("IconSize"), gPerson.gintIconSize);
+    row.read(QStringLiteral("ToolBarText"), gPerson.gintToolBarText);
+    row.read(QStringLiteral("PhotoSizeToFit"), gPerson.gblnPhotoSizeToFit);
+    row.read(QStringLiteral("SplitterPositionVertical"), gPerson.glngSplitterVertical);
+    row.read(QStringLiteral("SplitterPositionHorizontal"), gPerson.glngSplitterHorizontal);
+    row.read(QStringLiteral("FontBoldDisplay"), gPerson.gintFontBoldDisplay);
+    row.read(QStringLiteral("FontSizeDisplay"), gPerson.gintFontSizeDisplay);
 }
 
 // The window at its saved place and size, each value only where one was saved.
 void placeWindow()
 {
     QRect place = mainScreen().normalGeometry();
-    if (glngScreenLeft) {
-        place.moveLeft(int(*glngScreenLeft));
+    if (gPerson.glngScreenLeft) {
+        place.moveLeft(int(*gPerson.glngScreenLeft));
     }
-    if (glngScreenTop) {
-        place.moveTop(int(*glngScreenTop));
+    if (gPerson.glngScreenTop) {
+        place.moveTop(int(*gPerson.glngScreenTop));
     }
-    if (glngScreenWidth) {
-        place.setWidth(int(*glngScreenWidth));
+    if (gPerson.glngScreenWidth) {
+        place.setWidth(int(*gPerson.glngScreenWidth));
     }
-    if (glngScreenHeight) {
-        place.setHeight(int(*glngScreenHeight));
+    if (gPerson.glngScreenHeight) {
+        place.setHeight(int(*gPerson.glngScreenHeight));
     }
     mainScreen().setNormalGeometry(place);
 }
@@ -183,24 +182,24 @@ void subReadOptions()
     subOpenDatabase();
     {
         SettingsRow row(QStringLiteral("SELECT * FROM GlobalSettingsTable"));
-        row.read(QStringLiteral("TransactionLogFlag"), gblnTransactionLog);
-        row.read(QStringLiteral("SystemSecurityLevel"), gintSystemSecurityLevel);
-        row.read(QStringLiteral("LogoPosition"), gintLogoPosition);
-        row.read(QStringLiteral("DatabaseReleaseVersion"), gstrDatabaseReleaseVersion);
-        row.read(QStringLiteral("AllowMessaging"), gblnAllowMessaging);
-        row.read(QStringLiteral("AllowStatusAlerts"), gblnAllowStatusAlerts);
-        row.read(QStringLiteral("AllowPresenceSensing"), gblnAllowPresenceSensing);
+        row.read(QStringLiteral("TransactionLogFlag"), gSite.gblnTransactionLog);
+        row.read(QStringLiteral("SystemSecurityLevel"), gSite.gintSystemSecurityLevel);
+        row.read(QStringLiteral("LogoPosition"), gSite.gintLogoPosition);
+        row.read(QStringLiteral("DatabaseReleaseVersion"), gSite.gstrDatabaseReleaseVersion);
+        row.read(QStringLiteral("AllowMessaging"), gSite.gblnAllowMessaging);
+        row.read(QStringLiteral("AllowStatusAlerts"), gSite.gblnAllowStatusAlerts);
+        row.read(QStringLiteral("AllowPresenceSensing"), gSite.gblnAllowPresenceSensing);
         // The field is read by this name, which no table has: the read always
         // fails, so a lock never changes the status, whatever the table says.
-        row.read(QStringLiteral("UpdateStatusOnLocktrim"), gblnUpdateStatusOnLock);
-        row.read(QStringLiteral("AllowUserToAddVeskOrToStartupFolder"), gblnAllowUserToAddVeskOrToStartupFolder);
+        row.read(QStringLiteral("UpdateStatusOnLocktrim"), gSite.gblnUpdateStatusOnLock);
+        row.read(QStringLiteral("AllowUserToAddVeskOrToStartupFolder"), gSite.gblnAllowUserToAddVeskOrToStartupFolder);
     }
-    const QString word = levelWord(gintSystemSecurityLevel);
+    const QString word = levelWord(gSite.gintSystemSecurityLevel);
     if (!word.isEmpty()) {
         mainScreen().setPanelToolTip(kSystemSecurityPanel, QStringLiteral("System Security is ") + word);
     }
     {
-        SettingsRow row(personSettingsSql(gstrDefaultUser));
+        SettingsRow row(personSettingsSql(gRun.gstrDefaultUser));
         readStatusAlertsOverride(row);
     }
     subCloseDatabase();
@@ -216,9 +215,9 @@ void subReadUserSettings(const QString& name)
     }
     ResumeNext([] { subCloseDatabase(); });
     ResumeNext([] {
-        if (gstrCurrentGroup != QLatin1String("Everyone") && !fnGroupExists(gstrCurrentGroup)) {
-            gstrCurrentGroup = QStringLiteral("Everyone");
-            gstrDefaultGroup = gstrCurrentGroup;
+        if (gRun.gstrCurrentGroup != QLatin1String("Everyone") && !fnGroupExists(gRun.gstrCurrentGroup)) {
+            gRun.gstrCurrentGroup = QStringLiteral("Everyone");
+            gPerson.gstrDefaultGroup = gRun.gstrCurrentGroup;
         }
     });
     ResumeNext([] { placeWindow(); });

@@ -39,27 +39,27 @@ void writeColumnLayout(dao::Recordset& rs)
 void writeLayout(dao::Recordset& rs)
 {
     rs.Fields(QStringLiteral("DefaultGroup")) =
-        gstrCurrentGroup.isEmpty() ? QStringLiteral("Everyone") : gstrCurrentGroup;
-    rs.Fields(QStringLiteral("SortOrder")) = gintSortOrder;
-    rs.Fields(QStringLiteral("SortKey")) = gintSortKey;
+        gRun.gstrCurrentGroup.isEmpty() ? QStringLiteral("Everyone") : gRun.gstrCurrentGroup;
+    rs.Fields(QStringLiteral("SortOrder")) = gPerson.gintSortOrder;
+    rs.Fields(QStringLiteral("SortKey")) = gPerson.gintSortKey;
     rs.Fields(QStringLiteral("SortColumnName")) =
-        gstrSortColumnName.isEmpty() ? QStringLiteral("Name") : gstrSortColumnName;
-    rs.Fields(QStringLiteral("MinimizeSetting")) = gintMinimizeSetting;
-    rs.Fields(QStringLiteral("MinimizeOnClose")) = gblnMinimizeOnClose;
-    rs.Fields(QStringLiteral("DisplayTreeView")) = gvarDisplayTreeView;
+        gPerson.gstrSortColumnName.isEmpty() ? QStringLiteral("Name") : gPerson.gstrSortColumnName;
+    rs.Fields(QStringLiteral("MinimizeSetting")) = gPerson.gintMinimizeSetting;
+    rs.Fields(QStringLiteral("MinimizeOnClose")) = gPerson.gblnMinimizeOnClose;
+    rs.Fields(QStringLiteral("DisplayTreeView")) = gPerson.gvarDisplayTreeView;
     writeColumnLayout(rs);
-    rs.Fields(QStringLiteral("IconSize")) = gintIconSize;
-    rs.Fields(QStringLiteral("ToolBarText")) = gintToolBarText;
+    rs.Fields(QStringLiteral("IconSize")) = gPerson.gintIconSize;
+    rs.Fields(QStringLiteral("ToolBarText")) = gPerson.gintToolBarText;
     const QRect place = mainScreen().normalGeometry();
     rs.Fields(QStringLiteral("ScreenTop")) = place.top();
     rs.Fields(QStringLiteral("ScreenLeft")) = place.left();
     rs.Fields(QStringLiteral("ScreenHeight")) = place.height();
     rs.Fields(QStringLiteral("ScreenWidth")) = place.width();
-    rs.Fields(QStringLiteral("PhotoSizeToFit")) = gblnPhotoSizeToFit;
-    rs.Fields(QStringLiteral("SplitterPositionVertical")) = glngSplitterVertical;
+    rs.Fields(QStringLiteral("PhotoSizeToFit")) = gPerson.gblnPhotoSizeToFit;
+    rs.Fields(QStringLiteral("SplitterPositionVertical")) = gPerson.glngSplitterVertical;
     // The lower pane is there only with messaging or status alerts.
-    if (gblnAllowMessaging || gblnAllowStatusAlerts) {
-        rs.Fields(QStringLiteral("SplitterPositionHorizontal")) = glngSplitterHorizontal;
+    if (gSite.gblnAllowMessaging || gSite.gblnAllowStatusAlerts) {
+        rs.Fields(QStringLiteral("SplitterPositionHorizontal")) = gPerson.glngSplitterHorizontal;
     }
 }
 
@@ -68,12 +68,12 @@ void writeLayout(dao::Recordset& rs)
 // A failure goes up to the caller: the end of the run reports it and goes on.
 void subSaveUserSettings(const QString& name)
 {
-    if (gblnRemoteConnection) {
+    if (gRun.gblnRemoteConnection) {
         return; // another site's file is no place for this person's layout
     }
     subOpenDatabase();
-    gstrSQL = QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(name);
-    const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
+    const std::unique_ptr<dao::Recordset> rs =
+        fnOpenSQL(QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(name));
     rs->Edit();
     writeLayout(*rs);
     rs->Update();
@@ -84,17 +84,16 @@ void subSaveUserSettings(const QString& name)
 void subReadGroups()
 {
     const QString strProcedure = QStringLiteral("modUser - subReadGroups event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         MsgBox(status::errorHead(strProcedure), vbOKOnly);
         return status::Resume::Next;
     });
     // The group read always works on a fresh open.
-    gblnDatabaseClosed = true;
+    gRun.gblnDatabaseClosed = true;
     trap([] { subOpenDatabase(); });
 
     std::unique_ptr<dao::Recordset> rs;
-    gstrSQL = QStringLiteral("SELECT * FROM GroupTable ORDER BY GroupName");
-    trap([&] { rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset); });
+    trap([&] { rs = fnOpenSQL(QStringLiteral("SELECT * FROM GroupTable ORDER BY GroupName")); });
     trap([] { mainScreen().clearGroups(); });
     if (rs) {
         trap([&] {
@@ -104,7 +103,7 @@ void subReadGroups()
         });
     }
     trap([] {
-        if (!mainScreen().selectGroup(gstrCurrentGroup)) {
+        if (!mainScreen().selectGroup(gRun.gstrCurrentGroup)) {
             mainScreen().selectGroup(QStringLiteral("Everyone"));
         }
     });

@@ -29,7 +29,7 @@ bool Trap::operator()(const std::function<void()>& statement)
         try {
             statement();
             return true;
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             Err.Set(e);
             switch (m_handler(e)) {
             case Resume::Again:
@@ -70,14 +70,14 @@ QString trackingMirrorSql(const QString& status, const QString& trackee)
 
 void writeStatusFields(dao::Recordset& rs, const QString& status, const QString& changer)
 {
-    rs.Fields(QStringLiteral("StatusCode")) = QString::number(gintStatusCode).trimmed();
+    rs.Fields(QStringLiteral("StatusCode")) = QString::number(gRun.gintStatusCode).trimmed();
     rs.Fields(QStringLiteral("Status")) = status.trimmed();
     rs.Fields(QStringLiteral("LastModified")) = stampedBy(changer);
-    if (status == QLatin1String("In") && gblnAutoClearComments) {
+    if (status == QLatin1String("In") && gPerson.gblnAutoClearComments) {
         rs.Fields(QStringLiteral("DueBack")) = QString();
-        gstrDueBack.clear();
+        gRun.gstrDueBack.clear();
         rs.Fields(QStringLiteral("Comments")) = QString();
-        gstrComment.clear();
+        gRun.gstrComment.clear();
     }
 }
 

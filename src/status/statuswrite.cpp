@@ -36,14 +36,14 @@ void subSetStatus(const QString& status)
     const QStringList headers = screen.listHeaders();
     const qsizetype nameAt = headers.indexOf(QStringLiteral("Name"));
     if (nameAt >= 0) {
-        gintNameColumn = nameAt;
+        gBoard.gintNameColumn = nameAt;
     }
     if (screen.listRowCount() == 0 || !screen.selectedItemIsSelected()) {
         subUpdateDefaultUsersRecord(status);
         return;
     }
-    const QStringList selected = screen.selectedRowTexts(int(gintNameColumn));
-    if (selected.size() == 1 && selected.first() == gstrDefaultUser) {
+    const QStringList selected = screen.selectedRowTexts(int(gBoard.gintNameColumn));
+    if (selected.size() == 1 && selected.first() == gRun.gstrDefaultUser) {
         subUpdateDefaultUsersRecord(status);
         return;
     }
@@ -58,25 +58,25 @@ void subSetStatus(const QString& status)
 void subSetStatusCode(const QString& status)
 {
     try {
-        gstrSQL = QStringLiteral("Select * from StatusTypesTable WHERE Status = ") + dao::quote(status);
-        const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(gstrSQL, dao::dbOpenDynaset);
-        gintStatusCode = kCodeNotFound;
+        const std::unique_ptr<dao::Recordset> rs =
+            fnOpenSQL(QStringLiteral("Select * from StatusTypesTable WHERE Status = ") + dao::quote(status));
+        gRun.gintStatusCode = kCodeNotFound;
         if (rs->RecordCount() > 0) {
             // The engine's "=" ignores case; the upper-cased comparison decides, and the last match wins.
             for (rs->MoveFirst(); !rs->isEOF(); rs->MoveNext()) {
                 if (rs->Fields(QStringLiteral("Status")).Text().toUpper() == status.toUpper()) {
-                    gintStatusCode = status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
-                    gintOwnStatusCode = gintStatusCode;
-                    gstrCurrentStatus = status;
+                    gRun.gintStatusCode = status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
+                    gRun.gintOwnStatusCode = gRun.gintStatusCode;
+                    gRun.gstrCurrentStatus = status;
                     mainScreen().setCaption(fnOwnStatusCaption());
                 }
             }
         }
         rs->Close();
-        if (gintStatusCode == kCodeNotFound) {
-            gintStatusCode = kCodeTypedByHand;
+        if (gRun.gintStatusCode == kCodeNotFound) {
+            gRun.gintStatusCode = kCodeTypedByHand;
         }
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         Err.Set(e);
         MsgBox(QStringLiteral("modUser - subSetStatusCode") + QStringLiteral("\r\n") + QStringLiteral("Error=") +
                    Err.Description,
@@ -91,35 +91,33 @@ void subSetStatusCode(const QString& status)
 void subUpdateDefaultUsersRecord(const QString& status)
 {
     subOpenDatabase();
-    gstrSQL = status::employeeRowSql(gstrDefaultUser);
-    const QString rowSql = gstrSQL;
+    const QString rowSql = status::employeeRowSql(gRun.gstrDefaultUser);
     Err.Clear();
     {
         // The code is looked up before the unit, so that its box never shows while
         // the write lock is held.
-        const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(rowSql);
         if (rs->RecordCount() > 0) {
             subSetStatusCode(status);
-            gstrCurrentStatus = status;
+            gRun.gstrCurrentStatus = status;
         }
     }
     // The screen saver's mark was the last change: this write is its end, not news.
-    const bool blnLog = !gblnSuppressNextLog;
-    gblnSuppressNextLog = false;
+    const bool blnLog = !gRun.gblnSuppressNextLog;
+    gRun.gblnSuppressNextLog = false;
     fnRunUnit([&] {
-        const std::unique_ptr<dao::Recordset> rs = fnDatabase().OpenRecordset(rowSql, dao::dbOpenDynaset);
+        const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(rowSql);
         if (rs->RecordCount() > 0) {
             rs->MoveFirst();
             rs->Edit();
-            status::writeStatusFields(*rs, status, gstrDefaultUser);
+            status::writeStatusFields(*rs, status, gRun.gstrDefaultUser);
             rs->Update();
             rs->Close();
         }
-        gstrSQL = status::trackingMirrorSql(status, gstrDefaultUser);
-        fnDatabase().Execute(gstrSQL);
+        subExecuteSQL(status::trackingMirrorSql(status, gRun.gstrDefaultUser));
         subUpdateStatusCounter();
         if (blnLog) {
-            subUpdateTransactionLog(status, gstrDueBack, gstrComment, QString());
+            subUpdateTransactionLog(status, gRun.gstrDueBack, gRun.gstrComment, QString());
         }
     });
     status::showStatusInTrayTip();
@@ -127,12 +125,12 @@ void subUpdateDefaultUsersRecord(const QString& status)
 
 void subSetActiveFlag(const QString& flag)
 {
-    if (gstrDefaultUser.isEmpty()) {
+    if (gRun.gstrDefaultUser.isEmpty()) {
         return;
     }
     const QString strProcedure = QStringLiteral("modUser - subSetActiveFlag event");
-    const QString title = gstrProgramTitle + QStringLiteral(" - Set Active Flag Error");
-    status::Trap trap([&](const dao::JetError& e) {
+    const QString title = gRun.gstrProgramTitle + QStringLiteral(" - Set Active Flag Error");
+    status::Trap trap([&](const VbError& e) {
         switch (e.number()) {
         case dao::errCannotUpdate:
             if (MsgBox(status::errorHead(strProcedure) + QStringLiteral("\r") +
@@ -155,11 +153,9 @@ void subSetActiveFlag(const QString& flag)
     });
 
     std::unique_ptr<dao::Recordset> rs;
-    gstrSQL = status::employeeRowSql(gstrDefaultUser);
-    // Boxes and waits let events run, and timers change gstrSQL: a retry opens this set.
-    const QString sql = gstrSQL;
+    const QString sql = status::employeeRowSql(gRun.gstrDefaultUser); // what a retry opens again
     trap([] { subOpenDatabase(); });
-    trap([&] { rs = fnDatabase().OpenRecordset(sql, dao::dbOpenDynaset); });
+    trap([&] { rs = fnOpenSQL(sql); });
     if (!rs) {
         return; // the open was passed over: there is no set to write
     }
@@ -169,8 +165,8 @@ void subSetActiveFlag(const QString& flag)
     }
     trap([&] { rs->Fields(QStringLiteral("ActiveFlag")) = flag; });
     // These two fill the globals for the first log row after start-up.
-    trap([&] { gstrDueBack = rs->Fields(QStringLiteral("DueBack")).Text(); });
-    trap([&] { gstrComment = rs->Fields(QStringLiteral("Comments")).Text(); });
+    trap([&] { gRun.gstrDueBack = rs->Fields(QStringLiteral("DueBack")).Text(); });
+    trap([&] { gRun.gstrComment = rs->Fields(QStringLiteral("Comments")).Text(); });
     trap([&] { rs->Update(); });
     trap([&] { rs->Close(); });
     trap([] { subCloseDatabase(); });

@@ -65,38 +65,38 @@ QString insertSql(const QStringList& values)
 void subUpdateTransactionLog(const QString& status, const QString& dueBack, const QString& comments,
                              const QString& name)
 {
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         showLogFailure();
         return Resume::Next;
     });
-    if (!gblnTransactionLog) {
+    if (!gSite.gblnTransactionLog) {
         return;
     }
     QString who;
     QString lastModified;
     QString logDateTime;
-    trap([&] { who = name.isEmpty() ? gstrDefaultUser : name; });
+    trap([&] { who = name.isEmpty() ? gRun.gstrDefaultUser : name; });
     // Two readings of the clock, as the two columns were always taken: they may differ by a tick.
-    trap([&] { lastModified = status::stampedBy(gstrDefaultUser); });
+    trap([&] { lastModified = status::stampedBy(gRun.gstrDefaultUser); });
     trap([&] { logDateTime = generalText(DateTimeNum(Now())); });
+    QString sql;
     trap([&] {
-        gstrSQL = insertSql({who, status, dueBack, comments, lastModified, gstrLoginName, logDateTime, gstrComputerName,
-                             gstrIPAddress});
+        sql = insertSql({who, status, dueBack, comments, lastModified, gRun.gstrLoginName, logDateTime,
+                         gRun.gstrComputerName, gRun.gstrIPAddress});
     });
-    const QString sql = gstrSQL;
     trap([] { subOpenDatabase(); });
 
     // From here on a failure only counts; intLogRetries is never reset, so the
     // third failure of the run is the one reported, wherever it falls.
     fnRunUnit([&] { fnDatabase().Execute(sql); },
-              [](const dao::JetError& e, int attempt) {
+              [](const VbError& e, int attempt) {
                   Err.Set(e);
-                  ++intLogRetries;
-                  if (intLogRetries == kReportedFailure) {
+                  ++gRun.intLogRetries;
+                  if (gRun.intLogRetries == kReportedFailure) {
                       showLogFailure();
                       return false;
                   }
-                  if (intLogRetries > kReportedFailure && attempt > kRetriesPastReport) {
+                  if (gRun.intLogRetries > kReportedFailure && attempt > kRetriesPastReport) {
                       return false; // this log row, and the change it belongs to, are given up
                   }
                   DoEvents();

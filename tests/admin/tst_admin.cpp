@@ -2,6 +2,7 @@
 #include "admin/admin.h"
 #include "dao/dao.h"
 #include "database/site.h"
+#include "ondisk.h"
 #include "platform/profile.h"
 #include "tempsite.h"
 
@@ -41,13 +42,18 @@ class TstAdmin : public QObject
     Q_OBJECT
 
 private slots:
-    // A site is made once; the older release has the old tracking column.
+    // A site is made once, its folders as needed, veskor.ini naming the folder with
+    // a closing separator; the older release has the old tracking column.
     void initMakesASiteOnce()
     {
         QTemporaryDir tmp;
-        const QString dir = tmp.filePath("site");
+        const QString dir = tmp.filePath("new/site");
         QCOMPARE(run({"init", dir}).code, 0);
-        QVERIFY(QFile::exists(dir + "/veskor.mdb") && QFile::exists(dir + "/veskor.ini"));
+        QVERIFY(QFile::exists(dir + "/veskor.mdb"));
+        const QString dataPath =
+            platform::GetPrivateProfileString("DataPath", "DataPath", QString(), 1024, dir + "/veskor.ini");
+        QVERIFY(dataPath.endsWith(QDir::separator()));
+        QCOMPARE(QDir(dataPath).canonicalPath(), QDir(dir).canonicalPath());
         const Result again = run({"init", dir});
         QCOMPARE(again.code, 1);
         QVERIFY2(again.err.contains("already exists"), qPrintable(again.err));
@@ -88,9 +94,15 @@ private slots:
                                         << "SecurityCounter"
                                         << "SELECT SystemSecurityLevel FROM GlobalSettingsTable"
                                         << "2";
-        QTest::newRow("other setting") << QStringList{"settings", "set", "AllowMessaging", "off"} << ""
-                                       << "SELECT AllowMessaging FROM GlobalSettingsTable"
-                                       << "False";
+        QTest::newRow("yes/no setting, any case") << QStringList{"settings", "set", "allowmessaging", "OFF"} << ""
+                                                  << "SELECT AllowMessaging FROM GlobalSettingsTable"
+                                                  << "False";
+        QTest::newRow("text setting") << QStringList{"settings", "set", "PhotoPath", "  /srv/photos/ "} << ""
+                                      << "SELECT PhotoPath FROM GlobalSettingsTable"
+                                      << "/srv/photos/";
+        QTest::newRow("other table") << QStringList{"settings", "set", "NewUserDefaultsTable.RefreshRate", "15"} << ""
+                                     << "SELECT RefreshRate FROM NewUserDefaultsTable"
+                                     << "15";
     }
     void commands()
     {
@@ -154,6 +166,12 @@ private slots:
         QTest::newRow("code not a number") << QStringList{"status-type", "add", "Away", "ten"} << 2 << "whole number";
         QTest::newRow("bad column") << QStringList{"column", "add", "Mobile"} << 1 << "New_";
         QTest::newRow("unknown setting") << QStringList{"settings", "get", "Colour"} << 1 << "no field";
+        QTest::newRow("number refused") << QStringList{"settings", "set", "SystemSecurityLevel", "high"} << 1
+                                        << "\"high\" is not a value";
+        QTest::newRow("yes/no refused") << QStringList{"settings", "set", "AllowMessaging", "maybe"} << 1
+                                        << "\"maybe\" is not a value";
+        QTest::newRow("not a settings table")
+            << QStringList{"settings", "set", "EmployeeTable.Name", "x"} << 1 << "not a settings table";
     }
     void failures()
     {
@@ -175,10 +193,7 @@ private slots:
         QCOMPARE(none.code, 1);
         QVERIFY2(none.err.contains("no site database"), qPrintable(none.err));
 
-        QFile junk(tmp.filePath("veskor.mdb"));
-        QVERIFY(junk.open(QIODevice::WriteOnly));
-        junk.write(QByteArray(4096, 'x'));
-        junk.close();
+        QVERIFY(writeFile(tmp.filePath("veskor.mdb"), QByteArray(4096, 'x')));
         const Result bad = run({"board", "--site", tmp.path()});
         QCOMPARE(bad.code, 1);
         QVERIFY2(bad.err.contains("database error 3343"), qPrintable(bad.err)); // a Jet error with its number

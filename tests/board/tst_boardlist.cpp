@@ -91,7 +91,7 @@ private slots:
         b.list()->topLevelItem(2)->setSelected(true);
         b.list()->setCurrentItem(b.list()->topLevelItem(2));
         f.ListViewMain_ItemClick();
-        QCOMPARE(gstrSelectedUser, QStringLiteral("Bob Ray"));
+        QCOMPARE(gBoard.gstrSelectedUser, QStringLiteral("Bob Ray"));
 
         dao::DBEngine::resetStatementCount();
         subGetCounterValues();
@@ -140,8 +140,7 @@ private slots:
         QFETCH(QStringList, names);
         QFETCH(QString, box);
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         if (!box.isEmpty()) {
             b.gw.boxes().answer(vbOK);
         }
@@ -150,7 +149,7 @@ private slots:
         if (!box.isEmpty()) {
             QCOMPARE(b.gw.boxes().last().title, QStringLiteral(" VESK-OR Pro  - Error"));
             QCOMPARE(b.gw.boxes().last().icon(), int(platform::vbInformation));
-            QCOMPARE(gstrCurrentGroup, QStringLiteral("Everyone"));
+            QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Everyone"));
         }
         QCOMPARE(b.list()->columnCount() == 0, names.isEmpty());
         if (!names.isEmpty()) {
@@ -180,17 +179,16 @@ private slots:
             .person(QStringLiteral("\u00d8ystein Berg"), QStringLiteral("oberg"), QStringLiteral("7"))
             .person(QStringLiteral("\u9648\u4f1f"), QStringLiteral("cwei"), QStringLiteral("50"));
         b.setForAnn(QStringLiteral("SortColumnName = \"%1\", SortOrder = 0").arg(column));
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         QCOMPARE(b.texts(column), sorted);
         f.ListViewMain_ColumnClick(b.column(QStringLiteral("Status")));
-        gintSortOrder = 0;
+        gPerson.gintSortOrder = 0;
         f.ListViewMain_ColumnClick(b.column(column)); // another column: ascending stays
         QCOMPARE(b.texts(column), sorted);
         f.ListViewMain_ColumnClick(b.column(column)); // the same again: descending
         std::reverse(sorted.begin(), sorted.end());
         QCOMPARE(b.texts(column), sorted);
-        subSaveUserSettings(gstrDefaultUser);
+        subSaveUserSettings(gRun.gstrDefaultUser);
         QCOMPARE(b.ofAnn(QStringLiteral("SortOrder"), QStringLiteral("EmployeeSettingsTable")), QStringLiteral("1"));
         QCOMPARE(b.ofAnn(QStringLiteral("SortColumnName"), QStringLiteral("EmployeeSettingsTable")), column);
     }
@@ -219,7 +217,7 @@ private slots:
         } else {
             tabs->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
         }
-        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(b.ofAnn(QStringLiteral("DefaultGroup"), QStringLiteral("EmployeeSettingsTable")),
                  QStringLiteral("Sales")); // the click remembers the group
         b.site.group(QStringLiteral("Admin"));
@@ -227,7 +225,7 @@ private slots:
         f.subRefreshUserList(QString());
         QCOMPARE(f.groupCaptions(), QStringList({"Everyone", "Admin", "Empty", "Sales"}));
         QCOMPARE(treeView->topLevelItem(0)->childCount(), 4);
-        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Sales"));
         QCOMPARE(treeView->currentItem()->text(0), QStringLiteral("Sales"));
         QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"~Room 1", "Ann Lee"}));
@@ -278,7 +276,7 @@ private slots:
         QCOMPARE(b.child<QTreeWidget>("ListViewMessages")->topLevelItemCount(), 1);
         QVERIFY(b.action("Preview")->isEnabled());
         QVERIFY(!b.action("Servers")->isVisible() && !b.action("mnuCommand_Servers")->isVisible());
-        QVERIFY(b.action("Options")->isEnabled() && gblnUserOnThisServer);
+        QVERIFY(b.action("Options")->isEnabled() && gRun.gblnUserOnThisServer);
 
         QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
         const auto* timerMain = b.child<QTimer>("TimerMain");
@@ -319,10 +317,9 @@ private slots:
     void countdown()
     {
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
-        gintRefreshRate = 1;
-        gintTimerMainCountDown = 2;
+        frmMain& f = b.openOnEveryone();
+        gPerson.gintRefreshRate = 1;
+        gBoard.gintTimerMainCountDown = 2;
         dao::DBEngine::resetStatementCount();
         f.TimerMain_Timer();
         QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 1 "));
@@ -331,7 +328,7 @@ private slots:
         QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 60 "));
         QVERIFY(dao::DBEngine::statementCount() > 0);
 
-        gintRefreshRate = 0;
+        gPerson.gintRefreshRate = 0;
         auto* timerMain = b.child<QTimer>("TimerMain");
         timerMain->start();
         f.TimerMain_Timer();
@@ -360,7 +357,7 @@ private slots:
         b.site.status(QStringLiteral("Ann Lee"), status);
         frmMain& f = b.open();
         f.selectGroup(QStringLiteral("Sales"));
-        gblnAutoLogOut = autoLogOut;
+        gPerson.gblnAutoLogOut = autoLogOut;
         QCOMPARE(TestGateways::endCodeOf([&] { f.requestUnload(vbAppTaskManager); }), std::optional<int>(0));
         QCOMPARE(b.ofAnn(QStringLiteral("Status")), after);
         QCOMPARE(b.ofAnn(QStringLiteral("ActiveFlag")), QStringLiteral("No"));
@@ -374,14 +371,14 @@ private slots:
         Board b;
         frmMain& f = b.open();
         b.site.execute(QStringLiteral("DELETE FROM EmployeeTable WHERE Name = \"Ann Lee\""));
-        gblnAutoLogOut = true;
+        gPerson.gblnAutoLogOut = true;
         b.gw.boxes().answer(vbOK);
         QCOMPARE(TestGateways::endCodeOf([&] { f.requestUnload(vbAppWindows); }), std::optional<int>(0));
         QCOMPARE(b.gw.boxes().prompts(),
                  QStringList{"The current user: Ann Lee has been removed from the VESK-OR database. \r\n\r\nPlease "
                              "advise your VESK-OR Administrator to re-initialize this users account.\r\n\r\nSelect "
                              "OK to exit VESK-OR."});
-        QCOMPARE(gstrDefaultUser, QStringLiteral("Removed"));
+        QCOMPARE(gRun.gstrDefaultUser, QStringLiteral("Removed"));
     }
 
     void closeBoxMinimizesWithMinimizeOnClose()
@@ -389,7 +386,7 @@ private slots:
         Board b;
         frmMain& f = b.open();
         f.show();
-        gblnMinimizeOnClose = true;
+        gPerson.gblnMinimizeOnClose = true;
         bool cancel = false;
         f.Form_QueryUnload(cancel, vbFormControlMenu);
         QVERIFY(cancel);
@@ -404,7 +401,7 @@ private slots:
         Board b;
         b.site.status(QStringLiteral("Ann Lee"), QStringLiteral("Busy"));
         frmMain& f = b.open();
-        gblnAutoLogOut = true;
+        gPerson.gblnAutoLogOut = true;
         f.tmrCheckForForcedShutDown_Timer();
         QVERIFY(b.gw.shell().calls.isEmpty());
 

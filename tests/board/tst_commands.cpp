@@ -96,7 +96,7 @@ void TestCommands::statusButtons()
     QCOMPARE(imageOnly->toolTip(), QStringLiteral("Left for the day"));
     QVERIFY(!imageOnly->icon().isNull());
 
-    gblnRemoteConnection = true;
+    gRun.gblnRemoteConnection = true;
     b.form->subLoadToolBarButtons();
     QCOMPARE(b.statusKeys(), expected);
     for (const QString& key : expected) {
@@ -123,8 +123,8 @@ void TestCommands::statusCommands()
     QFETCH(bool, autoMinimize);
     Board b;
     b.show(900, 600);
-    gblnAutoMinimize = autoMinimize;
-    gblnChangeScreenPopUp = false;
+    gPerson.gblnAutoMinimize = autoMinimize;
+    gPerson.gblnChangeScreenPopUp = false;
     b.action(key)->trigger();
     QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), key);
     QCOMPARE(b.form->isMinimized(), autoMinimize);
@@ -152,8 +152,8 @@ void TestCommands::statusWordOfACommand()
     QFETCH(QStringList, shell);
     Board b;
     b.site.statusType({word, 9, word, word, false, true});
-    gstrHelpFile = QStringLiteral("user.chm");
-    gblnAutoMinimize = true;
+    gRun.gstrHelpFile = QStringLiteral("user.chm");
+    gPerson.gblnAutoMinimize = true;
     b.form->subLoadToolBarButtons();
     b.statusButton(word)->trigger();
     QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), status);
@@ -248,7 +248,7 @@ void TestCommands::fitsTheScreen()
     b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
                                    QStringLiteral("Visiting the customer"));
     b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
-    gblnAllowStatusAlerts = gblnAllowMessaging = true;
+    gSite.gblnAllowStatusAlerts = gSite.gblnAllowMessaging = true;
     frmMain& f = b.open();
     f.subLoadToolBarButtons();
     b.show(size.width(), size.height());
@@ -296,7 +296,7 @@ void TestCommands::splitters()
     auto* splitter = b.child<QSplitter>("picVerticalSplitter");
     splitter->setSizes({150, 600});
     emit splitter->splitterMoved(150, 1);
-    QCOMPARE(glngSplitterVertical, (left + 150) * 15LL);
+    QCOMPARE(gPerson.glngSplitterVertical, (left + 150) * 15LL);
 }
 
 QTEST_MAIN(TestCommands)

@@ -40,10 +40,10 @@ struct TrayBoard
     {
         site.person(kJo, QStringLiteral("jo")).person(QStringLiteral("Ann Lee")).status(kJo, QStringLiteral("In"));
         site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET MinimizeSetting = %1").arg(minimizeSetting));
-        gstrDatabasePath = gstrCurrentDatabasePath = gstrApplicationPath = site.path();
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = kJo;
-        gstrUserID = QStringLiteral("jo");
+        gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = gRun.gstrApplicationPath = site.path();
+        gRun.gblnDatabaseClosed = true;
+        gRun.gstrDefaultUser = kJo;
+        gRun.gstrUserID = QStringLiteral("jo");
         form = static_cast<frmMain*>(frmMain::load());
         QApplication::setActiveWindow(form); // its Activate
         QCoreApplication::processEvents();
@@ -52,7 +52,7 @@ struct TrayBoard
     {
         delete form.data();
         TimerCloseDatabase().stop();
-        gdbDatabase.reset();
+        gRun.gdbDatabase.reset();
     }
     QString field(const QString& column) const
     {

@@ -63,12 +63,12 @@ private slots:
         QFETCH(int, number);
         QCOMPARE(jetNumber([&] { m_db->Execute(sql); }), number);
         // Nothing of a refused statement ran.
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3"));
+        QCOMPARE(sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3"));
     }
 
     void tableAndFieldNames()
     {
-        daotest::sqliteExec(m_file, "CREATE TABLE aTable (x); CREATE TABLE Zed (y)");
+        QVERIFY(sqliteExec(m_file, "CREATE TABLE aTable (x); CREATE TABLE Zed (y)"));
         // sqlite_sequence (made by AUTOINCREMENT) is SQLite's own and not listed.
         QCOMPARE(m_db->TableNames(), (QStringList{"aTable", "People", "Zed"}));
         QCOMPARE(m_db->FieldNames("people"), (QStringList{"ID", "Name", "Flag", "Num", "Amount", "Note"}));

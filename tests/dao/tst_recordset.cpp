@@ -97,7 +97,7 @@ private slots:
         rs->Fields("Flag") = 0;
         QCOMPARE(jetNumber([&] { rs->Fields("Num") = QString("lots"); }), int(errConversion));
         rs->Update();
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num || '/' || Amount || '/' || Flag FROM People WHERE ID = 1"),
+        QCOMPARE(sqliteValue(m_file, "SELECT Num || '/' || Amount || '/' || Flag FROM People WHERE ID = 1"),
                  QString("42/1.0/0"));
     }
 
@@ -161,7 +161,7 @@ private slots:
         QFETCH(Action, action);
         auto rs = people();
         QCOMPARE(jetNumber([&] { action(*rs, *m_db); }), number);
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3"));
+        QCOMPARE(sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3"));
     }
 
     // A dynaset on a query of one table writes back through the row id; a column
@@ -175,7 +175,7 @@ private slots:
         QCOMPARE(jetNumber([&] { rs->Fields("Twice") = 1; }), int(errFieldNotUpdatable));
         rs->Fields("who") = QString("Robert");
         rs->Update();
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Name FROM People WHERE ID = 2"), QString("Robert"));
+        QCOMPARE(sqliteValue(m_file, "SELECT Name FROM People WHERE ID = 2"), QString("Robert"));
     }
 
     // Sets over more than one table's rows, or rows made up, cannot be written; a
@@ -203,7 +203,7 @@ private slots:
             rs->Fields("Num") = 21;
             QVERIFY2(jetNumber([&] { rs->Update(); }) == 0, sql);
         }
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT group_concat(Num) FROM People WHERE Num = 21"), QString("21,21"));
+        QCOMPARE(sqliteValue(m_file, "SELECT group_concat(Num) FROM People WHERE Num = 21"), QString("21,21"));
     }
 
     // A table made in Jet's dialect with a COUNTER key: AddNew shows the new id
@@ -212,7 +212,7 @@ private slots:
     {
         m_db->Execute("CREATE TABLE MessagesTable (MessageID COUNTER, Body TEXT(50), Category TEXT(10))");
         m_db->Execute("INSERT INTO MessagesTable (Body, Category) VALUES (\"first\", 'New')");
-        daotest::sqliteExec(m_file, "UPDATE sqlite_sequence SET seq = 32766 WHERE name = 'MessagesTable'");
+        QVERIFY(sqliteExec(m_file, "UPDATE sqlite_sequence SET seq = 32766 WHERE name = 'MessagesTable'"));
         auto rs = m_db->OpenRecordset("SELECT * FROM MessagesTable WHERE Category = 'New'");
         for (long long expected : {32767LL, 32768LL}) {
             rs->AddNew();
@@ -239,29 +239,28 @@ private slots:
         rs->MovePrevious();
         QCOMPARE(rs->Fields("Name").Text(), QString("Ann"));
 
-        daotest::sqliteExec(m_file, "DELETE FROM People WHERE ID = 1");
+        QVERIFY(sqliteExec(m_file, "DELETE FROM People WHERE ID = 1"));
         QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errRecordDeleted)); // Edit reads the row again
         QCOMPARE(jetNumber([&] { rs->Delete(); }), int(errRecordDeleted));
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT group_concat(Name) FROM People"), QString("Cy"));
+        QCOMPARE(sqliteValue(m_file, "SELECT group_concat(Name) FROM People"), QString("Cy"));
     }
 
     void updateWritesOnlyChangedFields()
     {
         auto rs = people();
-        daotest::sqliteExec(m_file, "UPDATE People SET Note = 'theirs' WHERE ID = 1");
+        QVERIFY(sqliteExec(m_file, "UPDATE People SET Note = 'theirs' WHERE ID = 1"));
         rs->Edit();
         rs->Fields("Num") = 11;
         rs->Update();
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num || ' ' || Note FROM People WHERE ID = 1"),
-                 QString("11 theirs"));
+        QCOMPARE(sqliteValue(m_file, "SELECT Num || ' ' || Note FROM People WHERE ID = 1"), QString("11 theirs"));
     }
 
     // Seek on a table's primary key finds a whole key without regard to case.
     void seekOnPrimaryKey()
     {
-        daotest::sqliteExec(m_file,
-                            "CREATE TABLE GroupTable (GroupName TEXT(50) PRIMARY KEY, Note TEXT(50));"
-                            "INSERT INTO GroupTable VALUES ('Admin', 'a'), ('Front Desk', 'f'), ('Sales*', 's')");
+        QVERIFY(sqliteExec(m_file,
+                           "CREATE TABLE GroupTable (GroupName TEXT(50) PRIMARY KEY, Note TEXT(50));"
+                           "INSERT INTO GroupTable VALUES ('Admin', 'a'), ('Front Desk', 'f'), ('Sales*', 's')"));
         auto rs = m_db->OpenRecordset("GroupTable", dbOpenTable, dbReadOnly);
         rs->setIndex("PrimaryKey");
         rs->Seek("=", QString("front DESK"));
@@ -291,7 +290,7 @@ private slots:
         QCOMPARE(jetNumber([&] { m_db->OpenRecordset("People"); }), int(errCouldNotLockFile));
         helper.finish();
         rs->Update();
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT count(*) FROM People WHERE Name = 'Dee'"), QString("1"));
+        QCOMPARE(sqliteValue(m_file, "SELECT count(*) FROM People WHERE Name = 'Dee'"), QString("1"));
     }
 
     // A second client's Edit waits for the first one's Update, with timers running
@@ -309,7 +308,7 @@ private slots:
         QCOMPARE(mine->EditMode(), int(dbEditNone)); // the timer ran during the wait
         theirs->Fields("Num") = theirs->Fields("Num").Value().toInt() + 1;
         theirs->Update();
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), QString("12"));
+        QCOMPARE(sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), QString("12"));
         DBEngine::setBusyTimeoutMs(200);
         theirs->Edit();
         theirs->CancelUpdate();
@@ -363,9 +362,9 @@ private slots:
                 rs->Fields("Num") = arg.toInt();
                 rs->Update();
             } else if (step.startsWith("seen"))
-                QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), arg);
+                QCOMPARE(sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), arg);
         }
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), num);
+        QCOMPARE(sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), num);
         QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(m_file)->CommitTrans(); }), int(errNoTransaction));
     }
 
@@ -383,7 +382,7 @@ private slots:
         }
         for (auto& helper : helpers)
             QCOMPARE(helper->finish(), QString("done"));
-        QCOMPARE(daotest::sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"),
+        QCOMPARE(sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"),
                  QString::number(10 + kProcesses * kRaises));
     }
 };

@@ -1,9 +1,14 @@
 // The open-and-close regime of the shared file, the answers to a failed open,
-// the group look-up and the answer to a failed Update.
+// the group look-up, and the change counters: what a poll reads and acts on, and
+// the raise of Counter.
+#include "countingscreen.h"
 #include "dao/dao.h"
+#include "database/counters.h"
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "ondisk.h"
+#include "otherclient.h"
 #include "tempsite.h"
 #include "testgateways.h"
 
@@ -11,6 +16,7 @@
 #include <QFile>
 #include <QTest>
 #include <QTimer>
+#include <array>
 
 using namespace platform;
 
@@ -18,14 +24,20 @@ namespace {
 
 const QString kProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
 
-struct FakeMain : MainScreen
+using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
+
+// The counters this client last acted on, in the order of Counters.
+const std::array<long long*, 5> kLastActed{&gCounters.glngLastStatusCounter, &gCounters.glngLastStatusTypeCounter,
+                                           &gCounters.glngLastGroupCounter, &gCounters.glngLastSecurityCounter,
+                                           &gCounters.glngLastExtraColumnsCounter};
+
+Counters lastActedOn()
 {
-    void unload() override
-    {
-        ++unloads;
-    }
-    int unloads = 0;
-};
+    Counters c;
+    for (const long long* last : kLastActed)
+        c << *last;
+    return c;
+}
 
 enum class Broken
 {
@@ -37,8 +49,8 @@ enum class Broken
 
 void useSite(const QString& folder)
 {
-    gstrCurrentDatabasePath = folder;
-    gblnDatabaseClosed = true;
+    gRun.gstrCurrentDatabasePath = folder;
+    gRun.gblnDatabaseClosed = true;
 }
 
 } // namespace
@@ -59,18 +71,18 @@ private slots:
         TempSite site;
         useSite(site.path());
         subOpenDatabase();
-        const auto first = gdbDatabase;
-        QVERIFY(first->isOpen() && !gblnDatabaseClosed && TimerCloseDatabase().isActive());
+        const auto first = gRun.gdbDatabase;
+        QVERIFY(first->isOpen() && !gRun.gblnDatabaseClosed && TimerCloseDatabase().isActive());
         subCloseDatabase();
         subOpenDatabase();
-        QCOMPARE(gdbDatabase, first);
+        QCOMPARE(gRun.gdbDatabase, first);
         QVERIFY(first->isOpen());
 
         // The real timer closes two seconds after the real open.
-        QTRY_COMPARE_WITH_TIMEOUT(glngDatabaseCloseCount, 1, 4000);
-        QVERIFY(!first->isOpen() && gblnDatabaseClosed && !TimerCloseDatabase().isActive());
+        QTRY_COMPARE_WITH_TIMEOUT(gRun.glngDatabaseCloseCount, 1, 4000);
+        QVERIFY(!first->isOpen() && gRun.gblnDatabaseClosed && !TimerCloseDatabase().isActive());
         subOpenDatabase();
-        QVERIFY(gdbDatabase != first && gdbDatabase->isOpen());
+        QVERIFY(gRun.gdbDatabase != first && gRun.gdbDatabase->isOpen());
     }
 
     void failedOpen_data()
@@ -114,7 +126,7 @@ private slots:
         QFETCH(QString, title);
         QFETCH(int, unloads);
         TestGateways gw;
-        FakeMain screen;
+        CountingScreen screen;
         setMainScreen(&screen);
         TempSite site;
         useSite(broken == Broken::MissingFolder ? site.path() + "gone" + QDir::separator() : site.path());
@@ -122,10 +134,8 @@ private slots:
             QVERIFY(QFile::remove(site.dbPath()));
         if (broken == Broken::FolderAsFile)
             QVERIFY(QDir().mkdir(site.dbPath()));
-        if (broken == Broken::Garbage) {
-            QFile file(site.dbPath());
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(4096, 'x')) == 4096);
-        }
+        if (broken == Broken::Garbage)
+            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
         for (int answer : answers)
             gw.boxes().answer(answer);
 
@@ -156,7 +166,7 @@ private slots:
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
                                                   "Please wait a few seconds, then press OK to continue."));
         QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
-        QVERIFY(gdbDatabase && gdbDatabase->isOpen() && !gblnDatabaseClosed);
+        QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen() && !gRun.gblnDatabaseClosed);
     }
 
     void groupExists()
@@ -169,9 +179,127 @@ private slots:
         QVERIFY(!fnGroupExists("Sale") && !fnGroupExists("S*"));
 
         // A database object lost while events ran is opened again, without a box.
-        gdbDatabase->Close();
-        QVERIFY(fnGroupExists("Sales") && gdbDatabase->isOpen());
+        gRun.gdbDatabase->Close();
+        QVERIFY(fnGroupExists("Sales") && gRun.gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void raiseOnAnEmptyTable()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.execute("DELETE FROM StatusCounterTable");
+        site.makeCurrent();
+        // The new row's Null counter is set to 1, then raised.
+        subUpdateStatusCounter();
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("2"));
+        subUpdateStatusCounter();
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("3"));
+        QCOMPARE(gCounters.glngStatusCounter, 3);
+        QCOMPARE(gCounters.glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void poll_data()
+    {
+        QTest::addColumn<Counters>("file");
+        QTest::addColumn<Counters>("acted"); // last acted on, before the poll
+        QTest::addColumn<QList<int>>("reactions");
+        QTest::addColumn<Counters>("actedAfter");
+        QTest::newRow("first pass acts on everything")
+            << Counters{5, 1, 3, 2, 4} << Counters{0, 0, 0, 0, 0} << QList<int>{1, 1, 1} << Counters{0, 1, 3, 2, 0};
+        QTest::newRow("group and security rise")
+            << Counters{5, 1, 9, 3, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{1, 0, 1} << Counters{5, 1, 9, 3, 4};
+        QTest::newRow("a fall goes unnoticed")
+            << Counters{5, 1, 1, 1, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{0, 0, 0} << Counters{5, 1, 3, 2, 4};
+        // The administrator's raise of StatusTypeCounter is undone before the read.
+        QTest::newRow("status types fall back to 1")
+            << Counters{5, 7, 3, 2, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{0, 0, 0} << Counters{5, 1, 3, 2, 4};
+    }
+
+    void poll()
+    {
+        QFETCH(Counters, file);
+        QFETCH(Counters, acted);
+        QFETCH(QList<int>, reactions);
+        QFETCH(Counters, actedAfter);
+        TestGateways gw;
+        CountingScreen screen;
+        setMainScreen(&screen);
+        TempSite site;
+        const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",
+                                   "ExtraColumnsCounter"};
+        for (int i = 0; i < 5; ++i)
+            site.execute(QStringLiteral("UPDATE StatusCounterTable SET %1 = %2").arg(names[i]).arg(file[i]));
+        site.setting("SystemSecurityLevel", "2");
+        site.makeCurrent();
+        for (int i = 0; i < 5; ++i)
+            *kLastActed[i] = acted[i];
+
+        subGetCounterValues();
+        const Counters read{gCounters.glngStatusCounter, gCounters.glngStatusTypeCounter, gCounters.glngGroupCounter,
+                            gCounters.glngSecurityCounter, gCounters.glngExtraColumnsCounter};
+        QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
+        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(gSite.gintSystemSecurityLevel, reactions[2] ? 2 : 0);
+        QCOMPARE(lastActedOn(), actedAfter);
+
+        // Nothing moved since: the next poll acts on nothing and only reads, the
+        // check's two reads and its own.
+        dao::DBEngine::resetStatementCount();
+        subGetCounterValues();
+        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(dao::DBEngine::statementCount(), 3);
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    // A poll at a bad moment reads zeros, which the list refresh takes for a change.
+    void failedReadGivesZeros()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.makeCurrent();
+        gCounters.glngStatusCounter = gCounters.glngGroupCounter = gCounters.glngLastStatusCounter =
+            gCounters.glngLastGroupCounter = 4;
+        {
+            OtherClient other(site);
+            subOpenDatabase();
+            QVERIFY(other.begin("BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9"));
+            subGetCounterValues();
+        }
+        QCOMPARE(gCounters.glngStatusCounter + gCounters.glngStatusTypeCounter + gCounters.glngGroupCounter +
+                     gCounters.glngSecurityCounter + gCounters.glngExtraColumnsCounter,
+                 0);
+        QCOMPARE(lastActedOn(), (Counters{4, 0, 4, 0, 0}));
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void lockedCounterAsksToRetry()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.makeCurrent();
+        gw.boxes().answer(vbYes).answer(vbNo);
+        {
+            OtherClient other(site);
+            QVERIFY(other.begin("BEGIN IMMEDIATE"));
+            subUpdateStatusCounter();
+        }
+        // Yes starts again at the open; No leaves with the counter as it was.
+        QCOMPARE(gw.boxes().count(), 2);
+        QVERIFY2(gw.boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw.boxes().last().prompt));
+        QVERIFY(gw.boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
+        QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
+        QCOMPARE(gw.boxes().last().title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("1"));
+
+        // Any other error is a warning, and the procedure leaves.
+        site.execute("DROP TABLE StatusCounterTable");
+        gw.boxes().answer(vbOK);
+        subUpdateStatusCounter();
+        QVERIFY(gw.boxes().last().prompt.startsWith("Error=3078\r\n Error message="));
+        QVERIFY(gw.boxes().last().prompt.endsWith(". Update cancelled."));
+        QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
     }
 };
 

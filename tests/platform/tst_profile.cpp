@@ -1,8 +1,8 @@
 // Settings files read and written as Windows' profile functions do.
 
+#include "ondisk.h"
 #include "platform/profile.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -38,22 +38,6 @@ class TestProfile : public QObject
     Q_OBJECT
 
     QTemporaryDir m_dir;
-
-    QString writeFile(const QString& name, const QByteArray& text)
-    {
-        const QString path = m_dir.filePath(name);
-        QFile f(path);
-        if (!f.open(QIODevice::WriteOnly) || f.write(text) != text.size()) {
-            qFatal("cannot write %s", qPrintable(path));
-        }
-        return path;
-    }
-
-    static QByteArray readFile(const QString& path)
-    {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
 
 private slots:
     void get_data()
@@ -99,7 +83,8 @@ private slots:
         QFETCH(QString, defaultValue);
         QFETCH(int, bufferSize);
         QFETCH(QString, expected);
-        const QString path = writeFile(QStringLiteral("sample.ini"), sample);
+        const QString path = m_dir.filePath(QStringLiteral("sample.ini"));
+        QVERIFY(writeFile(path, sample));
         QCOMPARE(GetPrivateProfileString(section, key, defaultValue, bufferSize, path), expected);
     }
 
@@ -133,9 +118,7 @@ private slots:
         QFETCH(QString, value);
         QFETCH(QByteArray, after);
         const QString path = m_dir.filePath(QStringLiteral("w-%1.ini").arg(QTest::currentDataTag()));
-        if (!before.isEmpty()) {
-            writeFile(QFileInfo(path).fileName(), before);
-        }
+        QVERIFY(before.isEmpty() || writeFile(path, before));
         QVERIFY(WritePrivateProfileString(section, key, value, path));
         QCOMPARE(readFile(path), after);
     }

@@ -1,12 +1,9 @@
 // The real client on a site, ended from outside: by a signal or the session's end
 // it takes its ordinary end; a second start for the same person raises the first
 // and leaves, while a start for another person goes on.
-#include "dao/dao.h"
+#include "realclient.h"
 #include "tempsite.h"
 
-#include <QDir>
-#include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
@@ -16,56 +13,9 @@ namespace {
 const QString kJo = QStringLiteral("Jo Bloggs");
 const QString kAnn = QStringLiteral("Ann Lee");
 
-// The client copied beside the site's veskor.ini, started offscreen with boxes
-// answered from an empty file (so any box is logged and never waits).
-class Client
-{
-public:
-    // runtime: the account's private folder, where the board's socket and lock file lie.
-    Client(const TempSite& site, const QStringList& arguments, const QString& runtime)
-        : m_folder(site.path().chopped(1))
-    {
-        const QString program = QDir(m_folder).filePath(QStringLiteral("user"));
-        if (!QFile::exists(program)) {
-            QFile::copy(QStringLiteral(VESKOR_USER_BINARY), program);
-        }
-        QFile answers(QDir(m_folder).filePath(QStringLiteral("answers.txt")));
-        answers.open(QIODevice::WriteOnly | QIODevice::Truncate);
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        env.insert(QStringLiteral("VESKOR_MSGBOX_ANSWERS"), answers.fileName());
-        env.insert(QStringLiteral("VESKOR_MSGBOX_LOG"), boxLog());
-        env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
-        m_process.setProcessEnvironment(env);
-        m_process.setWorkingDirectory(m_folder);
-        m_process.start(program, arguments);
-    }
-    ~Client()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished();
-        }
-    }
-    QProcess& process()
-    {
-        return m_process;
-    }
-    QString boxLog() const
-    {
-        return QDir(m_folder).filePath(QStringLiteral("boxes.log"));
-    }
-
-private:
-    QString m_folder;
-    QProcess m_process;
-};
-
 QString fieldOf(const TempSite& site, const QString& name, const QString& column)
 {
-    auto rs = site.openDb()->OpenRecordset(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = ").arg(column) +
-                                           dao::quote(name));
-    return rs->RecordCount() > 0 ? rs->Fields(0).Text() : QString();
+    return site.value(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = \"%2\"").arg(column, name));
 }
 
 bool isActive(const TempSite& site, const QString& name)
@@ -77,12 +27,6 @@ bool isActive(const TempSite& site, const QString& name)
 QStringList leftIn(const QTemporaryDir& runtime)
 {
     return QDir(runtime.path()).entryList(QDir::Files | QDir::System);
-}
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -114,18 +58,16 @@ private slots:
         site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET AutoLogIn = False, AutoLogOut = %1")
                          .arg(autoLogOut ? QStringLiteral("True") : QStringLiteral("False")));
         QTemporaryDir runtime;
-        Client client(site, {QStringLiteral("-UID:jo")}, runtime.path());
+        RealClient client(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
         QCOMPARE(leftIn(runtime).size(), 2);
 
-        ::kill(pid_t(client.process().processId()), signal);
-        QVERIFY(client.process().waitForFinished(20000));
-        QCOMPARE(client.process().exitStatus(), QProcess::NormalExit);
-        QCOMPARE(client.process().exitCode(), 0);
+        ::kill(pid_t(client.process.processId()), signal);
+        QVERIFY(client.finishedCleanly());
         QCOMPARE(leftIn(runtime), QStringList());
         QCOMPARE(fieldOf(site, kJo, QStringLiteral("ActiveFlag")), QStringLiteral("No"));
         QCOMPARE(fieldOf(site, kJo, QStringLiteral("Status")), status);
-        QCOMPARE(contents(client.boxLog()), QByteArray());
+        QCOMPARE(client.boxesShown(), QByteArray());
     }
 
     void secondStart()
@@ -133,26 +75,24 @@ private slots:
         TempSite site;
         site.person(kJo, QStringLiteral("jo")).person(kAnn, QStringLiteral("alee"));
         QTemporaryDir runtime;
-        Client first(site, {QStringLiteral("-UID:jo")}, runtime.path());
+        RealClient first(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
         const QStringList firstBoards = leftIn(runtime);
 
         // The same person again: it leaves at once, and leaves the first one's row,
         // socket and lock file alone.
-        Client second(site, {QStringLiteral("-UID:jo")}, runtime.path());
-        QVERIFY(second.process().waitForFinished(20000));
-        QCOMPARE(second.process().exitStatus(), QProcess::NormalExit);
-        QCOMPARE(second.process().exitCode(), 0);
-        QCOMPARE(first.process().state(), QProcess::Running);
+        RealClient second(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        QVERIFY(second.finishedCleanly());
+        QCOMPARE(first.process.state(), QProcess::Running);
         QVERIFY(isActive(site, kJo));
         QCOMPARE(leftIn(runtime), firstBoards);
 
         // Another person on the same desktop goes on.
-        Client other(site, {QStringLiteral("-UID:alee")}, runtime.path());
+        RealClient other(site.path(), {QStringLiteral("-UID:alee")}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kAnn), 20000);
         QTest::qWait(500);
-        QCOMPARE(other.process().state(), QProcess::Running);
-        QCOMPARE(contents(first.boxLog()), QByteArray());
+        QCOMPARE(other.process.state(), QProcess::Running);
+        QCOMPARE(first.boxesShown(), QByteArray());
     }
 };
 

@@ -1,8 +1,9 @@
 // Start-up on real site files: finding the database through veskor.ini, each
 // failure's box and what follows it, the forced-shutdown file.
+#include "countingscreen.h"
 #include "dao/dao.h"
 #include "kernel/globals.h"
-#include "kernel/mainscreen.h"
+#include "ondisk.h"
 #include "otherclient.h"
 #include "platform/mounts.h"
 #include "start/startup.h"
@@ -19,17 +20,6 @@ using namespace platform;
 
 namespace {
 
-// frmMain as far as these tests look at it: was it unloaded?
-class FakeMain : public MainScreen
-{
-public:
-    void unload() override
-    {
-        unloaded = true;
-    }
-    bool unloaded = false;
-};
-
 enum class Damage
 {
     NoIni,
@@ -41,11 +31,9 @@ enum class Damage
     Locked
 };
 
-void writeIni(const TempSite& site, const QString& dataPath)
+bool writeIni(const TempSite& site, const QString& dataPath)
 {
-    QFile ini(site.iniPath());
-    QVERIFY(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ini.write(QStringLiteral("[DataPath]\r\nDataPath=%1\r\n").arg(dataPath).toUtf8());
+    return writeFile(site.iniPath(), "[DataPath]\r\nDataPath=" + dataPath.toUtf8() + "\r\n");
 }
 
 // The expected text with %1 replaced (QString::arg would warn about texts without it).
@@ -122,25 +110,22 @@ private slots:
 
         TestGateways gw;
         TempSite site;
-        FakeMain board;
+        CountingScreen board;
         setMainScreen(&board);
-        gstrApplicationPath = site.path();
+        gRun.gstrApplicationPath = site.path();
         std::optional<OtherClient> otherClient;
         switch (damage) {
         case Damage::NoIni:
             QVERIFY(QFile::remove(site.iniPath()));
             break;
-        case Damage::Garbage: {
-            QFile db(site.dbPath());
-            QVERIFY(db.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            db.write(QByteArray(4096, 'x'));
+        case Damage::Garbage:
+            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
             break;
-        }
         case Damage::NoDatabase:
             QVERIFY(QFile::remove(site.dbPath()));
             break;
         case Damage::NoFolder:
-            writeIni(site, site.path() + QStringLiteral("gone/"));
+            QVERIFY(writeIni(site, site.path() + QStringLiteral("gone/")));
             break;
         case Damage::DatabaseIsFolder:
             QVERIFY(QFile::remove(site.dbPath()) && QDir().mkdir(site.dbPath()));
@@ -162,15 +147,15 @@ private slots:
 
         QCOMPARE(gw.boxes().count(), answers.size());
         const ShownBox box = gw.boxes().last();
-        const QString expected = withFolder(prompt, gstrCurrentDatabasePath);
+        const QString expected = withFolder(prompt, gRun.gstrCurrentDatabasePath);
         QVERIFY2(box.prompt.startsWith(begins) && box.prompt.endsWith(expected), qPrintable(box.prompt));
         QCOMPARE(box.flags, flags);
         QCOMPARE(box.title, kTitle);
         QCOMPARE(ended.has_value(), ends);
         // A failure that does not end the run leaves without a database, and frmMain goes.
-        QCOMPARE(board.unloaded, !ends);
+        QCOMPARE(board.unloads > 0, !ends);
         if (!ends) {
-            QVERIFY(!gdbDatabase);
+            QVERIFY(!gRun.gdbDatabase);
             QVERIFY(!accepted);
         }
         QVERIFY(!welcomeScreen().timerWelcomeEnabled());
@@ -199,13 +184,13 @@ private slots:
         TempSite site;
         const QString folder = site.path().chopped(1);
         setMountTable(MountTable{{QStringLiteral("//srv/share"), folder, QStringLiteral("cifs")}});
-        writeIni(site, withFolder(dataPath, folder));
-        gstrApplicationPath = site.path();
+        QVERIFY(writeIni(site, withFolder(dataPath, folder)));
+        gRun.gstrApplicationPath = site.path();
 
         subInitializeLocalDatabase();
-        QCOMPARE(gstrDatabasePath, withFolder(expected, folder));
-        QCOMPARE(gstrCurrentDatabasePath, gstrDatabasePath);
-        QVERIFY(gdbDatabase && gdbDatabase->isOpen());
+        QCOMPARE(gRun.gstrDatabasePath, withFolder(expected, folder));
+        QCOMPARE(gRun.gstrCurrentDatabasePath, gRun.gstrDatabasePath);
+        QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
     }
 
@@ -223,20 +208,17 @@ private slots:
         QFETCH(bool, shutDown);
         TestGateways gw;
         TempSite site;
-        gstrApplicationPath = site.path();
-        gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
-        if (!value.isNull()) {
-            QFile file(site.path() + QStringLiteral("forceshutdown.ini"));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n");
-        }
+        gRun.gstrApplicationPath = site.path();
+        gRun.gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
+        QVERIFY(value.isNull() || writeFile(site.path() + "forceshutdown.ini",
+                                            "[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n"));
 
         const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
-        QCOMPARE(gblnForcedShutDown, shutDown);
+        QCOMPARE(gRun.gblnForcedShutDown, shutDown);
         QCOMPARE(ended.has_value(), shutDown);
         const QStringList expected{QStringLiteral("start %1inicheck -UID:jo  -STS:Busy").arg(site.path())};
         QCOMPARE(gw.shell().calls, shutDown ? expected : QStringList());
-        QCOMPARE(bool(gdbDatabase), !shutDown); // a shutdown ends before the open
+        QCOMPARE(bool(gRun.gdbDatabase), !shutDown); // a shutdown ends before the open
     }
 };
 

@@ -49,6 +49,14 @@ public:
     {
         return columns;
     }
+    // Ann Lee, Bob Ray and Cy Dee listed, these rows selected and the first current.
+    void select(const QList<int>& rows, bool button = true)
+    {
+        names = {QStringLiteral("Ann Lee"), QStringLiteral("Bob Ray"), QStringLiteral("Cy Dee")};
+        selected = rows;
+        current = rows.value(0, -1);
+        groupButton = button;
+    }
 };
 
 // Ann Lee (this client's person), Bob Ray and Cy Dee on a site, the log on.
@@ -62,18 +70,18 @@ struct StatusFixture
     {
         site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray")).person(QStringLiteral("Cy Dee"));
         setMainScreen(&board);
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-        gstrLoginName = QStringLiteral("alee");
-        gstrComputerName = QStringLiteral("DESK-07");
-        gstrIPAddress = QStringLiteral("10.0.0.5");
-        gblnTransactionLog = true;
+        gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = site.path();
+        gRun.gblnDatabaseClosed = true;
+        gRun.gstrDefaultUser = QStringLiteral("Ann Lee");
+        gRun.gstrLoginName = QStringLiteral("alee");
+        gRun.gstrComputerName = QStringLiteral("DESK-07");
+        gRun.gstrIPAddress = QStringLiteral("10.0.0.5");
+        gSite.gblnTransactionLog = true;
     }
     ~StatusFixture()
     {
         TimerCloseDatabase().stop();
-        gdbDatabase.reset();
+        gRun.gdbDatabase.reset();
     }
 
     // The first row of a statement as trimmed texts; {} when there is none.

@@ -15,8 +15,9 @@ void setPersonField(StatusFixture& f, const QString& field, const QString& value
 // Every value the end of a run writes, as the next start reads it back.
 QList<long long> layoutValues()
 {
-    return {gintSortOrder, gintSortKey,     gintMinimizeSetting, gblnMinimizeOnClose, gvarDisplayTreeView,
-            gintIconSize,  gintToolBarText, gblnPhotoSizeToFit,  glngSplitterVertical};
+    return {gPerson.gintSortOrder,       gPerson.gintSortKey,         gPerson.gintMinimizeSetting,
+            gPerson.gblnMinimizeOnClose, gPerson.gvarDisplayTreeView, gPerson.gintIconSize,
+            gPerson.gintToolBarText,     gPerson.gblnPhotoSizeToFit,  gPerson.glngSplitterVertical};
 }
 
 } // namespace
@@ -49,14 +50,14 @@ private slots:
             .setting("UpdateStatusOnLock", "True")
             .setting("TransactionLogFlag", "True");
         setPersonField(f, "StatusAlertsOverride", allowAndOverride[1]);
-        gblnTransactionLog = false;
+        gSite.gblnTransactionLog = false;
 
         subReadOptions();
 
-        QCOMPARE(gblnAllowStatusAlerts, alertsOn);
+        QCOMPARE(gSite.gblnAllowStatusAlerts, alertsOn);
         QCOMPARE(f.board.panelToolTip(4), "System Security is " + level);
-        QVERIFY(!gblnUpdateStatusOnLock);
-        QVERIFY(gblnTransactionLog);
+        QVERIFY(!gSite.gblnUpdateStatusOnLock);
+        QVERIFY(gSite.gblnTransactionLog);
     }
 
     void readUserSettings_data()
@@ -84,14 +85,14 @@ private slots:
         setPersonField(f, "RefreshRate", refreshRate);
         setPersonField(f, "DefaultGroup", defaultGroup);
         setPersonField(f, "AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel", "1");
-        gblnAutoLogIn = true;
+        gPerson.gblnAutoLogIn = true;
 
         subReadUserSettings(QStringLiteral("Ann Lee"));
 
-        QCOMPARE(gintRefreshRate, rate);
-        QCOMPARE((QStringList{gstrCurrentGroup, gstrDefaultGroup}), (QStringList{group, group}));
-        QVERIFY(!gblnAutoLogIn);
-        QVERIFY(!glngScreenTop.has_value());
+        QCOMPARE(gPerson.gintRefreshRate, rate);
+        QCOMPARE((QStringList{gRun.gstrCurrentGroup, gPerson.gstrDefaultGroup}), (QStringList{group, group}));
+        QVERIFY(!gPerson.gblnAutoLogIn);
+        QVERIFY(!gPerson.glngScreenTop.has_value());
         QCOMPARE(f.board.normalGeometry().left(), 40);
         QCOMPARE(f.board.panelToolTip(5), QStringLiteral("User Security is MEDIUM"));
         QCOMPARE(f.gw.boxes().count(), 0);
@@ -106,19 +107,19 @@ private slots:
         f.site.column("New_Mobile").group("Sales");
         f.board.columns = {{"Status", 1, 900}, {"Name", 2, 2000}, {"Mobile", 3, 1200}};
         f.board.setNormalGeometry(QRect(30, 20, 640, 480));
-        gstrCurrentGroup = QStringLiteral("Sales");
-        gstrSortColumnName = QStringLiteral("Phone");
-        gintSortOrder = 1;
-        gintSortKey = 2;
-        gintMinimizeSetting = 2;
-        gblnMinimizeOnClose = true;
-        gvarDisplayTreeView = 0;
-        gintIconSize = 1;
-        gintToolBarText = 1;
-        gblnPhotoSizeToFit = true;
-        glngSplitterVertical = 2222;
-        glngSplitterHorizontal = 3333;
-        gblnAllowMessaging = gblnAllowStatusAlerts = false;
+        gRun.gstrCurrentGroup = QStringLiteral("Sales");
+        gPerson.gstrSortColumnName = QStringLiteral("Phone");
+        gPerson.gintSortOrder = 1;
+        gPerson.gintSortKey = 2;
+        gPerson.gintMinimizeSetting = 2;
+        gPerson.gblnMinimizeOnClose = true;
+        gPerson.gvarDisplayTreeView = 0;
+        gPerson.gintIconSize = 1;
+        gPerson.gintToolBarText = 1;
+        gPerson.gblnPhotoSizeToFit = true;
+        gPerson.glngSplitterVertical = 2222;
+        gPerson.glngSplitterHorizontal = 3333;
+        gSite.gblnAllowMessaging = gSite.gblnAllowStatusAlerts = false;
         const QList<long long> saved = layoutValues();
 
         subSaveUserSettings(QStringLiteral("Ann Lee"));
@@ -128,12 +129,12 @@ private slots:
                  (QStringList{"2", "2000", "3", "1200", "1575"}));
         resetRunWide();
         f.board.setNormalGeometry(QRect());
-        gstrCurrentDatabasePath = f.site.path();
-        gblnDatabaseClosed = true;
+        gRun.gstrCurrentDatabasePath = f.site.path();
+        gRun.gblnDatabaseClosed = true;
         subReadUserSettings(QStringLiteral("Ann Lee"));
         QCOMPARE(layoutValues(), saved);
-        QCOMPARE(gstrCurrentGroup, QStringLiteral("Sales"));
-        QCOMPARE(gstrSortColumnName, QStringLiteral("Phone"));
+        QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
+        QCOMPARE(gPerson.gstrSortColumnName, QStringLiteral("Phone"));
         QCOMPARE(f.board.normalGeometry(), QRect(30, 20, 640, 480));
     }
 
@@ -141,7 +142,7 @@ private slots:
     {
         StatusFixture f;
         f.board.setNormalGeometry(QRect(30, 20, 640, 480));
-        gblnRemoteConnection = true;
+        gRun.gblnRemoteConnection = true;
         const QStringList before = f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
         subSaveUserSettings(QStringLiteral("Ann Lee"));
         QCOMPARE(f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""), before);

@@ -1,11 +1,16 @@
 // The status writes and the log on a real site file: whose row a change goes to,
 // the code of the word, the comment rule, the mirror, the counter and log rows.
+#include "database/objectref.h"
+#include "database/unitofchange.h"
+#include "kernel/err.h"
+#include "ondisk.h"
+#include "otherclient.h"
+#include "status/statuscommon.h"
 #include "status/statuswrite.h"
 #include "status/translog.h"
 #include "statusfixture.h"
 
 #include <QTest>
-#include <sqlite3.h>
 
 using namespace platform;
 
@@ -70,8 +75,8 @@ private slots:
         f.board.selected = r.selected;
         f.board.current = r.current;
         f.board.groupButton = r.groupButton;
-        gstrDueBack = QStringLiteral("3pm");
-        gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = QStringLiteral("3pm");
+        gRun.gstrComment = QStringLiteral("Dentist");
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
 
@@ -111,16 +116,16 @@ private slots:
         StatusFixture f;
         f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
         f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
-        gblnAutoClearComments = w.autoClear;
-        gstrDueBack = QStringLiteral("Tomorrow");
-        gstrComment = QStringLiteral("Dentist");
+        gPerson.gblnAutoClearComments = w.autoClear;
+        gRun.gstrDueBack = QStringLiteral("Tomorrow");
+        gRun.gstrComment = QStringLiteral("Dentist");
 
         subSetStatus(w.word);
 
         const QStringList comments = w.cleared ? QStringList{"", ""} : QStringList{"Tomorrow", "Dentist"};
         QCOMPARE(f.row("SELECT Status, StatusCode, DueBack, Comments FROM EmployeeTable WHERE Name = \"Ann Lee\""),
                  QStringList({w.word, w.code}) + comments);
-        QCOMPARE((QStringList{gstrDueBack, gstrComment}), comments);
+        QCOMPARE((QStringList{gRun.gstrDueBack, gRun.gstrComment}), comments);
         QCOMPARE(f.board.caption(), " VESK-OR Pro  - [Ann Lee] '" + w.caption + "'");
         QCOMPARE(f.board.trayTip(), " VESK-OR Pro  [Ann Lee] '" + w.word + "'");
     }
@@ -145,7 +150,7 @@ private slots:
             f.site.person(user);
         }
         f.site.tracking("Bob Ray", user);
-        gstrDefaultUser = user;
+        gRun.gstrDefaultUser = user;
         const long long before = f.counter();
 
         subSetStatus(QStringLiteral("Busy"));
@@ -164,7 +169,7 @@ private slots:
         StatusFixture f;
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
-        gblnSuppressNextLog = true;
+        gRun.gblnSuppressNextLog = true;
 
         subSetStatus(QStringLiteral("At Lunch"));
 
@@ -176,7 +181,7 @@ private slots:
         rs->MoveNext();
         QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
         QCOMPARE(f.logRows(), 0);
-        QVERIFY(!gblnSuppressNextLog);
+        QVERIFY(!gRun.gblnSuppressNextLog);
         subSetStatus(QStringLiteral("Busy"));
         QCOMPARE(f.logRows(), 1);
     }
@@ -185,12 +190,9 @@ private slots:
     void groupWriteOnReadOnlyFileAsksRetryOrCancel()
     {
         StatusFixture f;
-        f.board.names = {"Ann Lee", "Bob Ray", "Cy Dee"};
-        f.board.selected = {1, 2};
-        f.board.current = 1;
-        f.board.groupButton = true;
-        gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
-        gblnDatabaseClosed = false;
+        f.board.select({1, 2});
+        gRun.gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
+        gRun.gblnDatabaseClosed = false;
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
 
@@ -227,13 +229,13 @@ private slots:
         QFETCH(QStringList, logged);
         StatusFixture f;
         QLocale::setDefault(locale);
-        gblnTransactionLog = !logged.isEmpty();
+        gSite.gblnTransactionLog = !logged.isEmpty();
 
         subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
 
         const QStringList row = f.row("SELECT * FROM TransactionLogTable");
         if (logged.isEmpty()) {
-            QVERIFY(row.isEmpty() && !gdbDatabase); // not even opened
+            QVERIFY(row.isEmpty() && !gRun.gdbDatabase); // not even opened
             return;
         }
         QCOMPARE(row, (QStringList{logged[0], "Busy", "3pm", "Say \"hi\"", kStamp, "alee", logged[1], "DESK-07",
@@ -253,7 +255,7 @@ private slots:
             renameTable(f.site, "TransactionLogTable", "LogAway");
             QTimer::singleShot(0, [&] {
                 renameTable(f.site, "LogAway", "TransactionLogTable");
-                gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+                gRun.gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
             });
             subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
             QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
@@ -292,13 +294,9 @@ private slots:
         QFETCH(QList<int>, selected);
         QFETCH(QStringList, writes);
         StatusFixture f;
-        const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
-        for (const QString& name : people)
+        f.board.select(selected);
+        for (const QString& name : f.board.names)
             f.site.tracking("Ann Lee", name);
-        f.board.names = people;
-        f.board.selected = selected;
-        f.board.current = selected.first();
-        f.board.groupButton = true;
         QVERIFY(f.site.rawExec(
             "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
             "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); "
@@ -311,12 +309,7 @@ private slots:
 
         subSetStatus(QStringLiteral("Busy"));
 
-        QStringList seen;
-        auto rs =
-            f.site.openDb()->OpenRecordset(QStringLiteral("SELECT W FROM Writes ORDER BY N"), dao::dbOpenSnapshot);
-        for (; !rs->isEOF(); rs->MoveNext())
-            seen << rs->Fields(0).Text();
-        QCOMPARE(seen, writes);
+        QCOMPARE(sqliteColumn(f.site.dbPath(), "SELECT W FROM Writes ORDER BY N"), writes);
     }
 
     // One write of a status change fails: the row, the mirror, the counter and the
@@ -345,16 +338,12 @@ private slots:
         QFETCH(bool, group);
         QFETCH(int, boxes);
         StatusFixture f;
-        const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
-        for (const QString& name : people)
+        f.board.select(group ? QList<int>{1, 2} : QList<int>{0});
+        for (const QString& name : f.board.names)
             f.site.status(name, "Out").tracking("Ann Lee", name, "Out");
-        f.board.names = people;
-        f.board.selected = group ? QList<int>{1, 2} : QList<int>{0};
-        f.board.current = f.board.selected.first();
-        f.board.groupButton = true;
         const long long before = f.counter();
         QVERIFY(f.site.rawExec(breakage));
-        intLogRetries = 2;
+        gRun.intLogRetries = 2;
         f.gw.boxes().answer(vbOK, boxes);
 
         try {
@@ -365,7 +354,7 @@ private slots:
         }
 
         QCOMPARE(f.gw.boxes().count(), boxes);
-        for (const QString& name : people)
+        for (const QString& name : f.board.names)
             QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
         if (!breakage.startsWith("ALTER"))
             QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
@@ -388,25 +377,23 @@ private slots:
     {
         QFETCH(bool, reopen);
         StatusFixture f;
-        dao::DBEngine::setBusyTimeoutMs(3000);
         const long long before = f.counter();
-        sqlite3* other = nullptr;
-        sqlite3_open(QFile::encodeName(f.site.dbPath()).constData(), &other);
-        QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        OtherClient other(f.site);
+        QVERIFY(other.begin("BEGIN IMMEDIATE"));
+        dao::DBEngine::setBusyTimeoutMs(3000);
         QTimer::singleShot(50, [reopen] {
             if (reopen) {
-                gblnDatabaseClosed = true;
+                gRun.gblnDatabaseClosed = true;
                 subOpenDatabase();
             } else {
                 TimerCloseDatabase_Timer();
             }
         });
-        QTimer::singleShot(300, [&] { sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr); });
+        QTimer::singleShot(300, [&] { other.begin("COMMIT"); });
 
         subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
 
-        sqlite3_close(other);
-        QVERIFY(gdbDatabase->isOpen());
+        QVERIFY(gRun.gdbDatabase->isOpen());
         QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.logRows(), 1);

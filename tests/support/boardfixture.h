@@ -32,17 +32,17 @@ struct BoardFixture
 
     BoardFixture()
     {
-        gstrDatabasePath = gstrCurrentDatabasePath = site.path();
-        gstrApplicationPath = QStringLiteral("/opt/veskor/");
-        gblnDatabaseClosed = true;
-        gstrDefaultUser = QStringLiteral("Ann Lee");
-        gstrCurrentGroup = QStringLiteral("Everyone");
+        gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = site.path();
+        gRun.gstrApplicationPath = QStringLiteral("/opt/veskor/");
+        gRun.gblnDatabaseClosed = true;
+        gRun.gstrDefaultUser = QStringLiteral("Ann Lee");
+        gRun.gstrCurrentGroup = QStringLiteral("Everyone");
     }
     ~BoardFixture()
     {
         delete form;
         TimerCloseDatabase().stop();
-        gdbDatabase.reset();
+        gRun.gdbDatabase.reset();
     }
     BoardFixture(const BoardFixture&) = delete;
     BoardFixture& operator=(const BoardFixture&) = delete;
@@ -60,8 +60,14 @@ struct BoardFixture
     {
         make();
         subReadOptions();
-        subReadUserSettings(gstrDefaultUser);
+        subReadUserSettings(gRun.gstrDefaultUser);
         subReadGroups();
+        return *form;
+    }
+    // open(), then the list drawn for Everyone.
+    frmMain& openOnEveryone()
+    {
+        open().subRefreshUserList(QStringLiteral("Everyone"));
         return *form;
     }
     // The window on screen at a size, laid out.

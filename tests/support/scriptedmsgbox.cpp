@@ -66,14 +66,3 @@ QStringList ScriptedMessageBoxes::prompts() const
     }
     return out;
 }
-
-qsizetype ScriptedMessageBoxes::pending() const
-{
-    return m_answers.size();
-}
-
-void ScriptedMessageBoxes::clear()
-{
-    m_answers.clear();
-    m_shown.clear();
-}

@@ -24,10 +24,6 @@ struct ShownBox
     QString title; // as given: empty when the code left it to the application's title
     int answer = 0;
 
-    int buttons() const
-    {
-        return flags & 7;
-    }
     int icon() const
     {
         return flags & 0x70;
@@ -49,10 +45,6 @@ public:
     ShownBox last() const;
     // The prompts of all boxes shown, in order.
     QStringList prompts() const;
-    // Answers queued but not used yet.
-    qsizetype pending() const;
-    // Forgets the boxes shown and the answers left.
-    void clear();
 
 private:
     QQueue<int> m_answers;

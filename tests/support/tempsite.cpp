@@ -2,11 +2,11 @@
 
 #include "dao/dao.h"
 #include "kernel/globals.h"
+#include "ondisk.h"
 
 #include <QDir>
 #include <QFile>
 #include <map>
-#include <sqlite3.h>
 #include <stdexcept>
 
 namespace {
@@ -59,8 +59,8 @@ std::shared_ptr<dao::Database> TempSite::openDb() const
 
 void TempSite::makeCurrent() const
 {
-    gstrCurrentDatabasePath = path();
-    gblnDatabaseClosed = true;
+    gRun.gstrCurrentDatabasePath = path();
+    gRun.gblnDatabaseClosed = true;
 }
 
 QString TempSite::value(const QString& jetSql) const
@@ -136,9 +136,5 @@ long long TempSite::message(const database::MessageRow& message)
 
 bool TempSite::rawExec(const QByteArray& sql) const
 {
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(QFile::encodeName(dbPath()).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
-    sqlite3_close(db);
-    return rc == SQLITE_OK;
+    return sqliteExec(dbPath(), QString::fromUtf8(sql));
 }

@@ -50,11 +50,11 @@ int main(int argc, char* argv[])
     const QString uid = args.size() > 3 ? args[3] : QString();
     const QSize size = sizeOf(args.size() > 4 ? args[4] : QStringLiteral("1100x650"));
 
-    gstrGivenCommandLine = uid.isEmpty() ? QString() : QStringLiteral("-UID:") + uid;
+    gRun.gstrGivenCommandLine = uid.isEmpty() ? QString() : QStringLiteral("-UID:") + uid;
     setMainScreenFactory(&frmMain::load);
     subWelcomeActivate(site);
     // The splash's timer tick: the first use of the main screen loads frmMain.
-    auto* board = gstrDefaultUser.isEmpty() ? nullptr : dynamic_cast<frmMain*>(&loadMainScreen());
+    auto* board = gRun.gstrDefaultUser.isEmpty() ? nullptr : dynamic_cast<frmMain*>(&loadMainScreen());
     if (!board) {
         QTextStream(stderr) << "veskor-boardshot: no board for this site and person\n";
         return 1;
@@ -67,7 +67,7 @@ int main(int argc, char* argv[])
         QTextStream(stderr) << "veskor-boardshot: cannot write " << args[2] << "\n";
         return 1;
     }
-    QTextStream(stdout) << "Board of " << gstrDefaultUser << " written to " << args[2] << "\n";
+    QTextStream(stdout) << "Board of " << gRun.gstrDefaultUser << " written to " << args[2] << "\n";
     std::fflush(stdout);
     return 0;
 }
