@@ -1,6 +1,7 @@
 // The open-and-close regime of the shared file, the answers to a failed open,
 // the group look-up, and the change counters: what a poll reads and acts on, and
 // the raise of Counter.
+#include "countingscreen.h"
 #include "dao/dao.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
@@ -22,29 +23,6 @@ using namespace platform;
 namespace {
 
 const QString kProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
-
-// Counts the board's unloads and its reactions to the counters.
-struct FakeMain : MainScreen
-{
-    void unload() override
-    {
-        ++unloads;
-    }
-    void subReadGroups() override
-    {
-        ++reactions[0];
-    }
-    void subLoadToolBarButtons() override
-    {
-        ++reactions[1];
-    }
-    void subSetToolBarRights() override
-    {
-        ++reactions[2];
-    }
-    int unloads = 0;
-    QList<int> reactions{0, 0, 0};
-};
 
 using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
@@ -133,7 +111,7 @@ private slots:
         QFETCH(QString, title);
         QFETCH(int, unloads);
         TestGateways gw;
-        FakeMain screen;
+        CountingScreen screen;
         setMainScreen(&screen);
         TempSite site;
         site.makeCurrent();
@@ -233,7 +211,7 @@ private slots:
         QFETCH(QList<int>, reactions);
         QFETCH(Counters, actedAfter);
         TestGateways gw;
-        FakeMain screen;
+        CountingScreen screen;
         setMainScreen(&screen);
         TempSite site;
         const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",

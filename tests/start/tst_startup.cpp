@@ -1,8 +1,8 @@
 // Start-up on real site files: finding the database through veskor.ini, each
 // failure's box and what follows it, the forced-shutdown file.
+#include "countingscreen.h"
 #include "dao/dao.h"
 #include "kernel/globals.h"
-#include "kernel/mainscreen.h"
 #include "ondisk.h"
 #include "otherclient.h"
 #include "platform/mounts.h"
@@ -19,17 +19,6 @@
 using namespace platform;
 
 namespace {
-
-// frmMain as far as these tests look at it: was it unloaded?
-class FakeMain : public MainScreen
-{
-public:
-    void unload() override
-    {
-        unloaded = true;
-    }
-    bool unloaded = false;
-};
 
 bool writeIni(const TempSite& site, const QString& dataPath)
 {
@@ -110,7 +99,7 @@ private slots:
 
         TestGateways gw;
         TempSite site;
-        FakeMain board;
+        CountingScreen board;
         setMainScreen(&board);
         gRun.gstrApplicationPath = site.path();
         std::optional<OtherClient> otherClient;
@@ -144,7 +133,7 @@ private slots:
         QCOMPARE(box.title, kTitle);
         QCOMPARE(ended.has_value(), ends);
         // A failure that does not end the run leaves without a database, and frmMain goes.
-        QCOMPARE(board.unloaded, !ends);
+        QCOMPARE(board.unloads > 0, !ends);
         if (!ends) {
             QVERIFY(!gRun.gdbDatabase);
             QVERIFY(!accepted);

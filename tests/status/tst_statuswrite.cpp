@@ -1,7 +1,11 @@
 // The status writes and the log on a real site file: whose row a change goes to,
 // the code of the word, the comment rule, the mirror, the counter and log rows.
+#include "database/objectref.h"
+#include "database/unitofchange.h"
+#include "kernel/err.h"
 #include "ondisk.h"
 #include "otherclient.h"
+#include "status/statuscommon.h"
 #include "status/statuswrite.h"
 #include "status/translog.h"
 #include "statusfixture.h"
