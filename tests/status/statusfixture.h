@@ -94,13 +94,9 @@ struct StatusFixture
         }
         return texts;
     }
-    QString value(const QString& sql) const
-    {
-        return row(sql).value(0);
-    }
     QString statusOf(const QString& name) const
     {
-        return value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
+        return site.value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
     }
     long long counter() const
     {
@@ -108,6 +104,6 @@ struct StatusFixture
     }
     long long logRows() const
     {
-        return value(QStringLiteral("SELECT COUNT(*) FROM TransactionLogTable")).toLongLong();
+        return site.value(QStringLiteral("SELECT COUNT(*) FROM TransactionLogTable")).toLongLong();
     }
 };
