@@ -175,19 +175,12 @@ private slots:
         QFETCH(QString, group);
         QFETCH(QStringList, names);
         TempSite site;
-        site.person("Bob", "", "1234").person("~Hidden").person("ann").person("Meeting Room 1").column("New_Mobile");
+        site.person("Bob").person("~Hidden").person("ann").person("Meeting Room 1");
         site.group("Sales*").group("Empty").member("Sales*", "Bob").member("Sales*", "~Hidden").member("Sales*", "ann");
-        site.status("Bob", "Out", "Tomorrow", "Trip, north");
-        const database::Board board = database::readBoard(*site.openDb(), group);
-        QCOMPARE(board.columns,
-                 (QStringList{"Name", "Status", "Phone", "DueBack", "Comments", "LastModified", "New_Mobile"}));
         QStringList shown;
-        for (const QStringList& row : board.rows)
+        for (const QStringList& row : database::readBoard(*site.openDb(), group).rows)
             shown << row[0];
         QCOMPARE(shown, names);
-        if (names.contains("Bob"))
-            QCOMPARE(board.rows[size_t(names.indexOf("Bob"))].mid(0, 5),
-                     (QStringList{"Bob", "Out", "1234", "Tomorrow", "Trip, north"}));
     }
 };
 
