@@ -156,8 +156,6 @@ private slots:
         else
             QVERIFY(change.isEmpty() || sqliteExec(site.dbPath(), change));
         const QByteArray before = readFile(site.dbPath());
-        if (change.endsWith("WAL"))
-            QCOMPARE(before.mid(18, 2), QByteArray("\2\2")); // the header's WAL mark
         QCOMPARE(fnIsValidDatabase(site.path()), valid);
         QVERIFY(readFile(site.dbPath()) == before);
         QVERIFY(!fnIsValidDatabase(site.path() + "elsewhere/"));
