@@ -137,7 +137,6 @@ private slots:
             true);
         row("another version", SchemaRelease::Present, "UPDATE GlobalSettingsTable SET DatabaseVersion = '2004'",
             false);
-        row("no GlobalSettingsTable", SchemaRelease::Present, "DROP TABLE GlobalSettingsTable", false);
         row("another program's file in WAL mode", SchemaRelease::Present,
             "DROP TABLE GlobalSettingsTable; CREATE TABLE Invoices (N); INSERT INTO Invoices VALUES (7);"
             "PRAGMA journal_mode=WAL",

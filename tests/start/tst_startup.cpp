@@ -180,7 +180,6 @@ private slots:
         QTest::addColumn<bool>("shutDown");
         QTest::newRow("true in any case") << " tRUe " << true;
         QTest::newRow("FALSE") << "FALSE" << false;
-        QTest::newRow("no file") << QString() << false;
     }
     void forcedShutDown()
     {
