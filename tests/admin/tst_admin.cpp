@@ -156,7 +156,6 @@ private slots:
         QTest::newRow("board of unknown group") << QStringList{"board", "Nowhere"} << 1 << "no group";
         QTest::newRow("reserved code") << QStringList{"status-type", "add", "Away", "10"} << 1 << "kept";
         QTest::newRow("code not a number") << QStringList{"status-type", "add", "Away", "ten"} << 2 << "whole number";
-        QTest::newRow("bad column") << QStringList{"column", "add", "Mobile"} << 1 << "New_";
         QTest::newRow("unknown setting") << QStringList{"settings", "get", "Colour"} << 1 << "no field";
         QTest::newRow("number refused") << QStringList{"settings", "set", "SystemSecurityLevel", "high"} << 1
                                         << "\"high\" is not a value";
