@@ -325,6 +325,9 @@ public:
     void subCreateSysTrayIcon() override;
     void subUnloadSysTrayIcon() override;
     void subTaskBarSysTrayActivation() override;
+    // MainScreen: the status screens, modal, with the tray icon taken down first (frmmain_commands.cpp).
+    void showStatusScreen() override;
+    void showGroupScreen() override;
     void setTrayTip(const QString& tip) override;
     QString trayTip() const override;
     // The tray's events.

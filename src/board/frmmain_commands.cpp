@@ -6,6 +6,8 @@
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "status/statuswrite.h"
+#include "statusscreens/frmgroup.h"
+#include "statusscreens/frmstatus.h"
 
 #include <QEvent>
 #include <QHash>
@@ -214,19 +216,31 @@ void frmMain::subCommand_Find()
     txtFind->setFocus();
 }
 
-// The Change YOUR Status screen comes with the status screens: the tray icon
-// taken down, then that screen shown modally.
 void frmMain::subCommand_Change()
 {
+    showStatusScreen();
 }
 
-// With nobody selected there is no one to change. The Group Change screen comes
-// with the status screens: the tray icon taken down, then that screen shown modally.
+// With nobody selected there is no one to change.
 void frmMain::subCommand_Group()
 {
     if (ListViewMain->selectedItems().isEmpty()) {
         MsgBox(QStringLiteral("Please select one or more users before pressing the Group Change button."));
+        return;
     }
+    showGroupScreen();
+}
+
+void frmMain::showStatusScreen()
+{
+    subUnloadSysTrayIcon();
+    frmStatus::showModal(this);
+}
+
+void frmMain::showGroupScreen()
+{
+    subUnloadSysTrayIcon();
+    frmGroup::showModal(this);
 }
 
 // A manual refresh leaves the countdown to the next automatic one alone.
