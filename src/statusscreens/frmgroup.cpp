@@ -107,9 +107,7 @@ frmGroup::frmGroup(QWidget* parent)
     setModal(true);
     setMouseTracking(true);
     guardQuotes(txtComment);
-    msFlexGridGroupChange->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    msFlexGridGroupChange->setSelectionMode(QAbstractItemView::SingleSelection);
-    msFlexGridGroupChange->verticalHeader()->hide();
+    shapeGrid(msFlexGridGroupChange);
     msFlexGridGroupChange->setHorizontalHeaderLabels({QString(), QString(), QStringLiteral("Change all To:")});
     txtGroupChangeFieldValue->hide();
     for (QLabel* label : {lblWarning1, lblWarning2, lblSelectStatus1, lblSelectComment1}) {
@@ -194,7 +192,6 @@ bool frmGroup::Form_Load()
 {
     setWindowTitle(gRun.gstrProgramTitle + QStringLiteral(" - Group Change") + QStringLiteral(" [") +
                    gRun.gstrDefaultUser + QStringLiteral("]"));
-    centreOnScreen(this);
     subOpenDatabase();
     const auto fillList = [](QComboBox* combo, const QString& table, const QString& field) {
         const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(QStringLiteral("Select * from ") + table);
@@ -274,7 +271,6 @@ void frmGroup::fillCustomFields(dao::Recordset& rs, bool onePerson)
     }
     grid->resizeColumnToContents(kCheckColumn);
     grid->resizeColumnToContents(kNameColumn);
-    grid->horizontalHeader()->setStretchLastSection(true);
 }
 
 void frmGroup::setChecked(int row, bool checked)
@@ -291,8 +287,10 @@ bool frmGroup::isChecked(int row) const
     return cell && cell->data(Qt::UserRole).toBool();
 }
 
+// Centred once its contents are in place, then Activate.
 void frmGroup::showEvent(QShowEvent* event)
 {
+    centreOnScreen(this);
     QDialog::showEvent(event);
     Form_Activate();
 }

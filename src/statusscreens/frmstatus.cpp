@@ -31,9 +31,8 @@ using namespace statusscreens;
 namespace {
 
 const QString kProcedure = QStringLiteral("frmStatus - cmdOK_Click event");
-// The grid's first column, 1000 twips; the second takes the grid's width less 1400.
+// The grid's first column is at least 1000 twips wide; the second takes the rest.
 constexpr int kNameWidth = 67;
-constexpr int kValueShorter = 93;
 
 QComboBox* editableCombo(QWidget* parent)
 {
@@ -64,9 +63,7 @@ frmStatus::frmStatus(QWidget* parent)
 {
     setModal(true);
     guardQuotes(txtComment);
-    msFlexGridChange->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    msFlexGridChange->setSelectionMode(QAbstractItemView::SingleSelection);
-    msFlexGridChange->verticalHeader()->hide();
+    shapeGrid(msFlexGridChange);
     msFlexGridChange->setHorizontalHeaderLabels({QStringLiteral("Field Name"), QStringLiteral("Value")});
     txtChangeFieldValue->hide();
     lblWarning->setWordWrap(true);
@@ -147,7 +144,6 @@ void frmStatus::Form_Load()
 {
     setWindowTitle(gRun.gstrProgramTitle + QStringLiteral(" - Change YOUR Status") + QStringLiteral(" [") +
                    gRun.gstrDefaultUser + QStringLiteral("]"));
-    centreOnScreen(this);
 
     subOpenDatabase();
     // An empty list gets one empty entry, as a row added to its table.
@@ -207,12 +203,14 @@ void frmStatus::fillCustomFields(dao::Recordset& rs)
     if (msFlexGridChange->rowCount() == 0) {
         msFlexGridChange->setRowCount(1);
     }
-    msFlexGridChange->setColumnWidth(0, kNameWidth);
-    msFlexGridChange->setColumnWidth(1, std::max(msFlexGridChange->width() - kValueShorter, kNameWidth));
+    msFlexGridChange->resizeColumnToContents(0);
+    msFlexGridChange->setColumnWidth(0, std::max(msFlexGridChange->columnWidth(0), kNameWidth));
 }
 
+// Centred once its contents are in place, then Activate.
 void frmStatus::showEvent(QShowEvent* event)
 {
+    centreOnScreen(this);
     QDialog::showEvent(event);
     Form_Activate();
 }

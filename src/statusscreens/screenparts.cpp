@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QScreen>
 #include <QTableWidget>
@@ -16,6 +17,7 @@ namespace {
 constexpr int kCut = 250;
 // The editor stands this much less high than its row (30 twips).
 constexpr int kEditorShorter = 2;
+constexpr int kGridRowsShown = 4;
 
 class FocusOutWatcher : public QObject
 {
@@ -82,6 +84,17 @@ QList<CustomField> customFields(dao::Recordset& rs)
 QString left250(const QString& text)
 {
     return text.left(kCut);
+}
+
+void shapeGrid(QTableWidget* grid)
+{
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    grid->setWordWrap(false);
+    grid->verticalHeader()->hide();
+    grid->horizontalHeader()->setStretchLastSection(true);
+    grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() +
+                         kGridRowsShown * grid->verticalHeader()->defaultSectionSize() + 2 * grid->frameWidth());
 }
 
 void guardQuotes(QLineEdit* box)

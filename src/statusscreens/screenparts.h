@@ -41,6 +41,10 @@ QList<CustomField> customFields(dao::Recordset& rs);
 // The first 250 characters: what Status and DueBack hold.
 QString left250(const QString& text);
 
+// A grid as both screens use it: no editing of its own (the floating editor
+// does that), one line a row, the last column taking the spare width, room for
+// a few rows.
+void shapeGrid(QTableWidget* grid);
 // A double quote typed into the box becomes an apostrophe at once.
 void guardQuotes(QLineEdit* box);
 // Runs lostFocus whenever the widget loses the focus.

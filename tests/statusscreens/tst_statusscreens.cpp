@@ -85,9 +85,12 @@ private slots:
         QTest::newRow("In, auto clear") << OwnChange{"In", "3pm", "Lunch", true, 0, {"In", "3", "", ""}};
         QTest::newRow("In, clear: Yes") << OwnChange{"IN", "", "Lunch", false, vbYes, {"In", "3", "", ""}};
         QTest::newRow("In, clear: No") << OwnChange{"In", "3pm", " ", false, vbNo, {"In", "3", "3pm", ""}};
-        QTest::newRow("300 characters") << OwnChange{QString(300, 'S'), QString(300, 'D'), "a \"quoted\" word",
-                                                     false, 0, {QString(250, 'S'), "4", QString(250, 'D'),
-                                                                "a \"quoted\" word"}};
+        QTest::newRow("300 characters") << OwnChange{QString(300, 'S'),
+                                                     QString(300, 'D'),
+                                                     "a \"quoted\" word",
+                                                     false,
+                                                     0,
+                                                     {QString(250, 'S'), "4", QString(250, 'D'), "a \"quoted\" word"}};
     }
 
     // The row, every tracker's mirror, the log row and the counter, from the values typed.
@@ -113,9 +116,10 @@ private slots:
         QCOMPARE(screen.result(), int(QDialog::Accepted));
         QCOMPARE(rowOf(f, "Ann Lee"), c.stored + QStringList{kStamp});
         QCOMPARE(rowOf(f, "Bob Ray").first(), QStringLiteral("Out"));
-        QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE Trackee = \"Ann Lee\" AND TrackeeStatus = " +
-                         dao::quote(c.stored[0])),
-                 QStringLiteral("2"));
+        QCOMPARE(
+            f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE Trackee = \"Ann Lee\" AND TrackeeStatus = " +
+                    dao::quote(c.stored[0])),
+            QStringLiteral("2"));
         QCOMPARE(f.row("SELECT Name, Status, DueBack, Comments FROM TransactionLogTable"),
                  (QStringList{"Ann Lee", c.stored[0], c.stored[2], c.stored[3]}));
         QCOMPARE(f.counter(), before + 1);
@@ -126,10 +130,14 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("stored");
-        QTest::newRow("erased") << "" << " ";
-        QTest::newRow("blanks only") << "   " << " ";
-        QTest::newRow("trimmed") << "  0799 " << "0799";
-        QTest::newRow("a double quote") << "say \"hi\"" << "say \"hi\"";
+        QTest::newRow("erased") << ""
+                                << " ";
+        QTest::newRow("blanks only") << "   "
+                                     << " ";
+        QTest::newRow("trimmed") << "  0799 "
+                                 << "0799";
+        QTest::newRow("a double quote") << "say \"hi\""
+                                        << "say \"hi\"";
     }
 
     // The read-only field is not offered and keeps its value; the field edited
@@ -218,8 +226,7 @@ private slots:
 
         screen.cmdOk_Click();
 
-        QCOMPARE(f.gw.boxes().prompts(),
-                 QStringList{"The database is currently updating.  Would you like to retry ?"});
+        QCOMPARE(f.gw.boxes().prompts(), QStringList{"The database is currently updating.  Would you like to retry ?"});
         QCOMPARE(f.gw.boxes().last().flags, vbYesNo + vbQuestion);
         QCOMPARE(gRun.gintDatabaseRetryCount, 0);
         QCOMPARE(screen.result(), int(QDialog::Rejected));
@@ -279,8 +286,7 @@ private slots:
     void groupChange_data()
     {
         QTest::addColumn<GroupChange>("c");
-        QTest::newRow("one person, no edit")
-            << GroupChange{{1}, "=", "=", {"Out", "Monday", "Away"}, "\"Out\""};
+        QTest::newRow("one person, no edit") << GroupChange{{1}, "=", "=", {"Out", "Monday", "Away"}, "\"Out\""};
         QTest::newRow("several, no edit")
             << GroupChange{{1, 2}, "=", "=", {"Out", "Monday", "Away"}, "\"(NO CHANGE)\""};
         QTest::newRow("several, due back erased, status blank")
@@ -314,8 +320,7 @@ private slots:
             const QString& name = kPeople[i];
             const QStringList row = rowOf(f, name);
             const bool chosen = c.selected.contains(i);
-            QCOMPARE((QStringList{row[0], row[2], row[3]}),
-                     chosen ? c.stored : QStringList({"Out", "Monday", "Away"}));
+            QCOMPARE((QStringList{row[0], row[2], row[3]}), chosen ? c.stored : QStringList({"Out", "Monday", "Away"}));
             QCOMPARE(row[4], chosen ? kStamp : QStringLiteral("old"));
             QCOMPARE(f.value("SELECT TrackeeStatus FROM EmployeeStatusTracking WHERE Trackee = " + dao::quote(name) +
                              " ORDER BY Tracker"),
@@ -414,8 +419,7 @@ private slots:
         QTest::newRow("one, Out tag") << QList<int>{2} << "Out" << true << QStringList{"Out", "3pm", "Gym"};
         QTest::newRow("one") << QList<int>{2} << "" << true << QStringList{"Busy", "3pm", "Gym"};
         QTest::newRow("one, deleted") << QList<int>{1} << "Out" << false << QStringList{kNoChange, kNoChange, ""};
-        QTest::newRow("several") << QList<int>{0, 2} << "Out" << true
-                                 << QStringList{kNoChange, kNoChange, kNoChange};
+        QTest::newRow("several") << QList<int>{0, 2} << "Out" << true << QStringList{kNoChange, kNoChange, kNoChange};
     }
 
     // One person's values, or "(NO CHANGE)" for several; the Out left by the board's

@@ -1,7 +1,9 @@
 // veskor-boardshot: the board of a site as a picture, for the README.
 //
-//   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT]
+//   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [STATUS.png GROUP.png]
 //
+// With the two last names it also draws the Change YOUR Status screen, and the
+// Group Change screen over the list's second and third rows.
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws. The run leaves its marks on the site as any start does (the person is
@@ -10,11 +12,14 @@
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "start/welcome.h"
+#include "statusscreens/frmgroup.h"
+#include "statusscreens/frmstatus.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
 #include <QTextStream>
+#include <QTreeWidget>
 #include <cstdio>
 
 namespace {
@@ -33,6 +38,31 @@ void settle()
     }
 }
 
+bool saveScreen(QDialog& screen, const QString& file)
+{
+    screen.show();
+    settle();
+    const bool saved = screen.grab().save(file);
+    screen.close();
+    return saved;
+}
+
+// The two status screens as the board opens them, without waiting for a person.
+bool drawStatusScreens(frmMain* board, const QString& statusFile, const QString& groupFile)
+{
+    frmStatus own(board);
+    own.Form_Load();
+    if (!saveScreen(own, statusFile)) {
+        return false;
+    }
+    board->ListViewMain->clearSelection();
+    for (int row = 1; row <= 2 && row < board->ListViewMain->topLevelItemCount(); ++row) {
+        board->ListViewMain->topLevelItem(row)->setSelected(true);
+    }
+    frmGroup group(board);
+    return group.Form_Load() && saveScreen(group, groupFile);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -43,7 +73,7 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     const QStringList args = QCoreApplication::arguments();
     if (args.size() < 3) {
-        QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT]\n";
+        QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [STATUS.png GROUP.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -65,6 +95,10 @@ int main(int argc, char* argv[])
     settle();
     if (!board->grab().save(args[2])) {
         QTextStream(stderr) << "veskor-boardshot: cannot write " << args[2] << "\n";
+        return 1;
+    }
+    if (args.size() > 6 && !drawStatusScreens(board, args[5], args[6])) {
+        QTextStream(stderr) << "veskor-boardshot: cannot draw the status screens\n";
         return 1;
     }
     QTextStream(stdout) << "Board of " << gRun.gstrDefaultUser << " written to " << args[2] << "\n";
