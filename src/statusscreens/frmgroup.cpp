@@ -170,6 +170,7 @@ frmGroup::frmGroup(QWidget* parent)
     connect(cmdCancel, &QPushButton::clicked, this, &frmGroup::cmdCancel_Click);
     connect(cmdHelp, &QPushButton::clicked, this, &frmGroup::cmdHelp_Click);
     connect(msFlexGridGroupChange, &QTableWidget::cellClicked, this, &frmGroup::msFlexGridGroupChange_Click);
+    onCellKey(msFlexGridGroupChange, [this](int row, int column) { msFlexGridGroupChange_Click(row, column); });
     connect(msFlexGridGroupChange, &QTableWidget::currentCellChanged, this,
             [this] { txtGroupChangeFieldValue_LostFocus(); });
     onFocusOut(txtGroupChangeFieldValue, [this] { txtGroupChangeFieldValue_LostFocus(); });

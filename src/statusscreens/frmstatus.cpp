@@ -128,6 +128,7 @@ frmStatus::frmStatus(QWidget* parent)
     connect(cmdCancel, &QPushButton::clicked, this, &frmStatus::cmdCancel_Click);
     connect(cmdHelp, &QPushButton::clicked, this, &frmStatus::cmdHelp_Click);
     connect(msFlexGridChange, &QTableWidget::cellClicked, this, &frmStatus::msFlexGridChange_Click);
+    onCellKey(msFlexGridChange, [this](int row, int column) { msFlexGridChange_Click(row, column); });
     // Moving to another cell while an edit is open ends the edit.
     connect(msFlexGridChange, &QTableWidget::currentCellChanged, this, [this] { txtChangeFieldValue_LostFocus(); });
     onFocusOut(txtChangeFieldValue, [this] { txtChangeFieldValue_LostFocus(); });

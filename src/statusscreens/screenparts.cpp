@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QScreen>
 #include <QTableWidget>
@@ -38,6 +39,37 @@ protected:
 
 private:
     std::function<void()> m_lostFocus;
+};
+
+class CellKeyWatcher : public QObject
+{
+public:
+    CellKeyWatcher(QTableWidget* grid, std::function<void(int, int)> click)
+        : QObject(grid), m_grid(grid), m_click(std::move(click))
+    {
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress || m_grid->currentRow() < 0) {
+            return false;
+        }
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_F2:
+        case Qt::Key_Space:
+            m_click(m_grid->currentRow(), m_grid->currentColumn());
+            return true;
+        default:
+            return false;
+        }
+    }
+
+private:
+    QTableWidget* m_grid;
+    std::function<void(int, int)> m_click;
 };
 
 CustomField::Companion companionOf(dao::Recordset& rs, const QString& column)
@@ -106,6 +138,11 @@ void guardQuotes(QLineEdit* box)
             box->setCursorPosition(caret);
         }
     });
+}
+
+void onCellKey(QTableWidget* grid, std::function<void(int row, int column)> click)
+{
+    grid->installEventFilter(new CellKeyWatcher(grid, std::move(click)));
 }
 
 void onFocusOut(QWidget* widget, std::function<void()> lostFocus)

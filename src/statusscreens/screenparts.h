@@ -47,6 +47,9 @@ QString left250(const QString& text);
 void shapeGrid(QTableWidget* grid);
 // A double quote typed into the box becomes an apostrophe at once.
 void guardQuotes(QLineEdit* box);
+// Enter, F2 or the space bar on the grid act as a click on its current cell, so
+// that the editor and the check marks are reached from the keyboard too.
+void onCellKey(QTableWidget* grid, std::function<void(int row, int column)> click);
 // Runs lostFocus whenever the widget loses the focus.
 void onFocusOut(QWidget* widget, std::function<void()> lostFocus);
 // Lays the editor exactly over the grid's cell, a little lower than the row, fills

@@ -270,7 +270,8 @@ private slots:
         addTrackersAndFields(f);
         frmStatus screen;
         screen.Form_Load();
-        screen.msFlexGridChange_Click(0, 1);
+        screen.msFlexGridChange->setCurrentCell(0, 0);
+        QTest::keyClick(screen.msFlexGridChange, Qt::Key_F2); // the editor, from the keyboard
         QLineEdit* const boxes[] = {screen.comboStatusTypes->lineEdit(), screen.ComboDueBack->lineEdit(),
                                     screen.txtComment, screen.txtChangeFieldValue};
         for (QLineEdit* box : boxes) {
