@@ -174,9 +174,8 @@ frmGroup::frmGroup(QWidget* parent)
     connect(msFlexGridGroupChange, &QTableWidget::currentCellChanged, this,
             [this] { txtGroupChangeFieldValue_LostFocus(); });
     onFocusOut(txtGroupChangeFieldValue, [this] { txtGroupChangeFieldValue_LostFocus(); });
-    // The status box's change, click and focus show the hint.
-    connect(comboStatusTypes, &QComboBox::editTextChanged, this, &frmGroup::comboStatusTypes_Hint);
-    connect(comboStatusTypes, &QComboBox::activated, this, &frmGroup::comboStatusTypes_Hint);
+    connect(comboStatusTypes, &QComboBox::editTextChanged, this, &frmGroup::comboStatusTypes_Change);
+    connect(comboStatusTypes, &QComboBox::activated, this, &frmGroup::comboStatusTypes_Click);
     comboStatusTypes->installEventFilter(this);
     comboStatusTypes->lineEdit()->installEventFilter(this);
 }
@@ -301,21 +300,39 @@ void frmGroup::Form_Activate()
     mainScreen().setBusyPointer(false);
 }
 
-void frmGroup::comboStatusTypes_Hint()
+void frmGroup::comboStatusTypes_Change()
 {
     StatusBarGroupChange->showMessage(kStatusHint);
 }
 
-void frmGroup::mouseMoveEvent(QMouseEvent* event)
+void frmGroup::comboStatusTypes_Click()
+{
+    StatusBarGroupChange->showMessage(kStatusHint);
+}
+
+void frmGroup::comboStatusTypes_GotFocus()
+{
+    StatusBarGroupChange->showMessage(kStatusHint);
+}
+
+void frmGroup::Form_MouseMove()
 {
     StatusBarGroupChange->clearMessage();
+}
+
+void frmGroup::mouseMoveEvent(QMouseEvent* event)
+{
+    Form_MouseMove();
     QDialog::mouseMoveEvent(event);
 }
 
+// The status box's focus, and a click on its button, which takes no focus of its own.
 bool frmGroup::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress) {
-        comboStatusTypes_Hint();
+    if (event->type() == QEvent::FocusIn) {
+        comboStatusTypes_GotFocus();
+    } else if (event->type() == QEvent::MouseButtonPress) {
+        comboStatusTypes_Click();
     }
     return QDialog::eventFilter(watched, event);
 }

@@ -52,7 +52,11 @@ public:
     void Form_Activate();
     void msFlexGridGroupChange_Click(int row, int column);
     void txtGroupChangeFieldValue_LostFocus();
-    void comboStatusTypes_Hint();
+    // The status box's change, click and focus show the hint; a move of the mouse over the screen empties it.
+    void comboStatusTypes_Change();
+    void comboStatusTypes_Click();
+    void comboStatusTypes_GotFocus();
+    void Form_MouseMove();
     void cmdOk_Click();
     void cmdCancel_Click();
     void cmdHelp_Click();
