@@ -483,7 +483,7 @@ bool frmGroup::writePerson(const QString& name, const QString& strStatus, const 
             subUpdateTransactionLog(comboStatusTypes->currentText().trimmed(), dueBackText.trimmed(),
                                     commentText.trimmed(), name);
         },
-        [&](const dao::JetError& e, int) {
+        [&](const auto& e, int) {
             Err.Set(e);
             if (opening) {
                 if (fnDatabaseBusyResponse(e.description(), e.number(), kProcedure) == vbRetry) {

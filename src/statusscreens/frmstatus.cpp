@@ -342,7 +342,7 @@ bool frmStatus::writeChange(const QString& status)
             subUpdateTransactionLog(strStatus, dueBack, comment, QString());
             subUpdateStatusCounter();
         },
-        [](const dao::JetError& e, int) {
+        [](const auto& e, int) {
             Err.Set(e);
             return fnDatabaseBusyResponse(e.description(), e.number(), kProcedure) == vbRetry;
         });
