@@ -55,9 +55,13 @@ bool drawStatusScreens(frmMain* board, const QString& statusFile, const QString&
     if (!saveScreen(own, statusFile)) {
         return false;
     }
-    board->ListViewMain->clearSelection();
-    for (int row = 1; row <= 2 && row < board->ListViewMain->topLevelItemCount(); ++row) {
-        board->ListViewMain->topLevelItem(row)->setSelected(true);
+    auto* list = board->findChild<QTreeWidget*>(QStringLiteral("ListViewMain"));
+    if (!list) {
+        return false;
+    }
+    list->clearSelection();
+    for (int row = 1; row <= 2 && row < list->topLevelItemCount(); ++row) {
+        list->topLevelItem(row)->setSelected(true);
     }
     frmGroup group(board);
     return group.Form_Load() && saveScreen(group, groupFile);
