@@ -233,13 +233,14 @@ bool frmGroup::Form_Load()
             board.setToolbarTag(QString());
         }
     } else {
+        // Only to learn the columns.
         rs = fnOpenSQL(QStringLiteral("SELECT top 1 * FROM EmployeeTable"));
-        rs->MoveFirst();
         comboStatusTypes->setCurrentText(kNoChange);
         ComboDueBack->setCurrentText(kNoChange);
         txtComment->setText(kNoChange);
     }
-    if (hasCustomColumns(*rs)) {
+    if (rs->RecordCount() > 0 && hasCustomColumns(*rs)) {
+        rs->MoveFirst();
         lblCustomFields->show();
         msFlexGridGroupChange->show();
         fillCustomFields(*rs, onePerson);

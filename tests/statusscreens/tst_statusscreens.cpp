@@ -260,6 +260,7 @@ private slots:
                               screen.txtComment->text()}),
                  shown);
         QCOMPARE(gRun.gblnOutViaStatusScreen, viaOut && !popUp);
+        QVERIFY(!screen.msFlexGridChange->isVisibleTo(&screen)); // no custom column on this site
     }
 
     // A double quote typed in the status, due-back or comment box becomes an
