@@ -292,7 +292,7 @@ public:
     // the window's place and size that normalGeometry() gives for the settings row.
     QSplitter* picVerticalSplitter = nullptr;   // TreeViewMain on its left, the list on its right
     QSplitter* picSplitterHorizontal = nullptr; // the panes above it, the list below
-    void subResizeControls();
+    void subResizeControls() override;
 
 private:
     void initToolbarAndMenus();
