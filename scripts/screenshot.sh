@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture).
+# Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture),
+# and its first person's Options screen into options.png beside it.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -14,4 +15,5 @@ trap 'rm -rf "$site"' EXIT
 "$build/src/admin/veskor-admin" demo "$site" >/dev/null
 mkdir -p "$(dirname "$out")"
 # The demo's first person, Alice Moreton, looks at her office.
-QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size"
+QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size" \
+    --options="$(dirname "$out")/options.png"

@@ -1,19 +1,21 @@
 // veskor-boardshot: the board of a site as a picture, for the README.
 //
-//   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT]
+//   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--options=OPTIONS.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
-// draws. The run leaves its marks on the site as any start does (the person is
-// active), so point it at a site made for the purpose.
+// draws; --options also draws the person's Options screen. The run leaves its marks on the site as any start does (the
+// person is active), so point it at a site made for the purpose.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "options/frmoptions.h"
 #include "start/welcome.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QRegularExpression>
 #include <QTextStream>
 #include <cstdio>
 
@@ -41,7 +43,11 @@ int main(int argc, char* argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication app(argc, argv);
-    const QStringList args = QCoreApplication::arguments();
+    QStringList args = QCoreApplication::arguments();
+    const QStringList named = args.filter(QRegularExpression(QStringLiteral("^--")));
+    for (const QString& arg : named) {
+        args.removeOne(arg);
+    }
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT]\n";
         return 2;
@@ -66,6 +72,15 @@ int main(int argc, char* argv[])
     if (!board->grab().save(args[2])) {
         QTextStream(stderr) << "veskor-boardshot: cannot write " << args[2] << "\n";
         return 1;
+    }
+    for (const QString& arg : named) {
+        if (arg.startsWith(QStringLiteral("--options="))) {
+            frmOptions options(board);
+            options.Form_Load();
+            options.show();
+            settle();
+            options.grab().save(arg.mid(10));
+        }
     }
     QTextStream(stdout) << "Board of " << gRun.gstrDefaultUser << " written to " << args[2] << "\n";
     std::fflush(stdout);
