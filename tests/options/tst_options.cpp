@@ -13,22 +13,15 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
+#include <algorithm>
 
 namespace {
 
-// The check boxes and their columns, in the order of a test's flags text ("1" checked).
-const std::pair<const char*, const char*> kFlags[] = {
-    {"chkAutoLogIn", "AutoLogIn"},
-    {"chkAutoLogOut", "AutoLogOut"},
-    {"chkAutoClearComments", "AutoClearComments"},
-    {"chkChangeScreenPopUp", "ChangeScreenPopUp"},
-    {"chkListViewPopUp", "ListViewPopUp"},
-    {"chkDisplayTreeView", "DisplayTreeView"},
-    {"chkMinimizeOnClose", "MinimizeOnClose"},
-    {"chkFontBoldDisplay", "FontBoldDisplay"},
-};
+// The check boxes in the order of a test's flags text ("1" checked).
+const char* const kFlags[] = {"chkAutoLogIn",     "chkAutoLogOut",      "chkAutoClearComments", "chkChangeScreenPopUp",
+                              "chkListViewPopUp", "chkDisplayTreeView", "chkMinimizeOnClose",   "chkFontBoldDisplay"};
 
-// Every control the person can set, as one value.
+// Every control the person can set, as one value; a choice is the index of its option button.
 struct Screen
 {
     QString flags;
@@ -38,7 +31,7 @@ struct Screen
     void applyTo(frmOptions& f) const
     {
         for (int i = 0; i < 8; ++i) {
-            f.findChild<QCheckBox*>(kFlags[i].first)->setChecked(flags[i] == '1');
+            f.findChild<QCheckBox*>(kFlags[i])->setChecked(flags[i] == '1');
         }
         f.optionRefreshRate[refresh]->setChecked(true);
         f.optSysTrayTaskBar[minimize]->setChecked(true);
@@ -49,19 +42,19 @@ struct Screen
     }
     static Screen of(const frmOptions& f)
     {
-        Screen s{{}, -1, -1, -1, -1, f.comboFontSizeDisplay->currentText().toInt(), f.txtPhone->text()};
-        for (const auto& [control, field] : kFlags) {
-            s.flags += f.findChild<QCheckBox*>(control)->isChecked() ? '1' : '0';
-        }
-        const auto checked = [](const QList<QRadioButton*>& buttons, int& at) {
-            for (int i = 0; i < buttons.size(); ++i) {
-                at = buttons[i]->isChecked() ? i : at;
-            }
+        const auto checkedAt = [](const QList<QRadioButton*>& b) {
+            return int(std::find_if(b.begin(), b.end(), [](auto* r) { return r->isChecked(); }) - b.begin());
         };
-        checked(f.optionRefreshRate, s.refresh);
-        checked(f.optSysTrayTaskBar, s.minimize);
-        checked(f.optIconSize, s.icon);
-        checked(f.optToolBarText, s.text);
+        Screen s{{},
+                 checkedAt(f.optionRefreshRate),
+                 checkedAt(f.optSysTrayTaskBar),
+                 checkedAt(f.optIconSize),
+                 checkedAt(f.optToolBarText),
+                 f.comboFontSizeDisplay->currentText().toInt(),
+                 f.txtPhone->text()};
+        for (const char* flag : kFlags) {
+            s.flags += f.findChild<QCheckBox*>(flag)->isChecked() ? '1' : '0';
+        }
         return s;
     }
     bool operator==(const Screen&) const = default;
@@ -74,6 +67,10 @@ struct Options : BoardFixture
         site.person(QStringLiteral("Ann Lee"), QStringLiteral("alee"), QStringLiteral("1234"));
         subReadUserSettings(gRun.gstrDefaultUser);
     }
+    QString setting(const QString& field) const
+    {
+        return ofAnn(field, QStringLiteral("EmployeeSettingsTable"));
+    }
     // Ann's settings row, her phone and Counter, as one text.
     QString written() const
     {
@@ -85,21 +82,7 @@ struct Options : BoardFixture
         }
         return texts.join('|');
     }
-    long long number(const QString& field) const
-    {
-        return ofAnn(field, QStringLiteral("EmployeeSettingsTable")).toLongLong();
-    }
 };
-
-// Runs fn on the Options screen inside its modal loop.
-void onOptionsScreen(const std::function<void(frmOptions&)>& fn)
-{
-    QTimer::singleShot(0, [fn] {
-        if (auto* screen = qobject_cast<frmOptions*>(QApplication::activeModalWidget())) {
-            fn(*screen);
-        }
-    });
-}
 
 } // namespace
 
@@ -113,43 +96,41 @@ private slots:
     void roundTrip_data()
     {
         QTest::addColumn<Screen>("chosen");
-        QTest::addColumn<long long>("refreshRate");
-        QTest::addColumn<long long>("minimizeSetting");
-        QTest::newRow("all on, never, tray only") << Screen{"11111111", 1, 0, 1, 1, 15, "x 4711"} << 0LL << 1LL;
-        QTest::newRow("all off, hourly, task bar only") << Screen{"00000000", 0, 1, 0, 0, 8, ""} << 60LL << 0LL;
-        QTest::newRow("every minute, both") << Screen{"10100101", 2, 2, 1, 0, 11, "555 \"0100\""} << 1LL << 2LL;
-        QTest::newRow("5 minutes") << Screen{"01011010", 3, 0, 0, 1, 9, "7"} << 5LL << 1LL;
-        QTest::newRow("15 minutes") << Screen{"11000011", 4, 1, 1, 1, 12, "8"} << 15LL << 0LL;
-        QTest::newRow("30 minutes") << Screen{"00111100", 5, 2, 0, 0, 14, "9"} << 30LL << 2LL;
+        QTest::addColumn<int>("refreshRate");
+        QTest::addColumn<int>("minimizeSetting");
+        QTest::newRow("all on, never, tray only") << Screen{"11111111", 1, 0, 1, 1, 15, "x 4711"} << 0 << 1;
+        QTest::newRow("all off, hourly, task bar only") << Screen{"00000000", 0, 1, 0, 0, 8, ""} << 60 << 0;
+        QTest::newRow("every minute, both") << Screen{"10100101", 2, 2, 1, 0, 11, "555 \"0100\""} << 1 << 2;
+        QTest::newRow("5 minutes") << Screen{"01011010", 3, 0, 0, 1, 9, "7"} << 5 << 1;
+        QTest::newRow("15 minutes") << Screen{"11000011", 4, 1, 1, 1, 12, "8"} << 15 << 0;
+        QTest::newRow("30 minutes") << Screen{"00111100", 5, 2, 0, 0, 14, "9"} << 30 << 2;
     }
-    // OK writes every control into the row and the phone into EmployeeTable,
-    // raises Counter once, and the next run reads them back onto the screen.
+    // OK writes every control into the row (the numbers the board reads) and the
+    // phone into EmployeeTable, raises Counter once, and the next run reads them
+    // back onto the screen. A null flag shows unchecked and clears the run's value,
+    // which OK then writes, also for AutoMinimize, which the screen does not show.
     void roundTrip()
     {
         QFETCH(Screen, chosen);
-        QFETCH(long long, refreshRate);
-        QFETCH(long long, minimizeSetting);
+        QFETCH(int, refreshRate);
+        QFETCH(int, minimizeSetting);
         Options o;
-        const long long counter = o.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")).toLongLong();
+        const QString counter = o.value(QStringLiteral("SELECT Counter + 1 FROM StatusCounterTable"));
+        o.setForAnn(QStringLiteral("AutoClearComments = Null, AutoMinimize = Null"));
+        gPerson.gblnAutoClearComments = gPerson.gblnAutoMinimize = true;
         {
             frmOptions f;
             QVERIFY(f.Form_Load());
+            QVERIFY(!f.chkAutoClearComments->isChecked());
             chosen.applyTo(f);
             f.cmdOkOptions->click();
             QCOMPARE(f.result(), int(QDialog::Accepted));
         }
-        for (int i = 0; i < 8; ++i) {
-            const QString text = o.ofAnn(kFlags[i].second, QStringLiteral("EmployeeSettingsTable"));
-            QVERIFY2(status::boolFromText(text) == (chosen.flags[i] == '1'), kFlags[i].second);
-        }
-        QCOMPARE(o.number(QStringLiteral("RefreshRate")), refreshRate);
-        QCOMPARE(o.number(QStringLiteral("MinimizeSetting")), minimizeSetting);
-        QCOMPARE(o.number(QStringLiteral("IconSize")), chosen.icon);
-        QCOMPARE(o.number(QStringLiteral("ToolBarText")), chosen.text);
-        QCOMPARE(o.number(QStringLiteral("FontSizeDisplay")), chosen.fontSize);
+        QCOMPARE(o.setting(QStringLiteral("RefreshRate")).toInt(), refreshRate);
+        QCOMPARE(o.setting(QStringLiteral("MinimizeSetting")).toInt(), minimizeSetting);
         QCOMPARE(o.ofAnn(QStringLiteral("Phone")), chosen.phone);
-        QCOMPARE(o.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")).toLongLong(), counter + 1);
-        QCOMPARE(gPerson.gintRefreshRate, refreshRate);
+        QVERIFY(!status::boolFromText(o.setting(QStringLiteral("AutoMinimize"))));
+        QCOMPARE(o.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")), counter);
 
         gPerson.reset();
         subReadUserSettings(gRun.gstrDefaultUser);
@@ -158,49 +139,12 @@ private slots:
         QCOMPARE(Screen::of(again), chosen);
     }
 
-    void nullFlag_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("control");
-        QTest::newRow("AutoClearComments") << "AutoClearComments"
-                                           << "chkAutoClearComments";
-        QTest::newRow("AutoLogIn") << "AutoLogIn"
-                                   << "chkAutoLogIn";
-        QTest::newRow("MinimizeOnClose") << "MinimizeOnClose"
-                                         << "chkMinimizeOnClose";
-        QTest::newRow("ListViewPopUp") << "ListViewPopUp"
-                                       << "chkListViewPopUp";
-        QTest::newRow("AutoMinimize, not shown") << "AutoMinimize"
-                                                 << "";
-    }
-    // A null flag in the row shows unchecked and clears the value the run holds,
-    // which OK then writes as off.
-    void nullFlag()
-    {
-        QFETCH(QString, field);
-        QFETCH(QString, control);
-        Options o;
-        o.setForAnn(QStringLiteral("AutoClearComments = True, AutoLogIn = True, MinimizeOnClose = True, "
-                                   "ListViewPopUp = True, AutoMinimize = True, ") +
-                    field + QStringLiteral(" = Null"));
-        frmOptions f;
-        QVERIFY(f.Form_Load());
-        if (!control.isEmpty()) {
-            QVERIFY(!f.findChild<QCheckBox*>(control)->isChecked());
-        }
-        f.cmdOkOptions->click();
-        for (const char* flag :
-             {"AutoClearComments", "AutoLogIn", "MinimizeOnClose", "ListViewPopUp", "AutoMinimize"}) {
-            const QString text = o.ofAnn(flag, QStringLiteral("EmployeeSettingsTable"));
-            QVERIFY2(status::boolFromText(text) == (field != flag), flag);
-        }
-    }
-
     void nothingWritten_data()
     {
         QTest::addColumn<QString>("how");
         QTest::newRow("Cancel") << "Cancel";
         QTest::newRow("Esc") << "Esc";
+        QTest::newRow("Help, then Cancel") << "Help";
         QTest::newRow("row gone before Load") << "gone before Load";
         QTest::newRow("row gone before OK") << "gone before OK";
     }
@@ -211,33 +155,35 @@ private slots:
         QFETCH(QString, how);
         Options o;
         const long long treeView = gPerson.gvarDisplayTreeView;
+        const QString deleteAnn = QStringLiteral("DELETE FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
+        o.gw.boxes().answer(platform::vbOK);
         frmOptions f;
         if (how == "gone before Load") {
-            o.site.execute(QStringLiteral("DELETE FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""));
-            o.gw.boxes().answer(platform::vbOK);
+            o.site.execute(deleteAnn);
             QCOMPARE(f.exec(), int(QDialog::Rejected));
             QCOMPARE(o.gw.boxes().last().prompt, "It appears the Administrator has deleted your name. You must "
                                                  "restart  VESK-OR Pro  to fix this problem.");
-        }
-        if (how != "gone before Load") {
+        } else {
             QVERIFY(f.Form_Load());
-            Screen{"00000100", 1, 2, 1, 0, 13, "999"}.applyTo(f);
-            f.chkDisplayTreeView->setChecked(!f.chkDisplayTreeView->isChecked());
+            Screen{"00000000", 1, 2, 1, 0, 13, "999"}.applyTo(f); // the tree off: the run has it on
         }
         if (how == "gone before OK") {
-            o.site.execute(QStringLiteral("DELETE FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""));
+            o.site.execute(deleteAnn);
         }
         const QString before = o.written();
-        if (how == "Cancel") {
+        if (how == "Cancel" || how == "Help") {
+            if (how == "Help") {
+                f.cmdOptionsHelp->click();
+                QCOMPARE(o.gw.shell().calls, QStringList{"help  2600"});
+            }
             f.cmdCancelOptions->click();
         } else if (how == "Esc") {
             QTest::keyClick(&f, Qt::Key_Escape);
         } else if (how == "gone before OK") {
-            o.gw.boxes().answer(platform::vbOK);
             f.cmdOkOptions->click();
             QVERIFY(o.gw.boxes().last().prompt.startsWith("Error ( 3021 ) in frmOptions - cmdOkOptions_Click event"));
-            QCOMPARE(f.result(), int(QDialog::Rejected)); // still open, for Cancel
         }
+        QCOMPARE(f.result(), int(QDialog::Rejected));
         QCOMPARE(o.written(), before);
         QCOMPARE(gPerson.gvarDisplayTreeView, treeView);
     }
@@ -247,10 +193,9 @@ private slots:
         QTest::addColumn<Screen>("chosen");
         QTest::addColumn<int>("countDown");
         QTest::addColumn<bool>("tray");
-        QTest::newRow("tree, text, large, bold 12, 15 min, tray")
+        QTest::newRow("tree, text, large, bold 12, 15 min, tray only")
             << Screen{"00000111", 4, 0, 0, 1, 12, ""} << 900 << true;
-        QTest::newRow("tabs, no text, small, 8, never, task bar")
-            << Screen{"00000000", 1, 1, 1, 0, 8, ""} << 0 << false;
+        QTest::newRow("tabs, small, never, task bar only") << Screen{"00000000", 1, 1, 1, 0, 8, ""} << 0 << false;
         QTest::newRow("every minute, both") << Screen{"00000100", 2, 2, 1, 1, 10, ""} << 60 << true;
     }
     // The board's Options command: the screen modal with the tray icon taken down;
@@ -266,18 +211,17 @@ private slots:
         frmMain& board = o.open();
         o.show(1600, 700);
         board.Form_Activate();
-        QVERIFY(board.sysTrayIconExists());
         bool trayDuringScreen = true;
-        onOptionsScreen([&](frmOptions& f) {
+        QTimer::singleShot(0, [&] {
             trayDuringScreen = board.sysTrayIconExists();
-            chosen.applyTo(f);
-            f.cmdOkOptions->click();
+            auto* screen = qobject_cast<frmOptions*>(QApplication::activeModalWidget());
+            chosen.applyTo(*screen);
+            screen->cmdOkOptions->click();
         });
         board.subCommand_Options();
         QVERIFY(!trayDuringScreen);
-        const bool tree = chosen.flags[5] == '1';
-        QCOMPARE(board.TreeViewMain->isVisible(), tree);
-        QCOMPARE(board.TabStripMain->isVisible(), !tree);
+        QCOMPARE(board.TreeViewMain->isVisible(), chosen.flags[5] == '1');
+        QCOMPARE(board.TabStripMain->isVisible(), chosen.flags[5] == '0');
         QCOMPARE(board.toolbarButton(2)->text(), chosen.text ? QStringLiteral("Change") : QString());
         QCOMPARE(board.ToolbarMain->iconSize().width(), chosen.icon ? 16 : 32);
         QCOMPARE(board.ListViewMain->font().bold(), chosen.flags[7] == '1');
