@@ -46,12 +46,29 @@ QString settingsRowSql()
            dao::quoteLike(gRun.gstrDefaultUser);
 }
 
+void store(const std::variant<bool*, long long*>& memory, long long value)
+{
+    std::visit([value](auto* target) { *target = static_cast<std::remove_reference_t<decltype(*target)>>(value); },
+               memory);
+}
+
+long long stored(const std::variant<bool*, long long*>& memory)
+{
+    return std::visit([](auto* target) { return static_cast<long long>(*target); }, memory);
+}
+
+// Yes/no columns take a truth value, the others a number.
+QVariant fieldValue(const std::variant<bool*, long long*>& memory, long long value)
+{
+    return std::holds_alternative<bool*>(memory) ? QVariant(value != 0) : QVariant(value);
+}
+
 } // namespace
 
 frmOptions::Setting frmOptions::check(const char* field, QCheckBox* box, Memory memory)
 {
     if (!box) { // written as it stands in memory, never shown
-        return {field, memory, true, [memory] { return std::visit([](auto* v) { return (long long)*v; }, memory); },
+        return {field, memory, true, [memory] { return stored(memory); },
                 [](long long) {
                 }};
     }
@@ -108,27 +125,6 @@ QList<frmOptions::Setting> frmOptions::settings()
          }},
     };
 }
-
-namespace {
-
-void store(const std::variant<bool*, long long*>& memory, long long value)
-{
-    std::visit([value](auto* target) { *target = static_cast<std::remove_reference_t<decltype(*target)>>(value); },
-               memory);
-}
-
-long long stored(const std::variant<bool*, long long*>& memory)
-{
-    return std::visit([](auto* target) { return static_cast<long long>(*target); }, memory);
-}
-
-// Yes/no columns take a truth value, the others a number.
-QVariant fieldValue(const std::variant<bool*, long long*>& memory, long long value)
-{
-    return std::holds_alternative<bool*>(memory) ? QVariant(value != 0) : QVariant(value);
-}
-
-} // namespace
 
 bool frmOptions::Form_Load()
 {
