@@ -134,6 +134,7 @@ void frmOptions::buildControls()
         comboFontSizeDisplay->addItem(QString::number(size));
     }
     display->layout()->addWidget(comboFontSizeDisplay);
+    display->layout()->setAlignment(comboFontSizeDisplay, Qt::AlignLeft);
 
     QFrame* minimize = addFrame(QStringLiteral("Minimize"));
     chkMinimizeOnClose = checkBox(
