@@ -129,7 +129,7 @@ QList<frmOptions::Setting> frmOptions::settings()
 bool frmOptions::Form_Load()
 {
     const QString strProcedure = QStringLiteral("frmOptions - Load event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         MsgBox(status::errorHead(strProcedure), vbOKOnly);
         return status::Resume::Next;
     });
@@ -205,7 +205,7 @@ bool frmOptions::writeRows(const QList<Setting>& written, const QList<long long>
             rs->Close();
             subUpdateStatusCounter();
         },
-        [](const dao::JetError& e, int) {
+        [](const VbError& e, int) {
             Err.Set(e);
             MsgBox(status::errorHead(QStringLiteral("frmOptions - cmdOkOptions_Click event")), vbOKOnly);
             return false;

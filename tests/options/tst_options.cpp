@@ -220,18 +220,18 @@ private slots:
         });
         board.subCommand_Options();
         QVERIFY(!trayDuringScreen);
-        QCOMPARE(board.TreeViewMain->isVisible(), chosen.flags[5] == '1');
-        QCOMPARE(board.TabStripMain->isVisible(), chosen.flags[5] == '0');
-        QCOMPARE(board.toolbarButton(2)->text(), chosen.text ? QStringLiteral("Change") : QString());
-        QCOMPARE(board.ToolbarMain->iconSize().width(), chosen.icon ? 16 : 32);
-        QCOMPARE(board.ListViewMain->font().bold(), chosen.flags[7] == '1');
-        QCOMPARE(board.ListViewMain->font().pointSize(), chosen.fontSize);
+        QCOMPARE(o.child<QTreeWidget>("TreeViewMain")->isVisible(), chosen.flags[5] == '1');
+        QCOMPARE(o.child("TabStripMain")->isVisible(), chosen.flags[5] == '0');
+        QCOMPARE(o.action(QStringLiteral("Change"))->text(), chosen.text ? QStringLiteral("Change") : QString());
+        QCOMPARE(o.child<QToolBar>("ToolbarMain")->iconSize().width(), chosen.icon ? 16 : 32);
+        QCOMPARE(o.list()->font().bold(), chosen.flags[7] == '1');
+        QCOMPARE(o.list()->font().pointSize(), chosen.fontSize);
 
         board.Form_Activate();
         QCOMPARE(board.sysTrayIconExists(), tray);
         QCOMPARE(gBoard.gintTimerMainCountDown, countDown);
         board.TimerMain_Timer();
-        QCOMPARE(board.TimerMain.isActive(), countDown != 0);
+        QCOMPARE(o.child<QTimer>("TimerMain")->isActive(), countDown != 0);
         QCOMPARE(board.panelText(3), countDown ? QStringLiteral("Next refresh in %1 ").arg(countDown - 1)
                                                : QStringLiteral(" Refresh OFF "));
     }
