@@ -166,7 +166,7 @@ void ReadGroups(benchmark::State& state)
         subReadGroups();
         QCoreApplication::processEvents(); // the strip's layout and paint
     }
-    state.counters["tabs"] = double(board->TabStripMain->count());
+    state.counters["tabs"] = double(board->findChild<GroupTabBar*>(QStringLiteral("TabStripMain"))->count());
     state.SetComplexityN(state.range(0));
     finish(state, std::move(board));
 }
@@ -177,7 +177,7 @@ void FirstReadGroups(benchmark::State& state)
     auto board = openBoard(10, state.range(0));
     for (auto _ : state) {
         state.PauseTiming();
-        board->TabStripMain->setCaptions({});
+        board->findChild<GroupTabBar*>(QStringLiteral("TabStripMain"))->setCaptions({});
         state.ResumeTiming();
         subReadGroups();
         QCoreApplication::processEvents();

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture),
-# and its Change YOUR Status and Group Change screens into docs/status.png and docs/group.png.
+# and its Change YOUR Status, Group Change and Options screens into status.png, group.png and options.png
+# beside it.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -16,4 +17,5 @@ trap 'rm -rf "$site"' EXIT
 mkdir -p "$(dirname "$out")"
 # The demo's first person, Alice Moreton, looks at her office.
 QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size" \
-    "$(dirname "$out")/status.png" "$(dirname "$out")/group.png"
+    --status="$(dirname "$out")/status.png" --group="$(dirname "$out")/group.png" \
+    --options="$(dirname "$out")/options.png"

@@ -124,7 +124,7 @@ int runAdmin(const QStringList& args, QTextStream& out, QTextStream& err)
         return 2;
     } catch (const database::SiteError& e) {
         err << program << ": " << e.message() << "\n";
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         err << program << ": database error " << e.number() << ": " << e.description() << "\n";
     }
     return 1;

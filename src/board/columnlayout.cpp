@@ -64,3 +64,98 @@ ColumnLayout ColumnLayout::read(dao::Recordset& settingsRow)
     }
     return layout;
 }
+
+QList<ColumnLayout::Header> ColumnLayout::headers() const
+{
+    QList<Header> result;
+    const auto add = [&](const QString& caption) {
+        const qsizetype slot = result.size();
+        result << Header{caption, slot < widths.size() ? std::optional(Twips(widths.at(slot))) : std::nullopt};
+    };
+    for (int i = 0; i < columns.size(); ++i) {
+        if (i == 0) {
+            add(QStringLiteral("Status"));
+        }
+        const QString name = columns.at(i).trimmed();
+        if (name.contains(QLatin1String("New_"))) {
+            add(name.mid(4));
+        } else if (!name.isEmpty() && name != QLatin1String("Status")) {
+            add(name);
+        }
+    }
+    return result;
+}
+
+namespace columns {
+
+int fillColumn(const QStringList& captions, int lastShown)
+{
+    const int comments = int(captions.indexOf(QStringLiteral("Comments")));
+    return comments >= 0 ? comments : lastShown;
+}
+
+int fillWidth(int ownWidth, int listWidth, int othersWidth)
+{
+    return std::max(ownWidth, listWidth - othersWidth);
+}
+
+std::optional<int> statusPlace(const QVariant& order, int columnCount)
+{
+    if (order.isNull()) {
+        return std::nullopt;
+    }
+    const long long place = order.toLongLong();
+    return place >= 1 && place <= columnCount ? std::optional(int(place)) : std::nullopt;
+}
+
+Sort sortColumn(const QStringList& captions, const QString& savedCaption, long long savedKey)
+{
+    const qsizetype found = captions.indexOf(savedCaption);
+    if (found >= 0) {
+        return {found, true};
+    }
+    return {savedKey > captions.size() - 1 ? 0 : savedKey, false};
+}
+
+long long orderAfterClick(long long clicked, long long lastClicked, long long order)
+{
+    if (clicked != lastClicked) {
+        return order;
+    }
+    return order == 0 ? 1 : 0;
+}
+
+bool findMatches(const QString& value, const QString& typed)
+{
+    return value.left(typed.size()).toUpper() == typed.toUpper();
+}
+
+Snapshot Snapshot::take(int rows, const QList<long long>& positions, const QList<long long>& widths)
+{
+    Snapshot snapshot;
+    for (int i = 1; i <= rows - 1 && i <= positions.size(); ++i) {
+        snapshot.positions.resize(i + 1);
+        snapshot.widths.resize(i + 1);
+        snapshot.positions[i] = positions.at(i - 1);
+        snapshot.widths[i] = widths.value(i - 1);
+    }
+    return snapshot;
+}
+
+bool Snapshot::differs(int rows, const QList<long long>& nowPositions, const QList<long long>& nowWidths) const
+{
+    const auto differ = [rows](const QList<long long>& then, const QList<long long>& now) {
+        for (int i = 1; i <= rows - 1; ++i) {
+            if (i > now.size() || i >= then.size()) {
+                return false;
+            }
+            if (now.at(i - 1) != then.at(i)) {
+                return true;
+            }
+        }
+        return false;
+    };
+    return differ(positions, nowPositions) || differ(widths, nowWidths);
+}
+
+} // namespace columns

@@ -101,14 +101,21 @@ void frmMain::buildControls()
     for (const auto& [widget, name] : spoken) {
         widget->setAccessibleName(QString::fromLatin1(name));
     }
-    const std::pair<QTimer*, int> timers[] = {
-        {&tmrCheckForNewMessages, 10000},
-        {&tmrCheckForStatusAlerts, 3000},
-        {&tmrScreenSaver, 1000},
-        {&tmrDetectLockedWorkStation, 3000},
+    // The timers by name, as the screen knows them; 0 leaves the interval to initTimers.
+    const std::tuple<QTimer*, const char*, int> timers[] = {
+        {&TimerMain, "TimerMain", 0},
+        {&tmrCheckForNewMessages, "tmrCheckForNewMessages", 10000},
+        {&tmrCheckForStatusAlerts, "tmrCheckForStatusAlerts", 3000},
+        {&tmrCheckForForcedShutDown, "tmrCheckForForcedShutDown", 0},
+        {&tmrScreenSaver, "tmrScreenSaver", 1000},
+        {&tmrDetectLockedWorkStation, "tmrDetectLockedWorkStation", 3000},
     };
-    for (const auto& [timer, interval] : timers) {
-        timer->setInterval(interval);
+    for (const auto& [timer, name, interval] : timers) {
+        timer->setParent(this); // a member: it leaves its parent before the parent goes
+        timer->setObjectName(QString::fromLatin1(name));
+        if (interval > 0) {
+            timer->setInterval(interval);
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 // timers. It is the MainScreen the logic talks to, registered while it lives.
 // Its methods live in several files, one concern each (frmmain_*.cpp).
 
+#include "board/columnlayout.h"
 #include "board/grouptabbar.h"
 #include "kernel/mainscreen.h"
 
@@ -25,7 +26,9 @@ class QTreeWidgetItem;
 class QCloseEvent;
 class QPoint;
 class QWidget;
-struct ColumnLayout;
+namespace rights {
+struct ButtonRight;
+}
 namespace dao {
 class Recordset;
 }
@@ -52,6 +55,28 @@ public:
     // The object name of the filters that pass controls' events to the board.
     static constexpr const char* kEventHookName = "frmMainEventHook";
 
+    // MainScreen: the window.
+    void setCaption(const QString& caption) override;
+    QString caption() const override;
+    bool isMinimized() const override;
+    void minimize() override;
+    void setBusyPointer(bool busy) override;
+    void unload() override;
+    bool isLoaded() const override;
+    QRect normalGeometry() const override;
+    void setNormalGeometry(const QRect& geometry) override;
+    // MainScreen: the status bar, the toolbar, the list's font.
+    void setPanelText(int panel, const QString& text) override;
+    QString panelText(int panel) const override;
+    void setPanelToolTip(int panel, const QString& text) override;
+    QString panelToolTip(int panel) const override;
+    bool groupButtonEnabled() const override;
+    void applyDisplayFont() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
     // The controls. All are made by the constructor; the layout places them.
     QTreeWidget* ListViewMain; // the people and items
     QToolBar* ToolbarMain;
@@ -79,28 +104,6 @@ public:
     QAction* toolbarButton(int position) const;
     QAction* toolbarButton(const QString& key) const;
 
-    // MainScreen: the window.
-    void setCaption(const QString& caption) override;
-    QString caption() const override;
-    bool isMinimized() const override;
-    void minimize() override;
-    void setBusyPointer(bool busy) override;
-    void unload() override;
-    bool isLoaded() const override;
-    QRect normalGeometry() const override;
-    void setNormalGeometry(const QRect& geometry) override;
-    // MainScreen: the status bar, the toolbar, the list's font.
-    void setPanelText(int panel, const QString& text) override;
-    QString panelText(int panel) const override;
-    void setPanelToolTip(int panel, const QString& text) override;
-    QString panelToolTip(int panel) const override;
-    bool groupButtonEnabled() const override;
-    void applyDisplayFont() override;
-
-protected:
-    void changeEvent(QEvent* event) override;
-
-private:
     void buildToolbar();
     void buildStatusBar();
     void toolbarClicked(QAction* button);
@@ -177,6 +180,7 @@ private:
     // The steps of subRefreshUserList (frmmain_refresh.cpp, frmmain_columns.cpp, frmmain_panes.cpp).
     void rebuildList(const QString& strGroup);
     bool columnsMovedOrResized();
+    void columnGeometry(QList<long long>& positions, QList<long long>& widths) const;
     std::unique_ptr<dao::Recordset> openSettingsRow();
     void answerNoSettingsRow();
     void createHeaders(const ColumnLayout& layout);
@@ -203,10 +207,9 @@ private:
     void flushGroups();
 
     QString mstrLastGroupShown;
-    QList<long long> mvarColumnPositions; // each column's place after the last rebuild, from entry 1
-    QList<long long> mvarColumnWidths;    // and its width in twips
-    long long mintLockedRetries = 0;      // failed reads of the settings row in this run, never reset
-    bool mblnLoading = true;              // from Load to the first Activate
+    columns::Snapshot m_columnSnapshot; // each column's place and width after the last rebuild
+    long long mintLockedRetries = 0;    // failed reads of the settings row in this run, never reset
+    bool mblnLoading = true;            // from Load to the first Activate
     // The row restoreSelection found for a name, kept until the rows change.
     bool m_selectionFound = false;
     QString m_selectionName;
@@ -225,36 +228,6 @@ private:
 public:
     // --- commands, menus, toolbar, rights, layout ---
 public:
-    // The menus, named as the screen knows them (frmmain_commands.cpp).
-    QMenu* mnuFile = nullptr;
-    QAction* mnuNewDesktopIcon = nullptr;
-    QAction* mnuFile_Uninstall = nullptr;
-    QAction* mnuFile_Exit = nullptr;
-    QMenu* mnuCommands = nullptr;
-    QAction* mnuCommand_Find = nullptr;
-    QAction* mnuCommand_Change = nullptr;
-    QAction* mnuCommand_Group = nullptr;
-    QAction* mnuCommand_Out = nullptr;
-    QAction* mnuCommand_Busy = nullptr;
-    QAction* mnuCommand_In = nullptr;
-    QAction* mnuCommand_Refresh = nullptr;
-    QAction* mnuCommand_Servers = nullptr;
-    QAction* mnuCommand_Home = nullptr;
-    QAction* mnuCommand_StatusAlert = nullptr;
-    QAction* mnuCommand_Mail = nullptr;
-    QAction* mnuCommand_QUIL = nullptr;
-    QAction* mnuCommand_DisplayPhoto = nullptr;
-    QAction* mnuCommand_CompanyInfo = nullptr;
-    QAction* mnuCommand_Planner = nullptr;
-    QAction* mnuCommand_Print = nullptr;
-    QAction* mnuCommand_Options = nullptr;
-    QMenu* mnuMessagesMenu = nullptr;
-    QAction* mnuMessagesNew = nullptr;
-    QAction* mnuMessages = nullptr;
-    QMenu* mnuWebActions = nullptr;
-    QMenu* mnuHelp = nullptr;
-    QAction* mnuHelpContents = nullptr;
-    QAction* mnuAbout = nullptr;
     // The help topic F1 opens: the area the mouse last moved over.
     int HelpContextID = 2000;
 
@@ -288,21 +261,49 @@ public:
     // The rights (frmmain_rights.cpp).
     void subSetToolBarRights() override;
 
-    // The layout (frmmain_layout.cpp). The splitters' positions are twips, as are
-    // the window's place and size that normalGeometry() gives for the settings row.
-    QSplitter* picVerticalSplitter = nullptr;   // TreeViewMain on its left, the list on its right
-    QSplitter* picSplitterHorizontal = nullptr; // the panes above it, the list below
-    void subResizeControls();
+    // The layout (frmmain_layout.cpp).
+    void subResizeControls() override;
 
 private:
+    // The menus, named as the screen knows them (frmmain_commands.cpp).
+    QMenu* mnuFile = nullptr;
+    QAction* mnuNewDesktopIcon = nullptr;
+    QAction* mnuFile_Uninstall = nullptr;
+    QAction* mnuFile_Exit = nullptr;
+    QMenu* mnuCommands = nullptr;
+    QAction* mnuCommand_Find = nullptr;
+    QAction* mnuCommand_Change = nullptr;
+    QAction* mnuCommand_Group = nullptr;
+    QAction* mnuCommand_Out = nullptr;
+    QAction* mnuCommand_Busy = nullptr;
+    QAction* mnuCommand_In = nullptr;
+    QAction* mnuCommand_Refresh = nullptr;
+    QAction* mnuCommand_Servers = nullptr;
+    QAction* mnuCommand_Home = nullptr;
+    QAction* mnuCommand_StatusAlert = nullptr;
+    QAction* mnuCommand_Mail = nullptr;
+    QAction* mnuCommand_QUIL = nullptr;
+    QAction* mnuCommand_DisplayPhoto = nullptr;
+    QAction* mnuCommand_CompanyInfo = nullptr;
+    QAction* mnuCommand_Planner = nullptr;
+    QAction* mnuCommand_Print = nullptr;
+    QAction* mnuCommand_Options = nullptr;
+    QMenu* mnuMessagesMenu = nullptr;
+    QAction* mnuMessagesNew = nullptr;
+    QAction* mnuMessages = nullptr;
+    QMenu* mnuWebActions = nullptr;
+    QMenu* mnuHelp = nullptr;
+    QAction* mnuHelpContents = nullptr;
+    QAction* mnuAbout = nullptr;
+    // The splitters; their positions are twips in the run-wide values.
+    QSplitter* picVerticalSplitter = nullptr;   // TreeViewMain on its left, the list on its right
+    QSplitter* picSplitterHorizontal = nullptr; // the panes above it, the list below
+
     void initToolbarAndMenus();
     void initLayout();
     void buildMenus();
     void watchHelpContexts();
-    void setToolbarRight(int position, std::optional<bool> enabled, std::optional<bool> visible);
-    void setServerRights();
-    void setGuestRights();
-    void setMessagingRights();
+    void setToolbarRight(const rights::ButtonRight& right);
     void subWebAction(const QString& page);
     void navigatorPass();
     void panePass();

@@ -4,8 +4,8 @@
 #include "board/columnlayout.h"
 #include "board/frmmain.h"
 #include "board/statusicons.h"
+#include "board/twips.h"
 #include "dao/dao.h"
-#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "status/settings.h"
@@ -14,47 +14,34 @@
 #include <QTreeWidget>
 #include <algorithm>
 
-// The headers: "Status" first (each row's main text), then the slots in order.
-// A header takes the width of the slot numbered by the headers made so far, not
-// of its own slot: with gaps or a moved Status column the widths shift, as the
-// person's saved layout has always been read.
+// The headers as the person's layout gives them, in a fresh order.
 void frmMain::createHeaders(const ColumnLayout& layout)
 {
-    QStringList headers;
-    for (int i = 0; i < layout.columns.size(); ++i) {
-        if (i == 0) {
-            headers << QStringLiteral("Status");
-        }
-        const QString name = layout.columns.at(i).trimmed();
-        if (name.contains(QLatin1String("New_"))) {
-            headers << name.mid(4);
-        } else if (!name.isEmpty() && name != QLatin1String("Status")) {
-            headers << name;
-        }
+    const QList<ColumnLayout::Header> headers = layout.headers();
+    QStringList captions;
+    for (const ColumnLayout::Header& header : headers) {
+        captions << header.caption;
     }
     m_fillColumn = -1;
-    ListViewMain->setColumnCount(int(headers.size()));
-    ListViewMain->setHeaderLabels(headers);
+    ListViewMain->setColumnCount(int(captions.size()));
+    ListViewMain->setHeaderLabels(captions);
     QHeaderView* header = ListViewMain->header();
     for (int i = 0; i < headers.size(); ++i) {
         header->moveSection(header->visualIndex(i), i); // a fresh header keeps no old order
-        if (i < layout.widths.size()) {
-            header->resizeSection(i, int(layout.widths.at(i) / kTwipsPerPixel));
+        if (headers.at(i).width) {
+            header->resizeSection(i, headers.at(i).width->pixels());
         }
     }
     clearSortArrows();
 }
 
-// The column that takes the width the others leave: Comments, else the last one
-// shown. It is never narrower than the person made it, and that width, not the
-// one it has on a wide screen, is what the layout keeps.
+// The column that takes the width the others leave. The width the person gave
+// it, not the one it has on a wide screen, is what the layout keeps.
 void frmMain::chooseFillColumn()
 {
     QHeaderView* header = ListViewMain->header();
-    m_fillColumn = int(listHeaders().indexOf(QStringLiteral("Comments")));
-    if (m_fillColumn < 0 && header->count() > 0) {
-        m_fillColumn = header->logicalIndex(header->count() - 1);
-    }
+    m_fillColumn =
+        columns::fillColumn(listHeaders(), header->count() > 0 ? header->logicalIndex(header->count() - 1) : -1);
     m_fillOwnWidth = m_fillColumn >= 0 ? header->sectionSize(m_fillColumn) : 0;
     fitFillColumn();
 }
@@ -72,7 +59,7 @@ void frmMain::fitFillColumn()
         }
     }
     m_fitting = true;
-    header->resizeSection(m_fillColumn, std::max(m_fillOwnWidth, ListViewMain->viewport()->width() - others));
+    header->resizeSection(m_fillColumn, columns::fillWidth(m_fillOwnWidth, ListViewMain->viewport()->width(), others));
     m_fitting = false;
 }
 
@@ -80,34 +67,29 @@ void frmMain::fitFillColumn()
 long long frmMain::ownWidthTwips(int column) const
 {
     const int pixels = column == m_fillColumn ? m_fillOwnWidth : ListViewMain->header()->sectionSize(column);
-    return qint64(pixels) * kTwipsPerPixel;
+    return Twips::fromPixels(pixels).value();
 }
 
 // The Status column to its saved place among the others, which were made in order.
 void frmMain::placeStatusColumn(dao::Recordset& rstColumnData)
 {
     const dao::Field order = rstColumnData.Fields(QStringLiteral("StatusColumnOrder"));
-    if (order.IsNull()) {
-        Err.Raise(vbErrTypeMismatch, QStringLiteral("Invalid use of Null"));
-    }
-    const int position = int(order.Value().toLongLong());
     QHeaderView* header = ListViewMain->header();
-    if (position < 1 || position > header->count()) {
+    const std::optional<int> place = columns::statusPlace(order.Value(), header->count());
+    if (!place) {
         Err.Raise(vbErrInvalidPropertyValue, QStringLiteral("Invalid property value"));
     }
-    header->moveSection(header->visualIndex(0), position - 1);
+    header->moveSection(header->visualIndex(0), *place - 1);
 }
 
-// The sort column by its saved caption (left as it was when no header has it),
-// the arrow on gintSortKey's header, and the control's own sort.
+// The sort column by its saved caption (the list keeps its own when no header
+// has it), the arrow on gintSortKey's header, and the control's own sort.
 void frmMain::applyListSort()
 {
-    for (int i = 0; i < ListViewMain->columnCount(); ++i) {
-        if (ListViewMain->headerItem()->text(i) == gPerson.gstrSortColumnName) {
-            m_listSortKey = i;
-            gPerson.gintSortKey = i;
-            break;
-        }
+    const columns::Sort sort = columns::sortColumn(listHeaders(), gPerson.gstrSortColumnName, gPerson.gintSortKey);
+    gPerson.gintSortKey = sort.key;
+    if (sort.byCaption) {
+        m_listSortKey = int(sort.key);
     }
     const bool ascending = gPerson.gintSortOrder == 0;
     if (gPerson.gintSortKey >= 0 && gPerson.gintSortKey < ListViewMain->columnCount()) {
@@ -119,51 +101,34 @@ void frmMain::applyListSort()
     }
 }
 
-// Has the person moved or resized a column since the last rebuild? The
-// loops run to the number of rows, not of columns, and stop quietly at the first
-// column or snapshot entry that is not there. A change saves the settings, so the
-// rebuild that follows reads the new layout back.
+// Each column's place (from 1) and width in twips as the list shows them now.
+void frmMain::columnGeometry(QList<long long>& places, QList<long long>& widths) const
+{
+    const QHeaderView* header = ListViewMain->header();
+    for (int column = 0; column < header->count(); ++column) {
+        places << header->visualIndex(column) + 1;
+        widths << ownWidthTwips(column);
+    }
+}
+
+// A moved or resized column saves the settings, so that the rebuild that
+// follows reads the new layout back.
 bool frmMain::columnsMovedOrResized()
 {
-    const int rows = ListViewMain->topLevelItemCount();
-    if (rows == 0) {
-        return false;
-    }
-    QHeaderView* header = ListViewMain->header();
-    const auto differs = [&](const QList<long long>& snapshot, auto valueOf) {
-        for (int i = 1; i <= rows - 1; ++i) {
-            if (i > header->count() || i >= snapshot.size()) {
-                return false;
-            }
-            if (valueOf(i - 1) != snapshot.at(i)) {
-                return true;
-            }
-        }
-        return false;
-    };
-    const bool changed =
-        differs(mvarColumnPositions, [&](int column) { return qint64(header->visualIndex(column) + 1); }) ||
-        differs(mvarColumnWidths, [&](int column) { return ownWidthTwips(column); });
+    QList<long long> places;
+    QList<long long> widths;
+    columnGeometry(places, widths);
+    const bool changed = m_columnSnapshot.differs(ListViewMain->topLevelItemCount(), places, widths);
     if (changed) {
         ResumeNext([] { subSaveUserSettings(gRun.gstrDefaultUser); });
     }
     return changed;
 }
 
-// Each column's place and width as the rebuild left them, in entries 1
-// to rows - 1 at most (the bound is the number of rows, as in the comparison).
 void frmMain::takeColumnSnapshot()
 {
-    const int rows = ListViewMain->topLevelItemCount();
-    QHeaderView* header = ListViewMain->header();
-    mvarColumnWidths = {0, 0};
-    mvarColumnPositions = {0, 0};
-    for (int i = 1; i <= rows - 1 && i <= header->count(); ++i) {
-        mvarColumnWidths.resize(i + 1);
-        mvarColumnWidths[i] = ownWidthTwips(i - 1);
-    }
-    for (int i = 1; i <= rows - 1 && i <= header->count(); ++i) {
-        mvarColumnPositions.resize(i + 1);
-        mvarColumnPositions[i] = header->visualIndex(i - 1) + 1;
-    }
+    QList<long long> places;
+    QList<long long> widths;
+    columnGeometry(places, widths);
+    m_columnSnapshot = columns::Snapshot::take(ListViewMain->topLevelItemCount(), places, widths);
 }

@@ -3,6 +3,7 @@
 // Alt+Home, the Web Site entries and the help topic of the area under the mouse.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
+#include "options/frmoptions.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "status/statuswrite.h"
@@ -286,10 +287,14 @@ void frmMain::subCommand_QUIL()
 {
 }
 
-// The Options screen is not part of this build yet; once it is: the tray icon
-// taken down, the screen shown modally, then the tray set up again and the board refreshed.
+// The tray icon comes back, as the person now chose, with the next Activate.
 void frmMain::subCommand_Options()
 {
+    subUnloadSysTrayIcon();
+    frmOptions options(this);
+    options.exec();
+    subTaskBarSysTrayActivation();
+    subRefreshUserList(QString());
 }
 
 // The print screen comes with the reports; the board is refreshed after it.

@@ -2,6 +2,7 @@
 // in it: the group tabs or tree, the column headers, the row click, the find box,
 // and the hints they leave in panel 1. Each is thin: it changes a setting and
 // leaves the work to subRefreshUserList or to the list's own sorting.
+#include "board/columnlayout.h"
 #include "board/frmmain.h"
 #include "board/grouptabbar.h"
 #include "board/statusicons.h"
@@ -300,9 +301,7 @@ void frmMain::ListViewMain_ColumnClick(int column)
     m_listSortKey = column;
     gPerson.gstrSortColumnName = ListViewMain->headerItem()->text(column);
     clearSortArrows();
-    if (column == gBoard.gintFindColumn) {
-        gPerson.gintSortOrder = gPerson.gintSortOrder == 0 ? 1 : 0;
-    }
+    gPerson.gintSortOrder = columns::orderAfterClick(column, gBoard.gintFindColumn, gPerson.gintSortOrder);
     gBoard.gintFindColumn = column;
     const bool ascending = gPerson.gintSortOrder == 0;
     ListViewMain->headerItem()->setIcon(
@@ -356,10 +355,9 @@ void frmMain::txtFind_Change()
         return;
     }
     subClearListSelection();
-    const QString wanted = text.toUpper();
     for (int i = 0; i < ListViewMain->topLevelItemCount(); ++i) {
         QTreeWidgetItem* row = ListViewMain->topLevelItem(i);
-        if (row->text(int(gBoard.gintFindColumn)).left(text.size()).toUpper() == wanted) {
+        if (columns::findMatches(row->text(int(gBoard.gintFindColumn)), text)) {
             selectRow(row);
             return;
         }

@@ -6,7 +6,7 @@
 // positions are twips in the run-wide values, kept within limits that each
 // layout pass works out from the window's size, and saved at the end of the run.
 #include "board/frmmain.h"
-#include "kernel/constants.h"
+#include "board/twips.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 
@@ -25,8 +25,8 @@
 
 namespace {
 
-constexpr int kGap = 60 / kTwipsPerPixel;       // between neighbouring areas
-constexpr int kListInset = 50 / kTwipsPerPixel; // the list ends this short of what is next to it
+const int kGap = Twips(60).pixels();       // between neighbouring areas
+const int kListInset = Twips(50).pixels(); // the list ends this short of what is next to it
 // The smallest each area may become by a splitter's drag; the splitters' limits follow.
 constexpr int kTreeMinWidth = 80;
 constexpr int kListMinWidth = 200;
@@ -35,29 +35,12 @@ constexpr int kListMinHeight = 100;
 constexpr int kLargeIcon = 32;
 constexpr int kSmallIcon = 16;
 
-long long twips(int pixels)
-{
-    return static_cast<long long>(pixels) * kTwipsPerPixel;
-}
-
-int pixels(long long twips)
-{
-    return static_cast<int>(twips / kTwipsPerPixel);
-}
-
-// A splitter's position held between its limits; when the window is too small
-// for both, the maximum wins, and the position stays there when the window grows.
-long long heldBetween(long long position, long long minimum, long long maximum)
-{
-    return std::min(std::max(position, minimum), maximum);
-}
-
 // Lays the screen out when its client area is shown or changes size, and shows About when
 // the logo is clicked.
 class LayoutWatcher : public QObject
 {
 public:
-    explicit LayoutWatcher(frmMain* form) : QObject(form), m_form(form)
+    LayoutWatcher(frmMain* form, QWidget* logo) : QObject(form), m_form(form), m_logo(logo)
     {
     }
 
@@ -67,7 +50,7 @@ protected:
         const bool sized = event->type() == QEvent::Resize || event->type() == QEvent::Show;
         if (sized && watched == m_form->centralWidget()) {
             m_form->subResizeControls();
-        } else if (event->type() == QEvent::MouseButtonRelease && watched == m_form->imgPlannerBanner) {
+        } else if (event->type() == QEvent::MouseButtonRelease && watched == m_logo) {
             m_form->subCommand_About();
         }
         return false;
@@ -75,6 +58,7 @@ protected:
 
 private:
     frmMain* m_form;
+    QWidget* m_logo;
 };
 
 QWidget* column(QWidget* parent, std::initializer_list<QWidget*> widgets, int margin)
@@ -153,7 +137,7 @@ void frmMain::initLayout()
     setCentralWidget(client);
     connect(picVerticalSplitter, &QSplitter::splitterMoved, this, &frmMain::splitterMoved);
     connect(picSplitterHorizontal, &QSplitter::splitterMoved, this, &frmMain::splitterMoved);
-    auto* watcher = new LayoutWatcher(this);
+    auto* watcher = new LayoutWatcher(this, imgPlannerBanner);
     client->installEventFilter(watcher);
     imgPlannerBanner->installEventFilter(watcher);
     watchHelpContexts();
@@ -270,12 +254,15 @@ void frmMain::placeSplitters()
     const int handle = picSplitterHorizontal->handleWidth();
 
     const int top = picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y();
-    gBoard.glngSplitterHorizontalMin = twips(top + kPanesMinHeight);
-    gBoard.glngSplitterHorizontalMax = twips(top + picSplitterHorizontal->height() - handle - kListMinHeight);
+    gBoard.glngSplitterHorizontalMin = Twips::fromPixels(top + kPanesMinHeight).value();
+    gBoard.glngSplitterHorizontalMax =
+        Twips::fromPixels(top + picSplitterHorizontal->height() - handle - kListMinHeight).value();
     gPerson.glngSplitterHorizontal =
-        heldBetween(gPerson.glngSplitterHorizontal, gBoard.glngSplitterHorizontalMin, gBoard.glngSplitterHorizontalMax);
+        heldBetween(Twips(gPerson.glngSplitterHorizontal), Twips(gBoard.glngSplitterHorizontalMin),
+                    Twips(gBoard.glngSplitterHorizontalMax))
+            .value();
     if (m_panes->isVisibleTo(this)) {
-        const int panes = pixels(gPerson.glngSplitterHorizontal) - top;
+        const int panes = Twips(gPerson.glngSplitterHorizontal).pixels() - top;
         picSplitterHorizontal->setSizes({panes, picSplitterHorizontal->height() - handle - panes});
     }
 
@@ -283,11 +270,14 @@ void frmMain::placeSplitters()
         const int left = picVerticalSplitter->mapTo(client, QPoint(0, 0)).x();
         // The tree is at least as wide as its longest name, up to a third of the window.
         const int names = std::clamp(m_treeNamesWidth, kTreeMinWidth, std::max(kTreeMinWidth, width() / 3));
-        gBoard.glngSplitterVerticalMin = twips(left + names);
-        gBoard.glngSplitterVerticalMax = twips(left + picVerticalSplitter->width() - handle - kListMinWidth);
+        gBoard.glngSplitterVerticalMin = Twips::fromPixels(left + names).value();
+        gBoard.glngSplitterVerticalMax =
+            Twips::fromPixels(left + picVerticalSplitter->width() - handle - kListMinWidth).value();
         gPerson.glngSplitterVertical =
-            heldBetween(gPerson.glngSplitterVertical, gBoard.glngSplitterVerticalMin, gBoard.glngSplitterVerticalMax);
-        const int tree = pixels(gPerson.glngSplitterVertical) - left;
+            heldBetween(Twips(gPerson.glngSplitterVertical), Twips(gBoard.glngSplitterVerticalMin),
+                        Twips(gBoard.glngSplitterVerticalMax))
+                .value();
+        const int tree = Twips(gPerson.glngSplitterVertical).pixels() - left;
         picVerticalSplitter->setSizes({tree, picVerticalSplitter->width() - handle - tree});
     }
 }
@@ -298,12 +288,14 @@ void frmMain::splitterMoved()
 {
     const QWidget* client = centralWidget();
     if (gPerson.gvarDisplayTreeView != 0) {
-        gPerson.glngSplitterVertical =
-            twips(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() + picVerticalSplitter->sizes().value(0));
+        gPerson.glngSplitterVertical = Twips::fromPixels(picVerticalSplitter->mapTo(client, QPoint(0, 0)).x() +
+                                                         picVerticalSplitter->sizes().value(0))
+                                           .value();
     }
     if (m_panes->isVisibleTo(this)) {
-        gPerson.glngSplitterHorizontal =
-            twips(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() + picSplitterHorizontal->sizes().value(0));
+        gPerson.glngSplitterHorizontal = Twips::fromPixels(picSplitterHorizontal->mapTo(client, QPoint(0, 0)).y() +
+                                                           picSplitterHorizontal->sizes().value(0))
+                                             .value();
     }
     subResizeControls();
 }
@@ -313,12 +305,12 @@ void frmMain::splitterMoved()
 QRect frmMain::normalGeometry() const
 {
     const QRect place = isMaximized() || isFullScreen() ? QMainWindow::normalGeometry() : geometry();
-    return {int(twips(place.left())), int(twips(place.top())), int(twips(place.width())), int(twips(place.height()))};
+    return twipsOf(place);
 }
 
 void frmMain::setNormalGeometry(const QRect& place)
 {
     if (windowState() == Qt::WindowNoState) {
-        setGeometry(pixels(place.left()), pixels(place.top()), pixels(place.width()), pixels(place.height()));
+        setGeometry(pixelsOf(place));
     }
 }

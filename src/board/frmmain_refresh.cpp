@@ -7,6 +7,7 @@
 #include "board/boarditem.h"
 #include "board/columnlayout.h"
 #include "board/frmmain.h"
+#include "board/refreshplan.h"
 #include "board/statusicons.h"
 #include "dao/dao.h"
 #include "database/counters.h"
@@ -71,28 +72,26 @@ void frmMain::subRefreshUserList(const QString& group)
         return; // nothing to show before the person is known
     }
     flushGroups();
-    QString strGroup = group;
-    if (strGroup.trimmed().isEmpty()) {
-        if (gPerson.gvarDisplayTreeView == 0 && TabStripMain->currentIndex() >= 0) {
-            gRun.gstrCurrentGroup = TabStripMain->tabText(TabStripMain->currentIndex());
-        }
-        strGroup = gRun.gstrCurrentGroup;
+    const QString tab =
+        TabStripMain->currentIndex() >= 0 ? TabStripMain->tabText(TabStripMain->currentIndex()) : QString();
+    const QString strGroup = refresh::groupToShow(group, gPerson.gvarDisplayTreeView != 0, tab, gRun.gstrCurrentGroup);
+    if (group.trimmed().isEmpty()) {
+        gRun.gstrCurrentGroup = strGroup;
     }
 
     // The one read of an ordinary poll.
     subGetCounterValues();
-    bool blnRebuild = strGroup != mstrLastGroupShown ||
-                      gCounters.glngStatusCounter != gCounters.glngLastStatusCounter ||
-                      gCounters.glngGroupCounter != gCounters.glngLastGroupCounter;
-    if (gCounters.glngExtraColumnsCounter != gCounters.glngLastExtraColumnsCounter) {
+    const refresh::Plan plan = refresh::plan(
+        {strGroup,
+         mstrLastGroupShown,
+         {gCounters.glngStatusCounter, gCounters.glngGroupCounter, gCounters.glngExtraColumnsCounter},
+         {gCounters.glngLastStatusCounter, gCounters.glngLastGroupCounter, gCounters.glngLastExtraColumnsCounter},
+         columnsMovedOrResized()});
+    if (plan.takeExtraColumns) {
         gCounters.glngLastExtraColumnsCounter = gCounters.glngExtraColumnsCounter;
-        blnRebuild = true;
-    }
-    if (columnsMovedOrResized()) {
-        blnRebuild = true;
     }
 
-    if (!blnRebuild) {
+    if (!plan.rebuild) {
         // Nothing changed: the rows stay as they are.
         ListViewMain->setUpdatesEnabled(true);
         subClearListSelection();
@@ -153,9 +152,6 @@ void frmMain::rebuildList(const QString& strGroup)
 
     ListViewMain->setUpdatesEnabled(false);
     createHeaders(layout);
-    if (gPerson.gintSortKey > ListViewMain->columnCount() - 1) {
-        gPerson.gintSortKey = 0;
-    }
     addRows(*rs, layout);
     ResumeNext([&] { placeStatusColumn(fnRecordset(rstColumnData)); });
     chooseFillColumn();

@@ -3,6 +3,7 @@
 // and the look for a forced shutdown. Every tick runs to its end on the one
 // interface thread.
 #include "board/frmmain.h"
+#include "board/refreshplan.h"
 #include "kernel/forcedshutdown.h"
 #include "kernel/globals.h"
 #include "platform/process.h"
@@ -39,19 +40,16 @@ void frmMain::initTimers()
 // does not refresh, but its count-down goes on and starts again.
 void frmMain::TimerMain_Timer()
 {
-    if (gPerson.gintRefreshRate == 0) {
+    const refresh::Tick tick = refresh::tick(gPerson.gintRefreshRate, gBoard.gintTimerMainCountDown, isMinimized());
+    if (tick.stopTimer) {
         TimerMain.stop();
         return;
     }
-    --gBoard.gintTimerMainCountDown;
-    if (gBoard.gintTimerMainCountDown <= 0) {
-        gBoard.gintTimerMainCountDown = gPerson.gintRefreshRate * 60;
-        if (!isMinimized()) {
-            subRefreshUserList(QString());
-        }
+    gBoard.gintTimerMainCountDown = tick.countDown;
+    if (tick.refresh) {
+        subRefreshUserList(QString());
     }
-    setPanelText(3, QStringLiteral("Next refresh in ") + QString::number(gBoard.gintTimerMainCountDown) +
-                        QStringLiteral(" "));
+    setPanelText(3, tick.panelText);
 }
 
 // While another of the program's own windows has the focus the count-down stands

@@ -3,9 +3,9 @@
 // status of that word.
 #include "board/frmmain.h"
 #include "board/statusicons.h"
+#include "board/twips.h"
 #include "database/moddatabase.h"
 #include "database/objectref.h"
-#include "kernel/constants.h"
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
@@ -22,7 +22,7 @@
 namespace {
 
 constexpr int kFixedButtons = 14;
-constexpr int kFindBoxWidthTwips = 800;
+const Twips kFindBoxWidth(800);
 
 struct FixedButton
 {
@@ -132,8 +132,7 @@ void frmMain::buildToolbar()
     ToolbarMain->setMovable(false);
     auto* findPlace = new FindBoxPlace(ToolbarMain);
     // The placeholder's width, or room for a dozen characters when the font needs more.
-    txtFind->setFixedWidth(
-        std::max(kFindBoxWidthTwips / kTwipsPerPixel, txtFind->fontMetrics().averageCharWidth() * 12));
+    txtFind->setFixedWidth(std::max(kFindBoxWidth.pixels(), txtFind->fontMetrics().averageCharWidth() * 12));
     findPlace->setDefaultWidget(txtFind);
     addButton(ToolbarMain, findPlace, QString::fromUtf8(kFixed[0].key), QString(),
               QString::fromUtf8(kFixed[0].toolTip));
@@ -196,7 +195,7 @@ void frmMain::toolbarClicked(QAction* button)
 void frmMain::subLoadToolBarButtons()
 {
     const QString strProcedure = QStringLiteral("modUser - subLoadToolBarButtons event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         errorbox::showGeneral(strProcedure, errorbox::Joined);
         return status::Resume::Next;
     });
@@ -224,7 +223,7 @@ void frmMain::subLoadToolBarButtons()
 void frmMain::BindToolBar()
 {
     const QString strProcedure = QStringLiteral("modUser - BindToolBar event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         errorbox::showGeneral(strProcedure, errorbox::Joined);
         return status::Resume::Next;
     });

@@ -104,7 +104,7 @@ void frmMain::Form_QueryUnload(bool& cancel, int unloadMode)
     }
 
     // Each step that fails is reported, and the end goes on.
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         errorbox::showGeneral(kProcedure, errorbox::Joined, vbOKOnly, gRun.gstrProgramTitle);
         return status::Resume::Next;
     });

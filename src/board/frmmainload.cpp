@@ -1,5 +1,6 @@
 // frmMain's Load and Activate, and its timers.
 #include "board/frmmain.h"
+#include "board/refreshplan.h"
 #include "database/counters.h"
 #include "database/moddatabase.h"
 #include "kernel/err.h"
@@ -49,7 +50,7 @@ void frmMain::Form_Load()
 
     // The Load's own handler: a write that fails here (another client's lock on the
     // row) gets the general box, and the Load goes on, so the board comes up.
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         errorbox::showGeneral(QStringLiteral("frmMain - Load event"), errorbox::Joined, platform::vbOKOnly,
                               gRun.gstrProgramTitle);
         return status::Resume::Next;
@@ -126,7 +127,7 @@ void frmMain::Form_Activate()
 void frmMain::startTimersOnActivate()
 {
     TimerMain.start();
-    gBoard.gintTimerMainCountDown = gPerson.gintRefreshRate * 60;
+    gBoard.gintTimerMainCountDown = refresh::fullCountDown(gPerson.gintRefreshRate);
     const auto runIf = [](QTimer& timer, bool on) {
         if (!on) {
             timer.stop();

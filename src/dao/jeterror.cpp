@@ -57,17 +57,7 @@ const QHash<int, QString>& descriptions()
     return texts;
 }
 
-std::string whatText(int number, const QString& description)
-{
-    return QStringLiteral("Jet error %1: %2").arg(number).arg(description).toStdString();
-}
-
 } // namespace
-
-JetError::JetError(int number, const QString& description)
-    : std::runtime_error(whatText(number, description)), m_number(number), m_description(description)
-{
-}
 
 QString jetErrorText(int number)
 {

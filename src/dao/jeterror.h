@@ -2,8 +2,7 @@
 // The error the data engine raises: a Jet error number, which the logic switches
 // on, and a description in our own plain words.
 
-#include <QString>
-#include <stdexcept>
+#include "dao/vberror.h"
 
 namespace dao {
 
@@ -53,23 +52,10 @@ enum JetErrorNumber : int
     errExclusiveByAdmin = 3734,
 };
 
-class JetError : public std::runtime_error
+class JetError : public VbError
 {
 public:
-    JetError(int number, const QString& description);
-
-    int number() const
-    {
-        return m_number;
-    }
-    const QString& description() const
-    {
-        return m_description;
-    }
-
-private:
-    int m_number;
-    QString m_description;
+    using VbError::VbError;
 };
 
 // Our own plain description of a Jet error number ("" for an unknown number).

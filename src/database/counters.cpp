@@ -156,7 +156,7 @@ void subUpdateStatusCounter()
         // The last acted-on value stays, so this client's next refresh rebuilds too.
         gCounters.glngStatusCounter = lngNewValue;
     };
-    fnRunUnit(raise, [](const dao::JetError& e, int) {
+    fnRunUnit(raise, [](const VbError& e, int) {
         Err.Set(e);
         if (Err.Number != dao::errRecordLocked) {
             // The change that led here was rolled back with the raise.

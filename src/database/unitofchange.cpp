@@ -40,7 +40,7 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
             dao::Transaction part(fnDatabase());
             body();
             part.Commit();
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             if (!answer) {
                 throw;
             }
@@ -63,7 +63,7 @@ bool fnRunUnit(const std::function<void()>& body, const UnitAnswer& answer)
             return true;
         } catch (const PartFailure& part) {
             failure = part; // the unit is rolled back by now
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             if (!answer) {
                 throw;
             }

@@ -12,12 +12,12 @@
 // runs once the unit is rolled back, so no box ever shows while the write lock is
 // held, and tells whether the whole unit is to be tried again. attempt counts the
 // unit's runs from 1.
-using UnitAnswer = std::function<bool(const dao::JetError& error, int attempt)>;
+using UnitAnswer = std::function<bool(const VbError& error, int attempt)>;
 
 // A part's failure on its way up to the outermost unit, with the part's answer.
 struct PartFailure
 {
-    dao::JetError error;
+    VbError error;
     UnitAnswer answer;
 };
 

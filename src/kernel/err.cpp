@@ -8,7 +8,7 @@ void ErrObject::Clear()
     Description.clear();
 }
 
-void ErrObject::Set(const dao::JetError& e)
+void ErrObject::Set(const VbError& e)
 {
     Number = e.number();
     Description = e.description();
@@ -39,7 +39,7 @@ bool ResumeNext(const std::function<void()>& fn)
     try {
         fn();
         return true;
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         Err.Set(e);
         return false;
     }

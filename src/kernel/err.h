@@ -1,24 +1,25 @@
 #pragma once
 // VB's Err object and the three error-trap modes the procedures use.
 //
-//   Jump to the handler:   try { ... } catch (const dao::JetError& e) { Err.Set(e); ...switch on Err.Number... }
+//   Jump to the handler:   try { ... } catch (const VbError& e) { Err.Set(e); ...switch on Err.Number... }
 //   Ignore and go on:      ResumeNext([&] { statement; });  // Err keeps the failure, the next statement runs
 //   None:                  plain code; an error goes up to the caller.
 //
 // Errors of the language itself (a missing file, a bad conversion, an object not
 // set) are RunTimeError, with VB's run-time numbers (53 file not found, 13 type
-// mismatch). It is a kind of dao::JetError so one catch serves every handler, as
-// VB's one Err object does; code that must tell the two apart catches it first.
+// mismatch). They are no errors of the engine: code that answers only the engine
+// catches dao::JetError, and a handler that takes any error, as VB's one Err
+// object does, catches VbError, which both are.
 
 #include "dao/jeterror.h"
 
 #include <QString>
 #include <functional>
 
-class RunTimeError : public dao::JetError
+class RunTimeError : public VbError
 {
 public:
-    using dao::JetError::JetError;
+    using VbError::VbError;
 };
 
 struct ErrObject
@@ -27,7 +28,7 @@ struct ErrObject
     QString Description;
 
     void Clear();
-    void Set(const dao::JetError& e);
+    void Set(const VbError& e);
     // Raises RunTimeError.
     [[noreturn]] void Raise(long long number, const QString& description = QString());
 };
@@ -47,8 +48,10 @@ bool testOrFail(const std::function<bool()>& test);
 // VB's run-time error numbers used outside the engine.
 enum VbErrorNumber : int
 {
+    vbErrOutOfMemory = 7,
     vbErrSubscript = 9,
     vbErrTypeMismatch = 13,
+    vbErrInternal = 51,
     vbErrFileNotFound = 53,
     vbErrInputPastEnd = 62,
     vbErrFileAccess = 75,

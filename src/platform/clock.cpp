@@ -1,5 +1,7 @@
 #include "platform/clock.h"
 
+#include "platform/installed.h"
+
 #include <QThread>
 #include <cmath>
 
@@ -22,12 +24,6 @@ public:
     }
 };
 
-std::unique_ptr<Clock>& installed()
-{
-    static std::unique_ptr<Clock> impl;
-    return impl;
-}
-
 // Day 0 of the engine's date numbers.
 const QDate dayZero(1899, 12, 30);
 constexpr qint64 secondsPerDay = 24 * 60 * 60;
@@ -36,16 +32,12 @@ constexpr qint64 secondsPerDay = 24 * 60 * 60;
 
 void setClock(std::unique_ptr<Clock> impl)
 {
-    installed() = std::move(impl);
+    install(std::move(impl));
 }
 
 Clock& clock()
 {
-    auto& impl = installed();
-    if (!impl) {
-        impl = std::make_unique<SystemClock>();
-    }
-    return *impl;
+    return installedOr<Clock>([] { return std::make_unique<SystemClock>(); });
 }
 
 FakeClock::FakeClock(const QDateTime& start) : m_now(start)

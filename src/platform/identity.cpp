@@ -1,5 +1,7 @@
 #include "platform/identity.h"
 
+#include "platform/installed.h"
+
 #include <QHostAddress>
 #include <QNetworkInterface>
 #include <QSysInfo>
@@ -55,26 +57,16 @@ public:
     }
 };
 
-std::unique_ptr<Identity>& installed()
-{
-    static std::unique_ptr<Identity> impl;
-    return impl;
-}
-
 } // namespace
 
 void setIdentity(std::unique_ptr<Identity> impl)
 {
-    installed() = std::move(impl);
+    install(std::move(impl));
 }
 
 Identity& identity()
 {
-    auto& impl = installed();
-    if (!impl) {
-        impl = std::make_unique<SystemIdentity>();
-    }
-    return *impl;
+    return installedOr<Identity>([] { return std::make_unique<SystemIdentity>(); });
 }
 
 FixedIdentity::FixedIdentity(QString login, QString computer, QString ip)

@@ -1,5 +1,6 @@
 #include "platform/msgbox.h"
 
+#include "platform/installed.h"
 #include "platform/msgboxfile.h"
 
 #include <QCoreApplication>
@@ -26,12 +27,6 @@ public:
     }
 };
 
-std::unique_ptr<MessageBoxes>& installed()
-{
-    static std::unique_ptr<MessageBoxes> impl;
-    return impl;
-}
-
 QString& titleOverride()
 {
     static QString title;
@@ -56,16 +51,12 @@ bool fileDrivenMessageBoxesRequested()
 
 void setMessageBoxes(std::unique_ptr<MessageBoxes> impl)
 {
-    installed() = std::move(impl);
+    install(std::move(impl));
 }
 
 MessageBoxes& messageBoxes()
 {
-    auto& impl = installed();
-    if (!impl) {
-        impl = defaultMessageBoxes();
-    }
-    return *impl;
+    return installedOr<MessageBoxes>([] { return defaultMessageBoxes(); });
 }
 
 int MsgBox(const QString& prompt, int flags, const QString& title)
@@ -91,39 +82,32 @@ QString shownTitle(const QString& title)
     return title.isEmpty() ? appTitle() : title;
 }
 
-int firstButtonAnswer(int flags)
+QList<int> buttonAnswers(int flags)
 {
     switch (flags & 7) {
+    case vbOKCancel:
+        return {vbOK, vbCancel};
     case vbAbortRetryIgnore:
-        return vbAbort;
+        return {vbAbort, vbRetry, vbIgnore};
     case vbYesNoCancel:
+        return {vbYes, vbNo, vbCancel};
     case vbYesNo:
-        return vbYes;
+        return {vbYes, vbNo};
     case vbRetryCancel:
-        return vbRetry;
+        return {vbRetry, vbCancel};
     default:
-        return vbOK;
+        return {vbOK};
     }
+}
+
+int firstButtonAnswer(int flags)
+{
+    return buttonAnswers(flags).front();
 }
 
 bool buttonSetHas(int flags, int answer)
 {
-    switch (flags & 7) {
-    case vbOKOnly:
-        return answer == vbOK;
-    case vbOKCancel:
-        return answer == vbOK || answer == vbCancel;
-    case vbAbortRetryIgnore:
-        return answer == vbAbort || answer == vbRetry || answer == vbIgnore;
-    case vbYesNoCancel:
-        return answer == vbYes || answer == vbNo || answer == vbCancel;
-    case vbYesNo:
-        return answer == vbYes || answer == vbNo;
-    case vbRetryCancel:
-        return answer == vbRetry || answer == vbCancel;
-    default:
-        return answer == vbOK;
-    }
+    return buttonAnswers(flags).contains(answer);
 }
 
 namespace {

@@ -12,6 +12,7 @@
 //                               past the last answer adds a line "UNANSWERED" and
 //                               takes its first button (see msgboxfile.h)
 
+#include <QList>
 #include <QString>
 #include <memory>
 
@@ -72,7 +73,9 @@ QString appTitle();
 // The title a box shows: the one given, or appTitle() when it is empty.
 QString shownTitle(const QString& title);
 
-// The button set of flags (flags & 7) and the answer its first button gives.
+// The answers of the button set of flags (flags & 7), its buttons in VB's order.
+QList<int> buttonAnswers(int flags);
+// The answer the set's first button gives.
 int firstButtonAnswer(int flags);
 // Whether the button set of flags has a button that gives this answer.
 bool buttonSetHas(int flags, int answer);

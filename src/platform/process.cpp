@@ -1,5 +1,7 @@
 #include "platform/process.h"
 
+#include "platform/installed.h"
+
 #include <QCoreApplication>
 #include <cstdlib>
 #include <vector>
@@ -21,12 +23,6 @@ public:
     }
 };
 
-std::unique_ptr<ProcessControl>& installed()
-{
-    static std::unique_ptr<ProcessControl> impl;
-    return impl;
-}
-
 std::vector<std::function<void()>>& atEndWork()
 {
     static std::vector<std::function<void()>> work;
@@ -37,16 +33,12 @@ std::vector<std::function<void()>>& atEndWork()
 
 void setProcessControl(std::unique_ptr<ProcessControl> impl)
 {
-    installed() = std::move(impl);
+    install(std::move(impl));
 }
 
 ProcessControl& processControl()
 {
-    auto& impl = installed();
-    if (!impl) {
-        impl = std::make_unique<RealProcessControl>();
-    }
-    return *impl;
+    return installedOr<ProcessControl>([] { return std::make_unique<RealProcessControl>(); });
 }
 
 void atEnd(std::function<void()> fn)

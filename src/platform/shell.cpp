@@ -1,5 +1,7 @@
 #include "platform/shell.h"
 
+#include "platform/installed.h"
+
 #include <QProcess>
 
 namespace platform {
@@ -29,26 +31,16 @@ public:
     }
 };
 
-std::unique_ptr<Shell>& installed()
-{
-    static std::unique_ptr<Shell> impl;
-    return impl;
-}
-
 } // namespace
 
 void setShell(std::unique_ptr<Shell> impl)
 {
-    installed() = std::move(impl);
+    install(std::move(impl));
 }
 
 Shell& shell()
 {
-    auto& impl = installed();
-    if (!impl) {
-        impl = std::make_unique<DesktopShell>();
-    }
-    return *impl;
+    return installedOr<Shell>([] { return std::make_unique<DesktopShell>(); });
 }
 
 bool RecordingShell::openUrl(const QString& url)

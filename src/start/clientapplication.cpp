@@ -17,7 +17,7 @@ namespace {
 
 // A failure no procedure handles ends the run the way VB's run time does: one
 // stop box with the number and the text, then the end. Nothing is repaired.
-[[noreturn]] void endOnRunTimeError(const dao::JetError& e)
+[[noreturn]] void endOnRunTimeError(const VbError& e)
 {
     // One box at a time: a failure in an event run while the box waits ends the run at once.
     static bool showing = false;
@@ -30,10 +30,6 @@ namespace {
     }
     platform::End(1);
 }
-
-// VB's numbers for a failure that is not the engine's.
-constexpr int kErrOutOfMemory = 7;
-constexpr int kErrInternal = 51;
 
 // Any other failure that reaches the event loop: the general error box, naming
 // the window and the object the event was for, then the end.
@@ -61,12 +57,12 @@ bool ClientApplication::notify(QObject* receiver, QEvent* event)
 {
     try {
         return QApplication::notify(receiver, event);
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         endOnRunTimeError(e);
     } catch (const std::bad_alloc&) {
-        endOnOtherError(receiver, kErrOutOfMemory, QStringLiteral("Out of memory"));
+        endOnOtherError(receiver, vbErrOutOfMemory, QStringLiteral("Out of memory"));
     } catch (const std::exception& e) {
-        endOnOtherError(receiver, kErrInternal, QStringLiteral("Internal error: ") + QString::fromLocal8Bit(e.what()));
+        endOnOtherError(receiver, vbErrInternal, QStringLiteral("Internal error: ") + QString::fromLocal8Bit(e.what()));
     }
 }
 

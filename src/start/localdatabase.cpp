@@ -58,7 +58,7 @@ void readDataPath()
         }
         gRun.gstrDatabasePath = withClosingSeparator(dataPath);
         gRun.gstrCurrentDatabasePath = gRun.gstrDatabasePath;
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         Err.Set(e);
         welcomeScreen().setTimerWelcomeEnabled(false);
         if (Err.Number == vbErrFileNotFound) {

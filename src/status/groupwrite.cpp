@@ -38,7 +38,7 @@ QString corruptedText()
 
 // The handler of the group write. stage names the step under way, for the
 // diagnostic log row of a lock conflict.
-Resume answerGroupWriteError(const dao::JetError& e, const QString& stage)
+Resume answerGroupWriteError(const VbError& e, const QString& stage)
 {
     const QString title = setStatusErrorTitle();
     switch (e.number()) {
@@ -124,7 +124,7 @@ void subUpdateSelectedUsersRecords(const QString& status)
                 return; // the counter's or the log's own answer gave the change up
             }
             break;
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             Err.Set(e);
             answer = answerGroupWriteError(e, strStage);
         }
@@ -132,6 +132,6 @@ void subUpdateSelectedUsersRecords(const QString& status)
             return;
         }
     }
-    status::Trap trap([&](const dao::JetError& e) { return answerGroupWriteError(e, strStage); });
+    status::Trap trap([&](const VbError& e) { return answerGroupWriteError(e, strStage); });
     trap([] { subCloseDatabase(); });
 }

@@ -84,7 +84,7 @@ void subSaveUserSettings(const QString& name)
 void subReadGroups()
 {
     const QString strProcedure = QStringLiteral("modUser - subReadGroups event");
-    status::Trap trap([&](const dao::JetError&) {
+    status::Trap trap([&](const VbError&) {
         MsgBox(status::errorHead(strProcedure), vbOKOnly);
         return status::Resume::Next;
     });

@@ -29,7 +29,7 @@ bool Trap::operator()(const std::function<void()>& statement)
         try {
             statement();
             return true;
-        } catch (const dao::JetError& e) {
+        } catch (const VbError& e) {
             Err.Set(e);
             switch (m_handler(e)) {
             case Resume::Again:

@@ -20,13 +20,13 @@ enum class Resume
     Exit
 };
 
-// A procedure's error trap. Each statement runs through it; a dao::JetError is
+// A procedure's error trap. Each statement runs through it; any error (VbError) is
 // put in Err and handed to the handler, whose answer decides what runs next.
 // Once a handler has answered Exit, every later statement is passed over.
 class Trap
 {
 public:
-    using Handler = std::function<Resume(const dao::JetError&)>;
+    using Handler = std::function<Resume(const VbError&)>;
     explicit Trap(Handler handler);
 
     // False when the procedure is to end (now or earlier).
@@ -58,7 +58,7 @@ void showStatusInTrayTip();
 
 // VB's CBool of a trimmed field text, with "" (a Null) read as False; 13 when not a truth value.
 bool boolFromText(const QString& text);
-// VB's CInt of a trimmed field text (rounded to even), wide; 94 for "", 13 when not a number.
+// VB's CInt of a trimmed field text (rounded to even), wide; 13 when not a number, "" included.
 long long wholeFromText(const QString& text);
 
 } // namespace status

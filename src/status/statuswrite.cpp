@@ -76,7 +76,7 @@ void subSetStatusCode(const QString& status)
         if (gRun.gintStatusCode == kCodeNotFound) {
             gRun.gintStatusCode = kCodeTypedByHand;
         }
-    } catch (const dao::JetError& e) {
+    } catch (const VbError& e) {
         Err.Set(e);
         MsgBox(QStringLiteral("modUser - subSetStatusCode") + QStringLiteral("\r\n") + QStringLiteral("Error=") +
                    Err.Description,
@@ -130,7 +130,7 @@ void subSetActiveFlag(const QString& flag)
     }
     const QString strProcedure = QStringLiteral("modUser - subSetActiveFlag event");
     const QString title = gRun.gstrProgramTitle + QStringLiteral(" - Set Active Flag Error");
-    status::Trap trap([&](const dao::JetError& e) {
+    status::Trap trap([&](const VbError& e) {
         switch (e.number()) {
         case dao::errCannotUpdate:
             if (MsgBox(status::errorHead(strProcedure) + QStringLiteral("\r") +

@@ -65,7 +65,7 @@ QString insertSql(const QStringList& values)
 void subUpdateTransactionLog(const QString& status, const QString& dueBack, const QString& comments,
                              const QString& name)
 {
-    status::Trap trap([](const dao::JetError&) {
+    status::Trap trap([](const VbError&) {
         showLogFailure();
         return Resume::Next;
     });
@@ -88,8 +88,8 @@ void subUpdateTransactionLog(const QString& status, const QString& dueBack, cons
 
     // From here on a failure only counts; intLogRetries is never reset, so the
     // third failure of the run is the one reported, wherever it falls.
-    fnRunUnit([&] { subExecuteSQL(sql); },
-              [](const dao::JetError& e, int attempt) {
+    fnRunUnit([&] { fnDatabase().Execute(sql); },
+              [](const VbError& e, int attempt) {
                   Err.Set(e);
                   ++gRun.intLogRetries;
                   if (gRun.intLogRetries == kReportedFailure) {

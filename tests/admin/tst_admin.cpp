@@ -2,6 +2,7 @@
 #include "admin/admin.h"
 #include "dao/dao.h"
 #include "database/site.h"
+#include "ondisk.h"
 #include "platform/profile.h"
 #include "tempsite.h"
 
@@ -41,13 +42,18 @@ class TstAdmin : public QObject
     Q_OBJECT
 
 private slots:
-    // A site is made once; the older release has the old tracking column.
+    // A site is made once, its folders as needed, veskor.ini naming the folder with
+    // a closing separator; the older release has the old tracking column.
     void initMakesASiteOnce()
     {
         QTemporaryDir tmp;
-        const QString dir = tmp.filePath("site");
+        const QString dir = tmp.filePath("new/site");
         QCOMPARE(run({"init", dir}).code, 0);
-        QVERIFY(QFile::exists(dir + "/veskor.mdb") && QFile::exists(dir + "/veskor.ini"));
+        QVERIFY(QFile::exists(dir + "/veskor.mdb"));
+        const QString dataPath =
+            platform::GetPrivateProfileString("DataPath", "DataPath", QString(), 1024, dir + "/veskor.ini");
+        QVERIFY(dataPath.endsWith(QDir::separator()));
+        QCOMPARE(QDir(dataPath).canonicalPath(), QDir(dir).canonicalPath());
         const Result again = run({"init", dir});
         QCOMPARE(again.code, 1);
         QVERIFY2(again.err.contains("already exists"), qPrintable(again.err));
@@ -64,33 +70,31 @@ private slots:
         QTest::addColumn<QString>("counter");
         QTest::addColumn<QString>("query");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("user add") << QStringList{"user", "add", "Cara Lin", "--uid", "clin", "--phone", "2345"}
-                                  << "Counter"
-                                  << "SELECT Phone FROM EmployeeTable WHERE UID = 'clin' AND Name = 'Cara Lin'"
-                                  << "2345";
-        QTest::newRow("group add") << QStringList{"group", "add", "Help Desk*"} << "GroupCounter"
-                                   << "SELECT GroupName FROM GroupTable WHERE GroupName = 'help desk*'"
-                                   << "Help Desk*";
-        QTest::newRow("group member") << QStringList{"group", "member", "sales", "ann lee", "--manager"}
-                                      << "GroupCounter"
-                                      << "SELECT EmployeeName FROM EmployeeGroupTable WHERE GroupManager = True"
-                                      << "Ann Lee"; // as the row spells it
-        QTest::newRow("status-type add")
-            << QStringList{"status-type", "add", "Training", "12", "--button", "Train", "--protected", "--toolbar"}
-            << "StatusTypeCounter"
-            << "SELECT ButtonText FROM StatusTypesTable WHERE Status = 'Training' AND StatusCode = 12 AND "
-               "ProtectedStatus = True AND OnToolBar = True"
-            << "Train";
-        QTest::newRow("column add") << QStringList{"column", "add", "New_Mobile"} << "ExtraColumnsCounter"
-                                    << "SELECT COUNT(New_Mobile) FROM EmployeeTable"
-                                    << "0";
-        QTest::newRow("security level") << QStringList{"settings", "set", "SystemSecurityLevel", "2"}
-                                        << "SecurityCounter"
-                                        << "SELECT SystemSecurityLevel FROM GlobalSettingsTable"
-                                        << "2";
-        QTest::newRow("other setting") << QStringList{"settings", "set", "AllowMessaging", "off"} << ""
-                                       << "SELECT AllowMessaging FROM GlobalSettingsTable"
-                                       << "False";
+        // The arguments parted by '|'.
+        const auto row = [](const char* name, const char* args, const char* counter, const char* query,
+                            const char* expected) {
+            QTest::newRow(name) << QString(args).split('|') << counter << query << expected;
+        };
+        row("user add", "user|add|Cara Lin|--uid|clin|--phone|2345", "Counter",
+            "SELECT Phone FROM EmployeeTable WHERE UID = 'clin' AND Name = 'Cara Lin'", "2345");
+        row("group add", "group|add|Help Desk*", "GroupCounter",
+            "SELECT GroupName FROM GroupTable WHERE GroupName = 'help desk*'", "Help Desk*");
+        row("group member", "group|member|sales|ann lee|--manager", "GroupCounter",
+            "SELECT EmployeeName FROM EmployeeGroupTable WHERE GroupManager = True", "Ann Lee"); // as the row spells it
+        row("status-type add", "status-type|add|Training|12|--button|Train|--protected|--toolbar", "StatusTypeCounter",
+            "SELECT ButtonText FROM StatusTypesTable WHERE Status = 'Training' AND StatusCode = 12 AND "
+            "ProtectedStatus = True AND OnToolBar = True",
+            "Train");
+        row("column add", "column|add|New_Mobile", "ExtraColumnsCounter", "SELECT COUNT(New_Mobile) FROM EmployeeTable",
+            "0");
+        row("security level", "settings|set|SystemSecurityLevel|2", "SecurityCounter",
+            "SELECT SystemSecurityLevel FROM GlobalSettingsTable", "2");
+        row("yes/no setting, any case", "settings|set|allowmessaging|OFF", "",
+            "SELECT AllowMessaging FROM GlobalSettingsTable", "False");
+        row("text setting", "settings|set|PhotoPath|  /srv/photos/ ", "", "SELECT PhotoPath FROM GlobalSettingsTable",
+            "/srv/photos/");
+        row("other table", "settings|set|NewUserDefaultsTable.RefreshRate|15", "",
+            "SELECT RefreshRate FROM NewUserDefaultsTable", "15");
     }
     void commands()
     {
@@ -154,6 +158,12 @@ private slots:
         QTest::newRow("code not a number") << QStringList{"status-type", "add", "Away", "ten"} << 2 << "whole number";
         QTest::newRow("bad column") << QStringList{"column", "add", "Mobile"} << 1 << "New_";
         QTest::newRow("unknown setting") << QStringList{"settings", "get", "Colour"} << 1 << "no field";
+        QTest::newRow("number refused") << QStringList{"settings", "set", "SystemSecurityLevel", "high"} << 1
+                                        << "\"high\" is not a value";
+        QTest::newRow("yes/no refused") << QStringList{"settings", "set", "AllowMessaging", "maybe"} << 1
+                                        << "\"maybe\" is not a value";
+        QTest::newRow("not a settings table")
+            << QStringList{"settings", "set", "EmployeeTable.Name", "x"} << 1 << "not a settings table";
     }
     void failures()
     {
@@ -175,10 +185,7 @@ private slots:
         QCOMPARE(none.code, 1);
         QVERIFY2(none.err.contains("no site database"), qPrintable(none.err));
 
-        QFile junk(tmp.filePath("veskor.mdb"));
-        QVERIFY(junk.open(QIODevice::WriteOnly));
-        junk.write(QByteArray(4096, 'x'));
-        junk.close();
+        QVERIFY(writeFile(tmp.filePath("veskor.mdb"), QByteArray(4096, 'x')));
         const Result bad = run({"board", "--site", tmp.path()});
         QCOMPARE(bad.code, 1);
         QVERIFY2(bad.err.contains("database error 3343"), qPrintable(bad.err)); // a Jet error with its number

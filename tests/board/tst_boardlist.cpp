@@ -1,6 +1,7 @@
 // The board's list on real site files: the refresh and its cheap path, the group
-// queries, sort and columns, find, the timers, and the end of a run.
+// queries, sort and columns, the timers, and the end of a run.
 #include "board/frmmain.h"
+#include "board/grouptabbar.h"
 #include "boardfixture.h"
 #include "dao/dao.h"
 #include "database/counters.h"
@@ -11,10 +12,8 @@
 #include "status/settings.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QFile>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -80,28 +79,39 @@ private slots:
         b.site.message(message);
         frmMain& f = b.open();
         f.subRefreshUserList(QStringLiteral("Everyone"));
-        QCOMPARE(rowTexts(f.lstWhoAmITracking), QStringList{QStringLiteral("Bob Ray|Busy|2026-11-22 09:30:00")});
-        QCOMPARE(rowTexts(f.lstWhosTrackingMe), QStringList{QStringLiteral("alan Poe")});
-        QCOMPARE(rowTexts(f.ListViewMessages).value(0).section(QLatin1Char('|'), 0, 3),
+        QCOMPARE(rowTexts(b.child<QTreeWidget>("lstWhoAmITracking")),
+                 QStringList{QStringLiteral("Bob Ray|Busy|2026-11-22 09:30:00")});
+        QCOMPARE(rowTexts(b.child<QTreeWidget>("lstWhosTrackingMe")), QStringList{QStringLiteral("alan Poe")});
+        QCOMPARE(rowTexts(b.child<QTreeWidget>("ListViewMessages")).value(0).section(QLatin1Char('|'), 0, 3),
                  QStringLiteral("Bob Ray|Lunch?|11/22/2026 9:30:00 AM|Bob Ray"));
         QCOMPARE(b.texts(QStringLiteral("Name")),
                  QStringList({QStringLiteral("alan Poe"), QStringLiteral("Ann Lee"), QStringLiteral("Bob Ray")}));
         QCOMPARE(f.caption(), QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'In'"));
         QCOMPARE(f.panelText(1), QStringLiteral(" Data refreshed at 9:30:00 AM "));
-        f.ListViewMain->topLevelItem(2)->setSelected(true);
-        f.ListViewMain->setCurrentItem(f.ListViewMain->topLevelItem(2));
+        b.list()->topLevelItem(2)->setSelected(true);
+        b.list()->setCurrentItem(b.list()->topLevelItem(2));
         f.ListViewMain_ItemClick();
         QCOMPARE(gBoard.gstrSelectedUser, QStringLiteral("Bob Ray"));
 
         dao::DBEngine::resetStatementCount();
         subGetCounterValues();
         const long long counterStatements = dao::DBEngine::statementCount();
-        QTreeWidgetItem* firstRow = f.ListViewMain->topLevelItem(0);
+        QTreeWidgetItem* firstRow = b.list()->topLevelItem(0);
         dao::DBEngine::resetStatementCount();
         f.subRefreshUserList(QString());
         QCOMPARE(dao::DBEngine::statementCount(), counterStatements);
-        QCOMPARE(f.ListViewMain->topLevelItem(0), firstRow);
+        QCOMPARE(b.list()->topLevelItem(0), firstRow);
         QCOMPARE(f.selectedRowTexts(b.column(QStringLiteral("Name"))), QStringList{QStringLiteral("Bob Ray")});
+
+        // A column the person moved or resized: the poll saves the layout and rebuilds by it.
+        QHeaderView* header = b.list()->header();
+        header->moveSection(header->visualIndex(b.column(QStringLiteral("Phone"))), 0);
+        header->resizeSection(b.column(QStringLiteral("Name")), 200);
+        f.subRefreshUserList(QString());
+        QCOMPARE(b.ofAnn(QStringLiteral("PhoneColumnOrder"), QStringLiteral("EmployeeSettingsTable")), "1");
+        QCOMPARE(b.ofAnn(QStringLiteral("NameColumnWidth"), QStringLiteral("EmployeeSettingsTable")), "3000");
+        QCOMPARE(b.shownHeaders().first(), QStringLiteral("Phone"));
+        QCOMPARE(header->sectionSize(b.column(QStringLiteral("Name"))), 200);
 
         b.site.status(QStringLiteral("alan Poe"), QStringLiteral("At Lunch"));
         b.raise(QStringLiteral("Counter"));
@@ -130,8 +140,7 @@ private slots:
         QFETCH(QStringList, names);
         QFETCH(QString, box);
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         if (!box.isEmpty()) {
             b.gw.boxes().answer(vbOK);
         }
@@ -142,43 +151,15 @@ private slots:
             QCOMPARE(b.gw.boxes().last().icon(), int(platform::vbInformation));
             QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Everyone"));
         }
-        QCOMPARE(f.ListViewMain->columnCount() == 0, names.isEmpty());
+        QCOMPARE(b.list()->columnCount() == 0, names.isEmpty());
         if (!names.isEmpty()) {
             QCOMPARE(b.texts(QStringLiteral("Name")), names);
         }
     }
 
-    // The sort column is found by its saved caption; a key past the columns falls
-    // back to 0, and then the list keeps the sort column it had.
-    void sortFromTheSettings_data()
-    {
-        QTest::addColumn<QString>("settings");
-        QTest::addColumn<long long>("sortKey");
-        QTest::addColumn<QStringList>("names");
-        QTest::newRow("by Name") << "SortColumnName = \"Name\", SortKey = 0, SortOrder = 0" << 1LL
-                                 << QStringList{"alan Poe", "Ann Lee", "Bob Ray"};
-        QTest::newRow("by Name, descending") << "SortColumnName = \"Name\", SortKey = 0, SortOrder = 1" << 1LL
-                                             << QStringList{"Bob Ray", "Ann Lee", "alan Poe"};
-        QTest::newRow("by Phone") << "SortColumnName = \"Phone\", SortKey = 1, SortOrder = 0" << 2LL
-                                  << QStringList{"alan Poe", "Ann Lee", "Bob Ray"};
-        QTest::newRow("key past the columns") << "SortColumnName = \"Dropped\", SortKey = 9, SortOrder = 0" << 0LL
-                                              << QStringList{"Bob Ray", "Ann Lee", "alan Poe"}; // Busy, In, Out
-    }
-    void sortFromTheSettings()
-    {
-        QFETCH(QString, settings);
-        QFETCH(long long, sortKey);
-        QFETCH(QStringList, names);
-        Board b;
-        b.setForAnn(settings);
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
-        QCOMPARE(gPerson.gintSortKey, sortKey);
-        QCOMPARE(b.texts(QStringLiteral("Name")), names);
-    }
-
     // Text sorts by the locale's collation, whatever its script or accents, and
-    // runs of digits as numbers; a click on the column sorts the same way.
+    // runs of digits as numbers; a click on the column sorts the same way, and the
+    // order it chose is what the settings keep.
     void sortByCollation_data()
     {
         QTest::addColumn<QString>("column");
@@ -198,8 +179,7 @@ private slots:
             .person(QStringLiteral("\u00d8ystein Berg"), QStringLiteral("oberg"), QStringLiteral("7"))
             .person(QStringLiteral("\u9648\u4f1f"), QStringLiteral("cwei"), QStringLiteral("50"));
         b.setForAnn(QStringLiteral("SortColumnName = \"%1\", SortOrder = 0").arg(column));
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         QCOMPARE(b.texts(column), sorted);
         f.ListViewMain_ColumnClick(b.column(QStringLiteral("Status")));
         gPerson.gintSortOrder = 0;
@@ -208,106 +188,9 @@ private slots:
         f.ListViewMain_ColumnClick(b.column(column)); // the same again: descending
         std::reverse(sorted.begin(), sorted.end());
         QCOMPARE(b.texts(column), sorted);
-    }
-
-    // A column the person moved or resized is saved at the next refresh, and a new
-    // board puts it back where it was.
-    void columnLayoutSavedAndRestored()
-    {
-        Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
-        QCOMPARE(b.shownHeaders(), QStringList({"Status", "Name", "Phone", "DueBack", "Comments", "LastModified"}));
-        QHeaderView* header = f.ListViewMain->header();
-        header->moveSection(header->visualIndex(b.column(QStringLiteral("Phone"))), 0);
-        header->resizeSection(b.column(QStringLiteral("Name")), 200);
-        f.subRefreshUserList(QString());
-        QCOMPARE(b.ofAnn(QStringLiteral("PhoneColumnOrder"), QStringLiteral("EmployeeSettingsTable")),
-                 QStringLiteral("1"));
-        QCOMPARE(b.ofAnn(QStringLiteral("NameColumnWidth"), QStringLiteral("EmployeeSettingsTable")),
-                 QStringLiteral("3000"));
-
-        frmMain& again = b.open();
-        again.subRefreshUserList(QStringLiteral("Everyone"));
-        QCOMPARE(b.shownHeaders(), QStringList({"Phone", "Status", "Name", "DueBack", "Comments", "LastModified"}));
-        QCOMPARE(again.ListViewMain->header()->sectionSize(b.column(QStringLiteral("Name"))), 200);
-    }
-
-    // A damaged or outdated layout still opens the board, each value under its own
-    // header: an order far past the columns counts as none (the column goes last),
-    // and an extra column dropped while the board runs leaves its cells blank.
-    void damagedLayouts_data()
-    {
-        QTest::addColumn<QString>("settings");
-        QTest::addColumn<bool>("dropMobile");
-        QTest::addColumn<QStringList>("headers");
-        QTest::newRow("order past the columns")
-            << "PhoneColumnOrder = 1000000000000" << false
-            << QStringList{"Status", "Name", "DueBack", "Comments", "LastModified", "Phone", "Mobile"};
-        QTest::newRow("extra column dropped")
-            << "New_MobileColumnOrder = 3, PhoneColumnOrder = 7" << true
-            << QStringList{"Status", "Name", "Mobile", "DueBack", "Comments", "LastModified", "Phone"};
-    }
-    void damagedLayouts()
-    {
-        QFETCH(QString, settings);
-        QFETCH(bool, dropMobile);
-        QFETCH(QStringList, headers);
-        Board b;
-        b.site.column(QStringLiteral("New_Mobile"))
-            .status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"), QStringLiteral("Away"));
-        b.site.execute(QStringLiteral("UPDATE EmployeeTable SET New_Mobile = \"0770\""));
-        b.setForAnn(settings + QStringLiteral(", SortColumnName = \"Name\""));
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
-        if (dropMobile) {
-            b.site.execute(QStringLiteral("ALTER TABLE EmployeeTable DROP COLUMN New_Mobile"));
-            b.raise(QStringLiteral("Counter"));
-            f.subRefreshUserList(QString());
-        }
-        QCOMPARE(b.shownHeaders(), headers);
-        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"alan Poe", "Ann Lee", "Bob Ray"}));
-        QCOMPARE(b.texts(QStringLiteral("Phone")), QStringList({"102", "201", "305"}));
-        QCOMPARE(b.texts(QStringLiteral("DueBack")), QStringList({"", "", "Monday"}));
-        QCOMPARE(b.texts(QStringLiteral("Comments")), QStringList({"", "", "Away"}));
-        const QString mobile = dropMobile ? QString() : QStringLiteral("0770");
-        QCOMPARE(b.texts(QStringLiteral("Mobile")), QStringList({mobile, mobile, mobile}));
-    }
-
-    // Find: a prefix, without regard to case, in the column last clicked, the
-    // first row in the order shown; trailing blanks count.
-    void find_data()
-    {
-        QTest::addColumn<QStringList>("clicks");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("found");
-        QTest::newRow("prefix, any case") << QStringList{"Name"} << "bO" << QStringList{"Bob Ray"};
-        QTest::newRow("first shown, ascending") << QStringList{"Name"} << "a" << QStringList{"alan Poe"};
-        QTest::newRow("first shown, descending") << QStringList{"Name", "Name"} << "a" << QStringList{"Ann Lee"};
-        QTest::newRow("the column last clicked") << QStringList{"Name", "Phone"} << "30" << QStringList{"Bob Ray"};
-        QTest::newRow("not in that column") << QStringList{"Name", "Phone"} << "Bob" << QStringList();
-        QTest::newRow("a trailing blank counts") << QStringList{"Name"} << "Ann " << QStringList{"Ann Lee"};
-        QTest::newRow("two do not match") << QStringList{"Name"} << "Ann  " << QStringList();
-        QTest::newRow("blanks only do nothing") << QStringList{"Name"} << "   " << QStringList();
-    }
-    void find()
-    {
-        QFETCH(QStringList, clicks);
-        QFETCH(QString, text);
-        QFETCH(QStringList, found);
-        Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
-        for (const QString& header : clicks) {
-            f.ListViewMain_ColumnClick(b.column(header));
-        }
-        f.show();
-        f.subCommand_Find();
-        QVERIFY(f.txtFind->isEnabled());
-        QVERIFY(f.txtFind->hasFocus() || !QApplication::focusWidget()); // offscreen windows may hold no focus
-        QTest::keyClicks(f.txtFind, text);
-        QCOMPARE(f.txtFind->text(), text);
-        QCOMPARE(f.selectedRowTexts(b.column(QStringLiteral("Name"))), found);
+        subSaveUserSettings(gRun.gstrDefaultUser);
+        QCOMPARE(b.ofAnn(QStringLiteral("SortOrder"), QStringLiteral("EmployeeSettingsTable")), QStringLiteral("1"));
+        QCOMPARE(b.ofAnn(QStringLiteral("SortColumnName"), QStringLiteral("EmployeeSettingsTable")), column);
     }
 
     // A click on a tab or a node remembers the group. The administrator adds a
@@ -327,10 +210,12 @@ private slots:
         frmMain& f = b.open();
         b.show(900, 600);
         f.Form_Activate();
+        auto* treeView = b.child<QTreeWidget>("TreeViewMain");
+        auto* tabs = b.child<GroupTabBar>("TabStripMain");
         if (tree) {
-            f.TreeViewMain_NodeClick(f.TreeViewMain->topLevelItem(0)->child(2));
+            treeView->itemClicked(treeView->topLevelItem(0)->child(2), 0);
         } else {
-            f.TabStripMain->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
+            tabs->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
         }
         QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(b.ofAnn(QStringLiteral("DefaultGroup"), QStringLiteral("EmployeeSettingsTable")),
@@ -339,57 +224,42 @@ private slots:
         b.raise(QStringLiteral("GroupCounter"));
         f.subRefreshUserList(QString());
         QCOMPARE(f.groupCaptions(), QStringList({"Everyone", "Admin", "Empty", "Sales"}));
-        QCOMPARE(f.TreeViewMain->topLevelItem(0)->childCount(), 4);
+        QCOMPARE(treeView->topLevelItem(0)->childCount(), 4);
         QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
-        QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
-        QCOMPARE(f.TreeViewMain->currentItem()->text(0), QStringLiteral("Sales"));
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Sales"));
+        QCOMPARE(treeView->currentItem()->text(0), QStringLiteral("Sales"));
         QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({"~Room 1", "Ann Lee"}));
         QCOMPARE(b.gw.boxes().count(), 0);
-    }
-
-    // The real Load and Activate: the saved group's tab, its rows, the timers as
-    // the settings ask; RefreshRate 0 says so in panel 3 and stops TimerMain at its tick.
-    void loadAndActivate()
-    {
-        Board b;
-        b.setForAnn(QStringLiteral("RefreshRate = 0, DefaultGroup = \"Sales\""));
-        b.form = static_cast<frmMain*>(frmMain::load());
-        frmMain& f = *b.form;
-        f.Form_Activate();
-        QCOMPARE(f.TabStripMain->tabText(f.TabStripMain->currentIndex()), QStringLiteral("Sales"));
-        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("~Room 1"), QStringLiteral("Ann Lee")}));
-        QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
-        QVERIFY(f.TimerMain.isActive());
-        QVERIFY(f.tmrCheckForStatusAlerts.isActive());
-        f.TimerMain_Timer();
-        QVERIFY(!f.TimerMain.isActive());
-        f.tmrCheckForStatusAlerts_Timer();
-        f.Form_Deactivate();
-        f.Form_Activate();
-        QCOMPARE(f.tmrCheckForStatusAlerts.interval(), 60000); // the short first interval is not restored
-        QVERIFY(f.TimerMain.isActive());
     }
 
     void rightsAtFirstActivate_data()
     {
         QTest::addColumn<int>("systemLevel");
         QTest::addColumn<int>("userLevel");
+        QTest::addColumn<bool>("manager"); // of Sales, the group shown, of which Ann is a member
         QTest::addColumn<bool>("mayChangeOthers");
-        QTest::newRow("system LOW: everybody may") << 0 << 0 << true;
-        QTest::newRow("system MEDIUM, user HIGH: may") << 1 << 2 << true;
-        QTest::newRow("system HIGH, user LOW: may not") << 2 << 0 << false;
+        QTest::newRow("system LOW: everybody may") << 0 << 0 << false << true;
+        QTest::newRow("MEDIUM, user LOW: a member may") << 1 << 0 << false << true;
+        QTest::newRow("HIGH, user MEDIUM: a member may not") << 2 << 1 << false << false;
+        QTest::newRow("HIGH, user MEDIUM: a manager may") << 2 << 1 << true << true;
+        QTest::newRow("system HIGH, user LOW: may not") << 2 << 0 << true << false;
     }
 
-    // The first Activate sets the toolbar by the person's rights before any row is
-    // clicked: the Group button and multiple selection, and Preview for a new message.
+    // The real Load and the first Activate: the saved group's tab and rows, the
+    // toolbar by the person's rights there before any row is clicked (the Group
+    // button, its menu entry and multiple selection, Preview for a new message,
+    // Servers gone with none listed), the timers as the settings ask: RefreshRate
+    // 0 says so in panel 3 and stops TimerMain at its tick.
     void rightsAtFirstActivate()
     {
         QFETCH(int, systemLevel);
         QFETCH(int, userLevel);
+        QFETCH(bool, manager);
         QFETCH(bool, mayChangeOthers);
         Board b;
         b.site.setting(QStringLiteral("SystemSecurityLevel"), QString::number(systemLevel));
-        b.setForAnn(QStringLiteral("UserSecurityLevel = %1").arg(userLevel));
+        b.site.execute(QStringLiteral("UPDATE EmployeeGroupTable SET GroupManager = %1").arg(manager ? 1 : 0));
+        b.setForAnn(QStringLiteral("UserSecurityLevel = %1, RefreshRate = 0, DefaultGroup = \"Sales\"").arg(userLevel));
         b.site.message({.owner = QStringLiteral("Ann Lee"),
                         .fromName = QStringLiteral("Bob Ray"),
                         .toName = QStringLiteral("Ann Lee"),
@@ -397,10 +267,28 @@ private slots:
         b.form = static_cast<frmMain*>(frmMain::load());
         frmMain& f = *b.form;
         f.Form_Activate();
+        const auto* tabs = b.child<GroupTabBar>("TabStripMain");
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Sales"));
+        QCOMPARE(b.texts(QStringLiteral("Name")), QStringList({QStringLiteral("~Room 1"), QStringLiteral("Ann Lee")}));
         QCOMPARE(f.groupButtonEnabled(), mayChangeOthers);
-        QCOMPARE(f.ListViewMain->selectionMode() == QAbstractItemView::ExtendedSelection, mayChangeOthers);
-        QCOMPARE(f.ListViewMessages->topLevelItemCount(), 1);
-        QVERIFY(f.toolbarButton(QStringLiteral("Preview"))->isEnabled());
+        QCOMPARE(b.action("mnuCommand_Group")->isEnabled(), mayChangeOthers);
+        QCOMPARE(b.list()->selectionMode() == QAbstractItemView::ExtendedSelection, mayChangeOthers);
+        QCOMPARE(b.child<QTreeWidget>("ListViewMessages")->topLevelItemCount(), 1);
+        QVERIFY(b.action("Preview")->isEnabled());
+        QVERIFY(!b.action("Servers")->isVisible() && !b.action("mnuCommand_Servers")->isVisible());
+        QVERIFY(b.action("Options")->isEnabled() && gRun.gblnUserOnThisServer);
+
+        QCOMPARE(f.panelText(3), QStringLiteral(" Refresh OFF "));
+        const auto* timerMain = b.child<QTimer>("TimerMain");
+        const auto* alerts = b.child<QTimer>("tmrCheckForStatusAlerts");
+        QVERIFY(timerMain->isActive() && alerts->isActive());
+        f.TimerMain_Timer();
+        QVERIFY(!timerMain->isActive());
+        f.tmrCheckForStatusAlerts_Timer();
+        f.Form_Deactivate();
+        f.Form_Activate();
+        QCOMPARE(alerts->interval(), 60000); // the short first interval is not restored
+        QVERIFY(timerMain->isActive());
     }
 
     // A write of AutoLogIn's "In" that fails at Load is caught by the Load: its box,
@@ -429,8 +317,7 @@ private slots:
     void countdown()
     {
         Board b;
-        frmMain& f = b.open();
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        frmMain& f = b.openOnEveryone();
         gPerson.gintRefreshRate = 1;
         gBoard.gintTimerMainCountDown = 2;
         dao::DBEngine::resetStatementCount();
@@ -442,9 +329,10 @@ private slots:
         QVERIFY(dao::DBEngine::statementCount() > 0);
 
         gPerson.gintRefreshRate = 0;
-        f.TimerMain.start();
+        auto* timerMain = b.child<QTimer>("TimerMain");
+        timerMain->start();
         f.TimerMain_Timer();
-        QVERIFY(!f.TimerMain.isActive());
+        QVERIFY(!timerMain->isActive());
         QCOMPARE(f.panelText(3), QStringLiteral("Next refresh in 60 ")); // nothing written
     }
 

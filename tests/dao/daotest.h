@@ -4,14 +4,12 @@
 // process, and the Jet number a call raised.
 
 #include "dao/dao.h"
-#include "dao/sqlfunctions.h"
+#include "ondisk.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QProcess>
 #include <QTest>
 #include <functional>
-#include <sqlite3.h>
 
 namespace daotest {
 
@@ -26,46 +24,16 @@ inline int jetNumber(const std::function<void()>& fn)
     return 0;
 }
 
-// Runs plain SQLite statements on a file, making it when missing; with the
-// engine's SQL functions, as anything that writes our files must have them.
-inline void sqliteExec(const QString& path, const QString& sql)
-{
-    sqlite3* db = nullptr;
-    QCOMPARE(sqlite3_open(QFile::encodeName(path).constData(), &db), SQLITE_OK);
-    dao::registerSqlFunctions(db);
-    char* message = nullptr;
-    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
-    const QString text = QString::fromUtf8(message ? message : "");
-    sqlite3_free(message);
-    sqlite3_close(db);
-    QVERIFY2(rc == SQLITE_OK, qPrintable(text));
-}
-
-// One value read with plain SQLite, as text ("" for Null).
-inline QString sqliteValue(const QString& path, const QString& sql)
-{
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(QFile::encodeName(path).constData(), &db, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* stmt = nullptr;
-    QString value = QStringLiteral("<no row>");
-    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) == SQLITE_OK &&
-        sqlite3_step(stmt) == SQLITE_ROW)
-        value = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
-    return value;
-}
-
 // A small table of people for most tests, made with plain SQLite.
 inline void makePeople(const QString& path)
 {
-    sqliteExec(path,
-               QStringLiteral(
-                   "CREATE TABLE People (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50) NOT NULL COLLATE NOCASE "
-                   "UNIQUE, Flag BIT, Num LONG, Amount DOUBLE, Note TEXT(250));"
-                   "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Ann', 1, 10, 1.5, 'first');"
-                   "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Bob', 0, 20, 2.0, NULL);"
-                   "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Cy', NULL, NULL, NULL, '');"));
+    QVERIFY(sqliteExec(
+        path, QStringLiteral(
+                  "CREATE TABLE People (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50) NOT NULL COLLATE NOCASE "
+                  "UNIQUE, Flag BIT, Num LONG, Amount DOUBLE, Note TEXT(250));"
+                  "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Ann', 1, 10, 1.5, 'first');"
+                  "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Bob', 0, 20, 2.0, NULL);"
+                  "INSERT INTO People (Name, Flag, Num, Amount, Note) VALUES ('Cy', NULL, NULL, NULL, '');")));
 }
 
 // The helper process that holds locks for the tests (dao_helper beside the test).

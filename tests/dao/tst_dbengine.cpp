@@ -11,44 +11,7 @@
 using namespace dao;
 using daotest::jetNumber;
 
-class TestDBEngine : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void openFailures_data();
-    void openFailures();
-    void noPermission();
-    void createDatabase();
-    void exclusiveOpen();
-    void busyFileAtOpen();
-    void closedDatabaseIsInvalid();
-    void readOnlyOpen();
-
-private:
-    QString path(const QString& name) const
-    {
-        return m_dir->filePath(name);
-    }
-    std::unique_ptr<QTemporaryDir> m_dir;
-};
-
-void TestDBEngine::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    DBEngine::setBusyTimeoutMs(2000);
-}
-
 namespace {
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 QByteArray legacyHeader(const char* kind)
 {
@@ -60,169 +23,189 @@ QByteArray legacyHeader(const char* kind)
 
 } // namespace
 
-void TestDBEngine::openFailures_data()
+class TestDBEngine : public QObject
 {
-    QTest::addColumn<QString>("setup");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("number");
-    const auto row = [](const char* name, const char* setup, const char* file, int number) {
-        QTest::newRow(name) << setup << file << number;
-    };
-    row("empty name", "", "", errInvalidFileName);
-    row("a directory", "dir", "sub", errInvalidFileName);
-    row("missing folder", "", "nowhere/veskor.mdb", errInvalidPath);
-    row("folder is a file", "plain", "plain.txt/veskor.mdb", errInvalidPath);
-    row("missing file", "", "veskor.mdb", errFileNotFound);
-    row("random bytes", "random", "veskor.mdb", errUnrecognizedFormat);
-    row("empty file", "empty", "veskor.mdb", errUnrecognizedFormat);
-    row("legacy Jet file", "jet", "veskor.mdb", errUnrecognizedFormat);
-    row("legacy ACE file", "ace", "veskor.mdb", errUnrecognizedFormat);
-    row("truncated file", "truncated", "veskor.mdb", errCorrupt);
-    row("good header, damaged pages", "damaged", "veskor.mdb", errCorrupt);
-}
+    Q_OBJECT
 
-void TestDBEngine::openFailures()
-{
-    QFETCH(QString, setup);
-    QFETCH(QString, file);
-    QFETCH(int, number);
-    const QString target = file.isEmpty() ? QString() : path(file);
-    if (setup == "dir") {
-        QVERIFY(QDir(m_dir->path()).mkdir(file));
-    } else if (setup == "plain") {
-        writeFile(path("plain.txt"), "text");
-    } else if (setup == "random") {
-        QByteArray bytes(8192, '\0');
-        for (int i = 0; i < bytes.size(); ++i)
-            bytes[i] = char((i * 7919 + 13) % 251);
-        writeFile(target, bytes);
-    } else if (setup == "empty") {
-        writeFile(target, QByteArray());
-    } else if (setup == "jet" || setup == "ace") {
-        writeFile(target, legacyHeader(setup == "jet" ? "Standard Jet DB" : "Standard ACE DB"));
-    } else if (setup == "truncated" || setup == "damaged") {
-        daotest::makePeople(target);
-        daotest::sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));");
-        QFile f(target);
-        if (setup == "truncated") {
-            QVERIFY(f.resize(f.size() / 2));
-        } else {
-            QVERIFY(f.open(QIODevice::ReadWrite) && f.seek(100));
-            f.write(QByteArray(3000, '\xA5'));
+private slots:
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_dir->isValid());
+        DBEngine::setBusyTimeoutMs(2000);
+    }
+
+    void openFailures_data()
+    {
+        QTest::addColumn<QString>("setup");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("number");
+        const auto row = [](const char* name, const char* setup, const char* file, int number) {
+            QTest::newRow(name) << setup << file << number;
+        };
+        row("empty name", "", "", errInvalidFileName);
+        row("a directory", "dir", "sub", errInvalidFileName);
+        row("missing folder", "", "nowhere/veskor.mdb", errInvalidPath);
+        row("folder is a file", "plain", "plain.txt/veskor.mdb", errInvalidPath);
+        row("missing file", "", "veskor.mdb", errFileNotFound);
+        row("random bytes", "random", "veskor.mdb", errUnrecognizedFormat);
+        row("empty file", "empty", "veskor.mdb", errUnrecognizedFormat);
+        row("legacy Jet file", "jet", "veskor.mdb", errUnrecognizedFormat);
+        row("legacy ACE file", "ace", "veskor.mdb", errUnrecognizedFormat);
+        row("truncated file", "truncated", "veskor.mdb", errCorrupt);
+        row("good header, damaged pages", "damaged", "veskor.mdb", errCorrupt);
+    }
+
+    void openFailures()
+    {
+        QFETCH(QString, setup);
+        QFETCH(QString, file);
+        QFETCH(int, number);
+        const QString target = file.isEmpty() ? QString() : path(file);
+        if (setup == "dir") {
+            QVERIFY(QDir(m_dir->path()).mkdir(file));
+        } else if (setup == "plain") {
+            QVERIFY(writeFile(path("plain.txt"), "text"));
+        } else if (setup == "random") {
+            QByteArray bytes(8192, '\0');
+            for (int i = 0; i < bytes.size(); ++i)
+                bytes[i] = char((i * 7919 + 13) % 251);
+            QVERIFY(writeFile(target, bytes));
+        } else if (setup == "empty") {
+            QVERIFY(writeFile(target, QByteArray()));
+        } else if (setup == "jet" || setup == "ace") {
+            QVERIFY(writeFile(target, legacyHeader(setup == "jet" ? "Standard Jet DB" : "Standard ACE DB")));
+        } else if (setup == "truncated" || setup == "damaged") {
+            daotest::makePeople(target);
+            QVERIFY(sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));"));
+            QFile f(target);
+            if (setup == "truncated") {
+                QVERIFY(f.resize(f.size() / 2));
+            } else {
+                QVERIFY(f.open(QIODevice::ReadWrite) && f.seek(100));
+                f.write(QByteArray(3000, '\xA5'));
+            }
         }
+        QString description;
+        try {
+            DBEngine::OpenDatabase(target);
+        } catch (const JetError& e) {
+            QCOMPARE(e.number(), number);
+            description = e.description();
+        }
+        QVERIFY2(!description.isEmpty(), "the open did not fail");
+        if (setup == "jet" || setup == "ace")
+            QVERIFY(description.contains("Access"));
+        if (number == errFileNotFound)
+            QVERIFY(!QFile::exists(target)); // a missing file is never created
     }
-    QString description;
-    try {
-        DBEngine::OpenDatabase(target);
-    } catch (const JetError& e) {
-        QCOMPARE(e.number(), number);
-        description = e.description();
+
+    void noPermission()
+    {
+        if (::geteuid() == 0)
+            QSKIP("root reads every file");
+        const QString file = path("veskor.mdb");
+        daotest::makePeople(file);
+        QFile::setPermissions(file, QFileDevice::ReadOwner);
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errNoPermission));
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), 0);
+        QFile::setPermissions(file, QFileDevice::WriteOwner);
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), int(errNoPermission));
     }
-    QVERIFY2(!description.isEmpty(), "the open did not fail");
-    if (setup == "jet" || setup == "ace")
-        QVERIFY(description.contains("Access"));
-    if (number == errFileNotFound)
-        QVERIFY(!QFile::exists(target)); // a missing file is never created
-}
 
-void TestDBEngine::noPermission()
-{
-    if (::geteuid() == 0)
-        QSKIP("root reads every file");
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
-    QFile::setPermissions(file, QFileDevice::ReadOwner);
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errNoPermission));
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), 0);
-    QFile::setPermissions(file, QFileDevice::WriteOwner);
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), int(errNoPermission));
-}
+    // A new file has a real header at once, and a rollback journal, which works on
+    // a network share.
+    void createDatabase()
+    {
+        const QString file = path("new.mdb");
+        DBEngine::CreateDatabase(file)->Close();
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Execute("CREATE TABLE T (A LONG)"); }), 0);
+        QCOMPARE(DBEngine::OpenDatabase(file)->TableNames(), QStringList{"T"});
+        QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
+        QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
 
-// A new file has a real header at once, and a rollback journal, which works on
-// a network share.
-void TestDBEngine::createDatabase()
-{
-    const QString file = path("new.mdb");
-    DBEngine::CreateDatabase(file)->Close();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Execute("CREATE TABLE T (A LONG)"); }), 0);
-    QCOMPARE(DBEngine::OpenDatabase(file)->TableNames(), QStringList{"T"});
-    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
-    QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
+        QCOMPARE(sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
+    }
 
-    QCOMPARE(daotest::sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
-}
+    // The maintenance open shuts out every other open with 3045, at once (without
+    // the busy wait), in this process and in another; a holder that dies lets go.
+    void exclusiveOpen()
+    {
+        const QString file = path("veskor.mdb");
+        daotest::makePeople(file);
+        DBEngine::OpenDatabase(file)->Close();
+        QVERIFY(!QFile::exists(path("veskor.ldb"))); // a shared open makes no lock file
 
-// The maintenance open shuts out every other open with 3045, at once (without
-// the busy wait), in this process and in another; a holder that dies lets go.
-void TestDBEngine::exclusiveOpen()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
-    DBEngine::OpenDatabase(file)->Close();
-    QVERIFY(!QFile::exists(path("veskor.ldb"))); // a shared open makes no lock file
+        auto shared = DBEngine::OpenDatabase(file);
+        auto admin = DBEngine::OpenDatabase(file, true);
+        QVERIFY(admin->isExclusive() && QFile::exists(path("veskor.ldb")));
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, true); }), int(errExclusivelyLocked));
+        admin->Execute("UPDATE People SET Num = 99 WHERE ID = 1");
+        admin->Close();
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
 
-    auto shared = DBEngine::OpenDatabase(file);
-    auto admin = DBEngine::OpenDatabase(file, true);
-    QVERIFY(admin->isExclusive() && QFile::exists(path("veskor.ldb")));
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, true); }), int(errExclusivelyLocked));
-    admin->Execute("UPDATE People SET Num = 99 WHERE ID = 1");
-    admin->Close();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
+        daotest::Helper helper;
+        QCOMPARE(helper.start({"exclusive", file}), QString("locked"));
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
+        QVERIFY2(timer.elapsed() < 1000, "3045 comes at once, without the busy wait");
+        helper.process.kill();
+        helper.process.waitForFinished(5000);
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
+    }
 
-    daotest::Helper helper;
-    QCOMPARE(helper.start({"exclusive", file}), QString("locked"));
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errExclusivelyLocked));
-    QVERIFY2(timer.elapsed() < 1000, "3045 comes at once, without the busy wait");
-    helper.process.kill();
-    helper.process.waitForFinished(5000);
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
-}
+    void busyFileAtOpen()
+    {
+        const QString file = path("veskor.mdb");
+        daotest::makePeople(file);
+        daotest::Helper helper;
+        QCOMPARE(helper.start({"hold", file}), QString("locked"));
+        DBEngine::setBusyTimeoutMs(300);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errCouldNotLockFile));
+        QVERIFY2(timer.elapsed() >= 250, "the open waits for the lock before it fails");
+        helper.finish();
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
+    }
 
-void TestDBEngine::busyFileAtOpen()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
-    daotest::Helper helper;
-    QCOMPARE(helper.start({"hold", file}), QString("locked"));
-    DBEngine::setBusyTimeoutMs(300);
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errCouldNotLockFile));
-    QVERIFY2(timer.elapsed() >= 250, "the open waits for the lock before it fails");
-    helper.finish();
-    QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
-}
+    void closedDatabaseIsInvalid()
+    {
+        const QString file = path("veskor.mdb");
+        daotest::makePeople(file);
+        auto db = DBEngine::OpenDatabase(file);
+        auto rs = db->OpenRecordset("People");
+        db->Close();
+        QVERIFY(!db->isOpen() && !rs->isOpen());
+        QCOMPARE(jetNumber([&] { db->OpenRecordset("People"); }), int(errObjectInvalid));
+        QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errObjectInvalid));
+        QCOMPARE(jetNumber([&] { rs->Fields("Name").Value(); }), int(errObjectInvalid));
+        QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errObjectInvalid));
+        QCOMPARE(jetNumber([&] { db->Close(); }), 0); // closing twice is harmless
+    }
 
-void TestDBEngine::closedDatabaseIsInvalid()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
-    auto db = DBEngine::OpenDatabase(file);
-    auto rs = db->OpenRecordset("People");
-    db->Close();
-    QVERIFY(!db->isOpen() && !rs->isOpen());
-    QCOMPARE(jetNumber([&] { db->OpenRecordset("People"); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] { rs->Fields("Name").Value(); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errObjectInvalid));
-    QCOMPARE(jetNumber([&] { db->Close(); }), 0); // closing twice is harmless
-}
+    void readOnlyOpen()
+    {
+        const QString file = path("veskor.mdb");
+        daotest::makePeople(file);
+        auto db = DBEngine::OpenDatabase(file, false, true);
+        QVERIFY(db->isReadOnly());
+        auto rs = db->OpenRecordset("People");
+        QCOMPARE(rs->RecordCount(), 3LL);
+        QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
+        QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
+        QCOMPARE(sqliteValue(file, "SELECT count(*) FROM People"), QString("3"));
+    }
 
-void TestDBEngine::readOnlyOpen()
-{
-    const QString file = path("veskor.mdb");
-    daotest::makePeople(file);
-    auto db = DBEngine::OpenDatabase(file, false, true);
-    QVERIFY(db->isReadOnly());
-    auto rs = db->OpenRecordset("People");
-    QCOMPARE(rs->RecordCount(), 3LL);
-    QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
-    QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
-    QCOMPARE(daotest::sqliteValue(file, "SELECT count(*) FROM People"), QString("3"));
-}
+private:
+    QString path(const QString& name) const
+    {
+        return m_dir->filePath(name);
+    }
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
 
 QTEST_GUILESS_MAIN(TestDBEngine)
 #include "tst_dbengine.moc"

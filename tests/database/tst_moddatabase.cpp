@@ -1,9 +1,14 @@
 // The open-and-close regime of the shared file, the answers to a failed open,
-// the group look-up and the answer to a failed Update.
+// the group look-up, and the change counters: what a poll reads and acts on, and
+// the raise of Counter.
+#include "countingscreen.h"
 #include "dao/dao.h"
+#include "database/counters.h"
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "ondisk.h"
+#include "otherclient.h"
 #include "tempsite.h"
 #include "testgateways.h"
 
@@ -11,6 +16,7 @@
 #include <QFile>
 #include <QTest>
 #include <QTimer>
+#include <array>
 
 using namespace platform;
 
@@ -18,27 +24,19 @@ namespace {
 
 const QString kProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
 
-struct FakeMain : MainScreen
-{
-    void unload() override
-    {
-        ++unloads;
-    }
-    int unloads = 0;
-};
+using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
-enum class Broken
-{
-    MissingFile,
-    MissingFolder,
-    Garbage,
-    FolderAsFile
-};
+// The counters this client last acted on, in the order of Counters.
+const std::array<long long*, 5> kLastActed{&gCounters.glngLastStatusCounter, &gCounters.glngLastStatusTypeCounter,
+                                           &gCounters.glngLastGroupCounter, &gCounters.glngLastSecurityCounter,
+                                           &gCounters.glngLastExtraColumnsCounter};
 
-void useSite(const QString& folder)
+Counters lastActedOn()
 {
-    gRun.gstrCurrentDatabasePath = folder;
-    gRun.gblnDatabaseClosed = true;
+    Counters c;
+    for (const long long* last : kLastActed)
+        c << *last;
+    return c;
 }
 
 } // namespace
@@ -57,7 +55,7 @@ private slots:
     {
         TestGateways gw;
         TempSite site;
-        useSite(site.path());
+        site.makeCurrent();
         subOpenDatabase();
         const auto first = gRun.gdbDatabase;
         QVERIFY(first->isOpen() && !gRun.gblnDatabaseClosed && TimerCloseDatabase().isActive());
@@ -75,7 +73,7 @@ private slots:
 
     void failedOpen_data()
     {
-        QTest::addColumn<Broken>("broken");
+        QTest::addColumn<QString>("broken");
         QTest::addColumn<QList<int>>("answers");
         QTest::addColumn<QString>("start");
         QTest::addColumn<QString>("end");
@@ -85,28 +83,27 @@ private slots:
         const int retryCancel = vbRetryCancel + vbExclamation;
         // Retry goes round again: three more tries, then the same box.
         QTest::newRow("missing file: Retry, then Cancel ends without unloading")
-            << Broken::MissingFile << QList<int>{vbRetry, vbCancel} << "Non-fatal Error (3024 ) in " + kProcedure + "\r"
+            << "file" << QList<int>{vbRetry, vbCancel} << "Non-fatal Error (3024 ) in " + kProcedure + "\r"
             << "\r\rPossible Causes: \r                 1) The server is busy deleting the VESKOR.LDB file.\r       "
                "          2) The network cable has been disconnected."
             << retryCancel << " VESK-OR Pro  - Error in subOpenDatabase" << 0;
         QTest::newRow("missing folder: Cancel unloads and ends")
-            << Broken::MissingFolder << QList<int>{vbCancel}
-            << "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n"
+            << "folder" << QList<int>{vbCancel} << "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n"
             << "\r\n\r\nPossible causes: \r\n1) Invalid Database Path in VESKOR.INI. \r\n2) You do not have access "
                "permissions to the database via this path. \r\n3) The Network connection may have been permanently or "
                "temporarily lost.\r\n\r\nSelect Retry to attempt to open the database again.\r\nSelect Cancel to exit."
             << retryCancel << QString() << 1;
         QTest::newRow("not a database: damaged")
-            << Broken::Garbage << QList<int>{vbOK} << QString()
+            << "garbage" << QList<int>{vbOK} << QString()
             << "\rPlease inform the Network Supervisor that the database is damaged and must be repaired."
             << int(vbExclamation) << kProcedure + " - Fatal Error in  VESK-OR Pro " << 1;
         QTest::newRow("a folder by the file's name: any other number")
-            << Broken::FolderAsFile << QList<int>{vbOK} << "Error (3055 - " << QString() << 0 << QString() << 1;
+            << "folder as file" << QList<int>{vbOK} << "Error (3055 - " << QString() << 0 << QString() << 1;
     }
 
     void failedOpen()
     {
-        QFETCH(Broken, broken);
+        QFETCH(QString, broken);
         QFETCH(QList<int>, answers);
         QFETCH(QString, start);
         QFETCH(QString, end);
@@ -114,18 +111,18 @@ private slots:
         QFETCH(QString, title);
         QFETCH(int, unloads);
         TestGateways gw;
-        FakeMain screen;
+        CountingScreen screen;
         setMainScreen(&screen);
         TempSite site;
-        useSite(broken == Broken::MissingFolder ? site.path() + "gone" + QDir::separator() : site.path());
-        if (broken != Broken::MissingFolder)
+        site.makeCurrent();
+        if (broken == "folder")
+            gRun.gstrCurrentDatabasePath = site.path() + "gone" + QDir::separator();
+        if (broken != "folder")
             QVERIFY(QFile::remove(site.dbPath()));
-        if (broken == Broken::FolderAsFile)
+        if (broken == "folder as file")
             QVERIFY(QDir().mkdir(site.dbPath()));
-        if (broken == Broken::Garbage) {
-            QFile file(site.dbPath());
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(4096, 'x')) == 4096);
-        }
+        if (broken == "garbage")
+            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
         for (int answer : answers)
             gw.boxes().answer(answer);
 
@@ -146,7 +143,7 @@ private slots:
     {
         TestGateways gw;
         TempSite site;
-        useSite(site.path());
+        site.makeCurrent();
         auto holder = dao::DBEngine::OpenDatabase(site.dbPath(), true);
         QTimer::singleShot(0, [&] { holder->Close(); }); // once events run, after the box
         gw.boxes().answer(vbOK);
@@ -164,7 +161,7 @@ private slots:
         TestGateways gw;
         TempSite site;
         site.group("Sales").group("Sales*");
-        useSite(site.path());
+        site.makeCurrent();
         QVERIFY(fnGroupExists("sales") && fnGroupExists("SALES*"));
         QVERIFY(!fnGroupExists("Sale") && !fnGroupExists("S*"));
 
@@ -172,6 +169,124 @@ private slots:
         gRun.gdbDatabase->Close();
         QVERIFY(fnGroupExists("Sales") && gRun.gdbDatabase->isOpen());
         QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void raiseOnAnEmptyTable()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.execute("DELETE FROM StatusCounterTable");
+        site.makeCurrent();
+        // The new row's Null counter is set to 1, then raised.
+        subUpdateStatusCounter();
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("2"));
+        subUpdateStatusCounter();
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("3"));
+        QCOMPARE(gCounters.glngStatusCounter, 3);
+        QCOMPARE(gCounters.glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void poll_data()
+    {
+        QTest::addColumn<Counters>("file");
+        QTest::addColumn<Counters>("acted"); // last acted on, before the poll
+        QTest::addColumn<QList<int>>("reactions");
+        QTest::addColumn<Counters>("actedAfter");
+        QTest::newRow("first pass acts on everything")
+            << Counters{5, 1, 3, 2, 4} << Counters{0, 0, 0, 0, 0} << QList<int>{1, 1, 1} << Counters{0, 1, 3, 2, 0};
+        QTest::newRow("group and security rise")
+            << Counters{5, 1, 9, 3, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{1, 0, 1} << Counters{5, 1, 9, 3, 4};
+        QTest::newRow("a fall goes unnoticed")
+            << Counters{5, 1, 1, 1, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{0, 0, 0} << Counters{5, 1, 3, 2, 4};
+        // The administrator's raise of StatusTypeCounter is undone before the read.
+        QTest::newRow("status types fall back to 1")
+            << Counters{5, 7, 3, 2, 4} << Counters{5, 1, 3, 2, 4} << QList<int>{0, 0, 0} << Counters{5, 1, 3, 2, 4};
+    }
+
+    void poll()
+    {
+        QFETCH(Counters, file);
+        QFETCH(Counters, acted);
+        QFETCH(QList<int>, reactions);
+        QFETCH(Counters, actedAfter);
+        TestGateways gw;
+        CountingScreen screen;
+        setMainScreen(&screen);
+        TempSite site;
+        const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",
+                                   "ExtraColumnsCounter"};
+        for (int i = 0; i < 5; ++i)
+            site.execute(QStringLiteral("UPDATE StatusCounterTable SET %1 = %2").arg(names[i]).arg(file[i]));
+        site.setting("SystemSecurityLevel", "2");
+        site.makeCurrent();
+        for (int i = 0; i < 5; ++i)
+            *kLastActed[i] = acted[i];
+
+        subGetCounterValues();
+        const Counters read{gCounters.glngStatusCounter, gCounters.glngStatusTypeCounter, gCounters.glngGroupCounter,
+                            gCounters.glngSecurityCounter, gCounters.glngExtraColumnsCounter};
+        QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
+        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(gSite.gintSystemSecurityLevel, reactions[2] ? 2 : 0);
+        QCOMPARE(lastActedOn(), actedAfter);
+
+        // Nothing moved since: the next poll acts on nothing and only reads, the
+        // check's two reads and its own.
+        dao::DBEngine::resetStatementCount();
+        subGetCounterValues();
+        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(dao::DBEngine::statementCount(), 3);
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    // A poll at a bad moment reads zeros, which the list refresh takes for a change.
+    void failedReadGivesZeros()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.makeCurrent();
+        gCounters.glngStatusCounter = gCounters.glngGroupCounter = gCounters.glngLastStatusCounter =
+            gCounters.glngLastGroupCounter = 4;
+        {
+            OtherClient other(site);
+            subOpenDatabase();
+            QVERIFY(other.begin("BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9"));
+            subGetCounterValues();
+        }
+        QCOMPARE(gCounters.glngStatusCounter + gCounters.glngStatusTypeCounter + gCounters.glngGroupCounter +
+                     gCounters.glngSecurityCounter + gCounters.glngExtraColumnsCounter,
+                 0);
+        QCOMPARE(lastActedOn(), (Counters{4, 0, 4, 0, 0}));
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    void lockedCounterAsksToRetry()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.makeCurrent();
+        gw.boxes().answer(vbYes).answer(vbNo);
+        {
+            OtherClient other(site);
+            QVERIFY(other.begin("BEGIN IMMEDIATE"));
+            subUpdateStatusCounter();
+        }
+        // Yes starts again at the open; No leaves with the counter as it was.
+        QCOMPARE(gw.boxes().count(), 2);
+        QVERIFY2(gw.boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw.boxes().last().prompt));
+        QVERIFY(gw.boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
+        QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
+        QCOMPARE(gw.boxes().last().title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("1"));
+
+        // Any other error is a warning, and the procedure leaves.
+        site.execute("DROP TABLE StatusCounterTable");
+        gw.boxes().answer(vbOK);
+        subUpdateStatusCounter();
+        QVERIFY(gw.boxes().last().prompt.startsWith("Error=3078\r\n Error message="));
+        QVERIFY(gw.boxes().last().prompt.endsWith(". Update cancelled."));
+        QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
     }
 };
 

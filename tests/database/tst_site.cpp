@@ -2,7 +2,6 @@
 // the test fixture share.
 #include "dao/dao.h"
 #include "database/site.h"
-#include "platform/profile.h"
 #include "tempsite.h"
 
 #include <QDir>
@@ -40,18 +39,6 @@ class TstSite : public QObject
     Q_OBJECT
 
 private slots:
-    // The folders are made as needed; veskor.ini names the folder with a closing separator.
-    void createSiteWritesTheIni()
-    {
-        QTemporaryDir tmp;
-        const QString dir = tmp.filePath("new/site");
-        database::createSite(dir);
-        const QString dataPath =
-            platform::GetPrivateProfileString("DataPath", "DataPath", QString(), 1024, dir + "/veskor.ini");
-        QVERIFY(dataPath.endsWith(QDir::separator()));
-        QCOMPARE(QDir(dataPath).canonicalPath(), QDir(dir).canonicalPath());
-    }
-
     void newSite_data()
     {
         QTest::addColumn<SchemaRelease>("release");
@@ -144,37 +131,6 @@ private slots:
             QVERIFY2(db->FieldNames(table).contains(column), column);
         QCOMPARE(site.value("SELECT New_DeskReadOnly FROM EmployeeTable"), QStringLiteral("True"));
         QCOMPARE(database::extraColumnCaption("New_Desk"), QStringLiteral("Desk"));
-    }
-
-    void settingsAreStoredByType_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("input");
-        QTest::addColumn<QString>("stored"); // "" when refused
-        const auto row = [](const char* name, const char* field, const char* input, const char* stored) {
-            QTest::newRow(name) << field << input << stored;
-        };
-        row("yes/no, other case", "allowmessaging", "TRUE", "True");
-        row("text", "PhotoPath", "  /srv/photos/ ", "/srv/photos/");
-        row("other table", "NewUserDefaultsTable.RefreshRate", "15", "15");
-        row("number refused", "SystemSecurityLevel", "high", "");
-        row("yes/no refused", "AllowMessaging", "maybe", "");
-        row("not a settings table", "EmployeeTable.Name", "x", "");
-    }
-    void settingsAreStoredByType()
-    {
-        QFETCH(QString, field);
-        QFETCH(QString, input);
-        QFETCH(QString, stored);
-        TempSite site;
-        auto db = site.openDb();
-        const QString error = siteErrorOf([&] { database::setSetting(*db, field, input); });
-        if (stored.isEmpty()) {
-            QVERIFY(error != "<no error>");
-        } else {
-            QCOMPARE(error, QStringLiteral("<no error>"));
-            QCOMPARE(database::getSetting(*db, field), stored);
-        }
     }
 
     void countersRise()

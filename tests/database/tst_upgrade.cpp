@@ -2,17 +2,15 @@
 // a file belongs to this system, and the check on the counters' table.
 #include "dao/dao.h"
 #include "dao/jetsql.h"
-#include "dao/sqlfunctions.h"
 #include "database/moddatabase.h"
 #include "database/upgrade.h"
 #include "kernel/globals.h"
+#include "ondisk.h"
 #include "tempsite.h"
 #include "testgateways.h"
 
-#include <QFile>
 #include <QTest>
 #include <QTimer>
-#include <sqlite3.h>
 
 using database::SchemaRelease;
 
@@ -121,80 +119,50 @@ private slots:
         QCOMPARE(contents(site, tables), before);
     }
 
-    // A file of its own made from the statements, or bytes written over the file.
+    // The test that a file belongs to this system reads it and writes nothing: a
+    // file another program keeps in WAL mode stays so, byte for byte.
     void validDatabase_data()
     {
         QTest::addColumn<SchemaRelease>("release");
-        QTest::addColumn<QStringList>("replacement");
+        QTest::addColumn<QString>("change"); // SQLite's own statements on the file, or "=" and bytes over it
         QTest::addColumn<bool>("valid");
-        const QString table = "CREATE TABLE GlobalSettingsTable (DatabaseVersion %1)";
-        QTest::newRow("present release") << SchemaRelease::Present << QStringList() << true;
-        QTest::newRow("older release") << SchemaRelease::Older << QStringList() << true;
-        QTest::newRow("2005 stored as a number")
-            << SchemaRelease::Present
-            << QStringList{table.arg("LONG"), "INSERT INTO GlobalSettingsTable (DatabaseVersion) VALUES (2005)"}
-            << true;
-        QTest::newRow("another version") << SchemaRelease::Present
-                                         << QStringList{table.arg("TEXT(10)"),
-                                                        "INSERT INTO GlobalSettingsTable VALUES (\"2004\")"}
-                                         << false;
-        QTest::newRow("no GlobalSettingsTable")
-            << SchemaRelease::Present << QStringList{"CREATE TABLE Invoices (N LONG)"} << false;
-        QTest::newRow("not a database") << SchemaRelease::Present << QStringList{"Standard Jet DB"} << false;
+        const auto row = [](const char* name, SchemaRelease release, const char* change, bool valid) {
+            QTest::newRow(name) << release << QString(change) << valid;
+        };
+        row("present release", SchemaRelease::Present, "", true);
+        row("older release", SchemaRelease::Older, "", true);
+        row("our site in WAL mode", SchemaRelease::Present, "PRAGMA journal_mode=WAL", true);
+        row("2005 stored as a number", SchemaRelease::Present,
+            "DROP TABLE GlobalSettingsTable; CREATE TABLE GlobalSettingsTable (DatabaseVersion LONG);"
+            "INSERT INTO GlobalSettingsTable VALUES (2005)",
+            true);
+        row("another version", SchemaRelease::Present, "UPDATE GlobalSettingsTable SET DatabaseVersion = '2004'",
+            false);
+        row("no GlobalSettingsTable", SchemaRelease::Present, "DROP TABLE GlobalSettingsTable", false);
+        row("another program's file in WAL mode", SchemaRelease::Present,
+            "DROP TABLE GlobalSettingsTable; CREATE TABLE Invoices (N); INSERT INTO Invoices VALUES (7);"
+            "PRAGMA journal_mode=WAL",
+            false);
+        row("not a database", SchemaRelease::Present, "=Standard Jet DB", false);
     }
     void validDatabase()
     {
         QFETCH(SchemaRelease, release);
-        QFETCH(QStringList, replacement);
+        QFETCH(QString, change);
         QFETCH(bool, valid);
         TestGateways gw;
         TempSite site(release);
-        if (!replacement.isEmpty()) {
-            QVERIFY(QFile::remove(site.dbPath()));
-            if (replacement.first().startsWith("Standard")) {
-                QFile file(site.dbPath());
-                QVERIFY(file.open(QIODevice::WriteOnly) && file.write(replacement.first().toLatin1()) > 0);
-            } else {
-                auto db = dao::DBEngine::CreateDatabase(site.dbPath());
-                for (const QString& statement : replacement)
-                    db->Execute(statement);
-            }
-        }
+        if (change.startsWith('='))
+            QVERIFY(writeFile(site.dbPath(), change.mid(1).toLatin1()));
+        else
+            QVERIFY(change.isEmpty() || sqliteExec(site.dbPath(), change));
+        const QByteArray before = readFile(site.dbPath());
+        if (change.endsWith("WAL"))
+            QCOMPARE(before.mid(18, 2), QByteArray("\2\2")); // the header's WAL mark
         QCOMPARE(fnIsValidDatabase(site.path()), valid);
+        QVERIFY(readFile(site.dbPath()) == before);
         QVERIFY(!fnIsValidDatabase(site.path() + "elsewhere/"));
         QCOMPARE(gw.boxes().count(), 0);
-    }
-
-    // The open and the validity test read the file and write nothing: a file
-    // another program keeps in WAL mode stays so, byte for byte.
-    void validityTestChangesNothing_data()
-    {
-        QTest::addColumn<QByteArray>("statements");
-        QTest::addColumn<char>("journalMode"); // header bytes 18 and 19: 1 rollback, 2 WAL
-        QTest::addColumn<bool>("valid");
-        QTest::newRow("our site") << QByteArray() << char(1) << true;
-        QTest::newRow("our site in WAL mode") << QByteArray("PRAGMA journal_mode=WAL") << char(2) << true;
-        QTest::newRow("another program's file in WAL mode")
-            << QByteArray("DROP TABLE GlobalSettingsTable; CREATE TABLE Invoices (N); INSERT INTO Invoices VALUES (7);"
-                          "PRAGMA journal_mode=WAL")
-            << char(2) << false;
-    }
-    void validityTestChangesNothing()
-    {
-        QFETCH(QByteArray, statements);
-        QFETCH(char, journalMode);
-        QFETCH(bool, valid);
-        TestGateways gw;
-        TempSite site;
-        QVERIFY(statements.isEmpty() || site.rawExec(statements));
-        const auto bytes = [&] {
-            QFile file(site.dbPath());
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
-        const QByteArray before = bytes();
-        QCOMPARE(before.mid(18, 2), QByteArray(2, journalMode));
-        QCOMPARE(fnIsValidDatabase(site.path()), valid);
-        QVERIFY(bytes() == before);
     }
 
     // A person's row by name or login ID, as the program asks for it, is found
@@ -220,18 +188,7 @@ private slots:
         QFETCH(QString, index);
         TestGateways gw;
         const auto plan = [&](const TempSite& site) {
-            sqlite3* db = nullptr;
-            sqlite3_open_v2(QFile::encodeName(site.dbPath()).constData(), &db, SQLITE_OPEN_READONLY, nullptr);
-            dao::registerSqlFunctions(db);
-            const QByteArray explain = "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql.toUtf8();
-            sqlite3_stmt* stmt = nullptr;
-            QStringList steps;
-            sqlite3_prepare_v2(db, explain.constData(), -1, &stmt, nullptr);
-            while (sqlite3_step(stmt) == SQLITE_ROW)
-                steps << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 3)));
-            sqlite3_finalize(stmt);
-            sqlite3_close(db);
-            return steps.join(" / ");
+            return sqliteColumn(site.dbPath(), "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql, 3).join(" / ");
         };
         const QString used = " USING INDEX " + index + " ";
         const TempSite present;

@@ -68,26 +68,24 @@ private slots:
         QTest::addColumn<Button>("defaultButton");
         QTest::addColumn<QString>("press"); // a button's name, or "Escape"
         QTest::addColumn<int>("answer");
-        QTest::newRow("OK only, Escape") << int(vbOKOnly | vbInformation) << QList<int>{vbOK}
-                                         << QMessageBox::Information << QMessageBox::Ok << "Escape" << int(vbOK);
-        QTest::newRow("retry cancel, Escape is Cancel")
-            << (vbRetryCancel | vbCritical) << QList<int>{vbCancel, vbRetry} << QMessageBox::Critical
-            << QMessageBox::Retry << "Escape" << int(vbCancel);
-        QTest::newRow("yes no, question, second default")
-            << (vbYesNo | vbQuestion | vbDefaultButton2) << QList<int>{vbYes, vbNo} << QMessageBox::Question
-            << QMessageBox::No << "Yes" << int(vbYes);
-        QTest::newRow("yes no, Escape is No") << (vbYesNo | vbExclamation) << QList<int>{vbYes, vbNo}
-                                              << QMessageBox::Warning << QMessageBox::Yes << "Escape" << int(vbNo);
-        QTest::newRow("yes no cancel, third default")
-            << (vbYesNoCancel | vbDefaultButton3) << QList<int>{vbCancel, vbYes, vbNo} << QMessageBox::NoIcon
-            << QMessageBox::Cancel << "No" << int(vbNo);
-        QTest::newRow("OK cancel, third default is the first")
-            << (vbOKCancel | vbDefaultButton3) << QList<int>{vbOK, vbCancel} << QMessageBox::NoIcon << QMessageBox::Ok
-            << "Escape" << int(vbCancel);
+        using M = QMessageBox;
+        const auto row = [](const char* name, int flags, const QList<int>& buttons, M::Icon icon, Button defaultButton,
+                            const char* press, int answer) {
+            QTest::newRow(name) << flags << buttons << icon << defaultButton << QString(press) << answer;
+        };
+        row("OK only, Escape", vbOKOnly | vbInformation, {vbOK}, M::Information, M::Ok, "Escape", vbOK);
+        row("retry cancel, Escape is Cancel", vbRetryCancel | vbCritical, {vbCancel, vbRetry}, M::Critical, M::Retry,
+            "Escape", vbCancel);
+        row("yes no, question, second default", vbYesNo | vbQuestion | vbDefaultButton2, {vbYes, vbNo}, M::Question,
+            M::No, "Yes", vbYes);
+        row("yes no, Escape is No", vbYesNo | vbExclamation, {vbYes, vbNo}, M::Warning, M::Yes, "Escape", vbNo);
+        row("yes no cancel, third default", vbYesNoCancel | vbDefaultButton3, {vbCancel, vbYes, vbNo}, M::NoIcon,
+            M::Cancel, "No", vbNo);
+        row("OK cancel, third default is the first", vbOKCancel | vbDefaultButton3, {vbOK, vbCancel}, M::NoIcon, M::Ok,
+            "Escape", vbCancel);
         // VB's Abort/Retry/Ignore box has no Escape: the key does nothing, Ignore is pressed after it.
-        QTest::newRow("abort retry ignore, Escape does nothing")
-            << int(vbAbortRetryIgnore) << QList<int>{vbAbort, vbRetry, vbIgnore} << QMessageBox::NoIcon
-            << QMessageBox::Abort << "Escape" << int(vbIgnore);
+        row("abort retry ignore, Escape does nothing", vbAbortRetryIgnore, {vbAbort, vbRetry, vbIgnore}, M::NoIcon,
+            M::Abort, "Escape", vbIgnore);
     }
     void messageBox()
     {

@@ -81,14 +81,6 @@ private slots:
         QCOMPARE(child.exitCode(), exitCode);
         QCOMPARE(child.readAllStandardOutput(), output);
     }
-
-    void doEventsRunsPendingWork()
-    {
-        bool ran = false;
-        QTimer::singleShot(0, [&] { ran = true; });
-        platform::DoEvents();
-        QVERIFY(ran);
-    }
 };
 
 int main(int argc, char** argv)

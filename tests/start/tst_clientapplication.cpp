@@ -1,6 +1,7 @@
 // The client's last line of defence: a failure that reaches the event loop ends
 // the run with its box and code 1, whatever kind of failure it is.
 #include "dao/jeterror.h"
+#include "kernel/err.h"
 #include "kernel/globals.h"
 #include "platform/msgbox.h"
 #include "start/clientapplication.h"
@@ -47,6 +48,7 @@ private slots:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("prompt");
         QTest::newRow("engine") << 0 << "Run-time error '3218':\r\rCould not update; currently locked.";
+        QTest::newRow("language") << 3 << "Run-time error '91':\r\rObject variable or With block variable not set";
         QTest::newRow("out of memory") << 1 << "Error (7 ) in frmProbe - cmdProbe event\rOut of memory";
         QTest::newRow("standard library") << 2
                                           << "Error (51 ) in frmProbe - cmdProbe event\rInternal error: "
@@ -69,6 +71,8 @@ private slots:
                 throw dao::JetError(3218, QStringLiteral("Could not update; currently locked."));
             case 1:
                 throw std::bad_alloc();
+            case 3:
+                raiseObjectNotSet();
             default:
                 throw std::out_of_range("vector::at");
             }

@@ -3,17 +3,14 @@
 // raises the counter once. Clients killed at random moments of their writes
 // leave each person's row, tracking mirror and last log row in agreement, and the
 // counter's rise equal to the log rows added.
-#include "dao/sqlfunctions.h"
+#include "realclient.h"
 #include "tempsite.h"
 
-#include <QFile>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
 #include <QTimer>
 #include <csignal>
 #include <memory>
-#include <sqlite3.h>
 #include <vector>
 
 namespace {
@@ -25,13 +22,12 @@ const QString kDisagreeing = QStringLiteral(
     "LEFT JOIN TransactionLogTable l ON l.rowid = (SELECT max(rowid) FROM TransactionLogTable WHERE Name = e.Name) "
     "WHERE e.Status <> t.TrackeeStatus OR e.Status <> coalesce(l.Status, 'Start')");
 
-// A site with people p1..pN, each followed by a watcher, and the client beside it.
+// A site with people p1..pN, each followed by a watcher, and their clients.
 struct Crowd
 {
     TempSite site;
-    QString user;
     QString counterBefore;
-    std::vector<std::unique_ptr<QProcess>> clients;
+    std::vector<std::unique_ptr<RealClient>> clients;
 
     explicit Crowd(int count)
     {
@@ -43,49 +39,28 @@ struct Crowd
                 .tracking(QStringLiteral("Watcher"), name, QStringLiteral("Start"));
         }
         counterBefore = value(QStringLiteral("SELECT Counter FROM StatusCounterTable"));
-        user = site.path() + QStringLiteral("user");
-        QFile::copy(QStringLiteral(VESKOR_USER_BINARY), user);
-        QFile(site.path() + QStringLiteral("answers.txt")).open(QIODevice::WriteOnly);
     }
-    ~Crowd()
-    {
-        for (auto& client : clients) {
-            client->kill();
-            client->waitForFinished(5000);
-        }
-    }
-    // One client for each of people 1..count, with the word on its command line;
-    // boxes are answered from an empty file and written to boxes.log.
+    // One client for each of people 1..count, with the word on its command line.
     void start(int count, const QString& word)
     {
         clients.clear();
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        env.insert(QStringLiteral("VESKOR_MSGBOX_ANSWERS"), site.path() + QStringLiteral("answers.txt"));
-        env.insert(QStringLiteral("VESKOR_MSGBOX_LOG"), site.path() + QStringLiteral("boxes.log"));
         for (int i = 1; i <= count; ++i) {
-            clients.push_back(std::make_unique<QProcess>());
-            clients.back()->setProcessEnvironment(env);
-            clients.back()->start(user, {QStringLiteral("-UID:p%1").arg(i), QStringLiteral("-STS:") + word});
+            clients.push_back(std::make_unique<RealClient>(
+                site.path(), QStringList{QStringLiteral("-UID:p%1").arg(i), QStringLiteral("-STS:") + word}));
         }
     }
     void endAll()
     {
         for (auto& client : clients) {
-            ::kill(pid_t(client->processId()), SIGTERM); // the ordinary end
+            ::kill(pid_t(client->process.processId()), SIGTERM); // the ordinary end
         }
         for (auto& client : clients) {
-            client->waitForFinished(30000);
+            client->process.waitForFinished(30000);
         }
     }
     int peopleWith(const QString& word) const
     {
         return value(QStringLiteral("SELECT Count(*) FROM EmployeeTable WHERE Status = '%1'").arg(word)).toInt();
-    }
-    QByteArray boxesShown() const
-    {
-        QFile file(site.path() + QStringLiteral("boxes.log"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     // What disagrees: the file's integrity, the counter's rise against the log
     // rows added, and each person's row, mirror and last log row; "" when nothing.
@@ -99,24 +74,11 @@ struct Crowd
         }
         return value(kDisagreeing);
     }
-    // One value read by SQLite itself, not through the engine under test; read-write,
-    // as a client opens the file, so a change a killed client left half-done in the
-    // journal is rolled back on the way.
+    // Read by SQLite itself, not through the engine under test; the name indexes
+    // are checked with the engine's fold.
     QString value(const QString& sql) const
     {
-        sqlite3* db = nullptr;
-        sqlite3_open_v2(QFile::encodeName(site.dbPath()).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-        dao::registerSqlFunctions(db); // the name indexes are checked with the engine's fold
-        sqlite3_busy_timeout(db, 5000);
-        sqlite3_stmt* stmt = nullptr;
-        QString text = QStringLiteral("<failed>");
-        if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &stmt, nullptr) == SQLITE_OK &&
-            sqlite3_step(stmt) == SQLITE_ROW) {
-            text = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)));
-        }
-        sqlite3_finalize(stmt);
-        sqlite3_close(db);
-        return text;
+        return sqliteValue(site.dbPath(), sql);
     }
 };
 
@@ -142,7 +104,7 @@ private slots:
             QCOMPARE(crowd.value("SELECT Count(*) FROM TransactionLogTable WHERE Status = '" + word + "'"),
                      QString::number(kClients));
         }
-        QCOMPARE(crowd.boxesShown(), QByteArray());
+        QCOMPARE(readFile(crowd.site.path() + "boxes.log"), QByteArray());
         QCOMPARE(crowd.disagreement(), QString());
     }
 
@@ -156,11 +118,11 @@ private slots:
         for (int round = 1; round <= 10; ++round) {
             crowd.start(kClients, QStringLiteral("Word %1").arg(round));
             for (auto& client : crowd.clients) {
-                QTimer::singleShot(50 + QRandomGenerator::global()->bounded(350), client.get(),
-                                   [&client] { ::kill(pid_t(client->processId()), SIGKILL); });
+                QTimer::singleShot(50 + QRandomGenerator::global()->bounded(350), &client->process,
+                                   [&client] { ::kill(pid_t(client->process.processId()), SIGKILL); });
             }
             for (auto& client : crowd.clients) {
-                QTRY_VERIFY_WITH_TIMEOUT(client->state() == QProcess::NotRunning, 30000);
+                QTRY_VERIFY_WITH_TIMEOUT(client->process.state() == QProcess::NotRunning, 30000);
             }
             QCOMPARE(crowd.disagreement(), QString());
         }
@@ -168,7 +130,7 @@ private slots:
         crowd.start(kClients, QStringLiteral("After"));
         QTRY_COMPARE_WITH_TIMEOUT(crowd.peopleWith(QStringLiteral("After")), kClients, 60000);
         crowd.endAll();
-        QCOMPARE(crowd.boxesShown(), QByteArray());
+        QCOMPARE(readFile(crowd.site.path() + "boxes.log"), QByteArray());
         QCOMPARE(crowd.disagreement(), QString());
     }
 };

@@ -1,8 +1,9 @@
 // Start-up on real site files: finding the database through veskor.ini, each
 // failure's box and what follows it, the forced-shutdown file.
+#include "countingscreen.h"
 #include "dao/dao.h"
 #include "kernel/globals.h"
-#include "kernel/mainscreen.h"
+#include "ondisk.h"
 #include "otherclient.h"
 #include "platform/mounts.h"
 #include "start/startup.h"
@@ -19,33 +20,9 @@ using namespace platform;
 
 namespace {
 
-// frmMain as far as these tests look at it: was it unloaded?
-class FakeMain : public MainScreen
+bool writeIni(const TempSite& site, const QString& dataPath)
 {
-public:
-    void unload() override
-    {
-        unloaded = true;
-    }
-    bool unloaded = false;
-};
-
-enum class Damage
-{
-    NoIni,
-    Garbage,
-    NoDatabase,
-    NoFolder,
-    DatabaseIsFolder,
-    WrongVersion,
-    Locked
-};
-
-void writeIni(const TempSite& site, const QString& dataPath)
-{
-    QFile ini(site.iniPath());
-    QVERIFY(ini.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ini.write(QStringLiteral("[DataPath]\r\nDataPath=%1\r\n").arg(dataPath).toUtf8());
+    return writeFile(site.iniPath(), "[DataPath]\r\nDataPath=" + dataPath.toUtf8() + "\r\n");
 }
 
 // The expected text with %1 replaced (QString::arg would warn about texts without it).
@@ -72,7 +49,7 @@ private slots:
 
     void initializeFailures_data()
     {
-        QTest::addColumn<Damage>("damage");
+        QTest::addColumn<QString>("damage");
         QTest::addColumn<QList<int>>("answers");
         QTest::addColumn<QString>("begins"); // the last box's text
         QTest::addColumn<QString>("prompt"); // its end; %1 the database folder
@@ -84,36 +61,36 @@ private slots:
             "connection, or you are running the software on a notebook PC which is not connected to the LAN. Unable "
             "to continue.");
         QTest::newRow("53 no veskor.ini")
-            << Damage::NoIni << QList<int>{vbOK} << QStringLiteral("")
+            << "no ini" << QList<int>{vbOK} << QStringLiteral("")
             << QStringLiteral("The VESKOR.INI file is missing from the Application Path.\r\nPlease ask your VESK-OR "
                               "Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.")
             << int(vbCritical) << true;
         QTest::newRow("3343 garbage file")
-            << Damage::Garbage << QList<int>{vbOK} << QStringLiteral("")
+            << "garbage" << QList<int>{vbOK} << QStringLiteral("")
             << QStringLiteral("\rPlease inform the Network Supervisor that the database is damaged and must be "
                               "repaired. Probable cause - someone switched off or crashed their PC whilst updating "
                               "the database on the server.")
             << int(vbExclamation) << false;
-        QTest::newRow("3024 Retry, then Cancel") << Damage::NoDatabase << QList<int>{vbRetry, vbCancel} << QString()
+        QTest::newRow("3024 Retry, then Cancel") << "no database" << QList<int>{vbRetry, vbCancel} << QString()
                                                  << cannotConnect << int(vbRetryCancel + vbCritical) << true;
-        QTest::newRow("3044 no such folder") << Damage::NoFolder << QList<int>{vbOK} << QStringLiteral("Error: 3044 - ")
+        QTest::newRow("3044 no such folder") << "no folder" << QList<int>{vbOK} << QStringLiteral("Error: 3044 - ")
                                              << QStringLiteral("\r\rPress OK to exit.") << int(vbCritical) << true;
         QTest::newRow("3055 a folder named veskor.mdb")
-            << Damage::DatabaseIsFolder << QList<int>{vbOK} << QString()
+            << "folder" << QList<int>{vbOK} << QString()
             << QString(cannotConnect).replace("continue.", "continue. Press OK to exit.") << int(vbCritical) << true;
         QTest::newRow("not a 2005 database")
-            << Damage::WrongVersion << QList<int>{vbOK} << QStringLiteral("")
+            << "version" << QList<int>{vbOK} << QStringLiteral("")
             << QStringLiteral("%1veskor.mdb\r\nis not a VESK-OR 2005 database.\r\n\r\nPlease ask your VESK-OR "
                               "Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.")
             << int(vbCritical) << true;
         QTest::newRow("3050 three times")
-            << Damage::Locked << QList<int>{vbOK}
+            << "locked" << QList<int>{vbOK}
             << QStringLiteral("Error (3050 ) in modDatabase - subInitializeLocalDatabase event\r")
             << QStringLiteral("\rUnable to start VESK-OR at this time. Please try again...") << int(vbOKOnly) << false;
     }
     void initializeFailures()
     {
-        QFETCH(Damage, damage);
+        QFETCH(QString, damage);
         QFETCH(QList<int>, answers);
         QFETCH(QString, begins);
         QFETCH(QString, prompt);
@@ -122,36 +99,24 @@ private slots:
 
         TestGateways gw;
         TempSite site;
-        FakeMain board;
+        CountingScreen board;
         setMainScreen(&board);
         gRun.gstrApplicationPath = site.path();
         std::optional<OtherClient> otherClient;
-        switch (damage) {
-        case Damage::NoIni:
+        if (damage == "no ini")
             QVERIFY(QFile::remove(site.iniPath()));
-            break;
-        case Damage::Garbage: {
-            QFile db(site.dbPath());
-            QVERIFY(db.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            db.write(QByteArray(4096, 'x'));
-            break;
-        }
-        case Damage::NoDatabase:
+        if (damage == "garbage")
+            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
+        if (damage == "no database" || damage == "folder")
             QVERIFY(QFile::remove(site.dbPath()));
-            break;
-        case Damage::NoFolder:
-            writeIni(site, site.path() + QStringLiteral("gone/"));
-            break;
-        case Damage::DatabaseIsFolder:
-            QVERIFY(QFile::remove(site.dbPath()) && QDir().mkdir(site.dbPath()));
-            break;
-        case Damage::WrongVersion:
+        if (damage == "folder")
+            QVERIFY(QDir().mkdir(site.dbPath()));
+        if (damage == "no folder")
+            QVERIFY(writeIni(site, site.path() + QStringLiteral("gone/")));
+        if (damage == "version")
             site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
-            break;
-        case Damage::Locked:
+        if (damage == "locked")
             QVERIFY(otherClient.emplace(site).begin("BEGIN EXCLUSIVE"));
-            break;
-        }
         for (int a : answers) {
             gw.boxes().answer(a);
         }
@@ -168,13 +133,13 @@ private slots:
         QCOMPARE(box.title, kTitle);
         QCOMPARE(ended.has_value(), ends);
         // A failure that does not end the run leaves without a database, and frmMain goes.
-        QCOMPARE(board.unloaded, !ends);
+        QCOMPARE(board.unloads > 0, !ends);
         if (!ends) {
             QVERIFY(!gRun.gdbDatabase);
             QVERIFY(!accepted);
         }
         QVERIFY(!welcomeScreen().timerWelcomeEnabled());
-        if (damage == Damage::Locked) {
+        if (damage == "locked") {
             QCOMPARE(gw.clock().sleptMs(), 3 * 2000); // the box after the third two-second wait
         }
     }
@@ -199,7 +164,7 @@ private slots:
         TempSite site;
         const QString folder = site.path().chopped(1);
         setMountTable(MountTable{{QStringLiteral("//srv/share"), folder, QStringLiteral("cifs")}});
-        writeIni(site, withFolder(dataPath, folder));
+        QVERIFY(writeIni(site, withFolder(dataPath, folder)));
         gRun.gstrApplicationPath = site.path();
 
         subInitializeLocalDatabase();
@@ -225,11 +190,8 @@ private slots:
         TempSite site;
         gRun.gstrApplicationPath = site.path();
         gRun.gstrGivenCommandLine = QStringLiteral("  -UID:jo  -STS:Busy ");
-        if (!value.isNull()) {
-            QFile file(site.path() + QStringLiteral("forceshutdown.ini"));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n");
-        }
+        QVERIFY(value.isNull() || writeFile(site.path() + "forceshutdown.ini",
+                                            "[forceshutdown]\nForceShutDown=" + value.toUtf8() + "\n"));
 
         const auto ended = TestGateways::endCodeOf([] { subInitializeLocalDatabase(); });
         QCOMPARE(gRun.gblnForcedShutDown, shutDown);

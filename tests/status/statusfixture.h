@@ -49,6 +49,14 @@ public:
     {
         return columns;
     }
+    // Ann Lee, Bob Ray and Cy Dee listed, these rows selected and the first current.
+    void select(const QList<int>& rows, bool button = true)
+    {
+        names = {QStringLiteral("Ann Lee"), QStringLiteral("Bob Ray"), QStringLiteral("Cy Dee")};
+        selected = rows;
+        current = rows.value(0, -1);
+        groupButton = button;
+    }
 };
 
 // Ann Lee (this client's person), Bob Ray and Cy Dee on a site, the log on.

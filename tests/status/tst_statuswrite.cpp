@@ -1,11 +1,16 @@
 // The status writes and the log on a real site file: whose row a change goes to,
 // the code of the word, the comment rule, the mirror, the counter and log rows.
+#include "database/objectref.h"
+#include "database/unitofchange.h"
+#include "kernel/err.h"
+#include "ondisk.h"
+#include "otherclient.h"
+#include "status/statuscommon.h"
 #include "status/statuswrite.h"
 #include "status/translog.h"
 #include "statusfixture.h"
 
 #include <QTest>
-#include <sqlite3.h>
 
 using namespace platform;
 
@@ -185,10 +190,7 @@ private slots:
     void groupWriteOnReadOnlyFileAsksRetryOrCancel()
     {
         StatusFixture f;
-        f.board.names = {"Ann Lee", "Bob Ray", "Cy Dee"};
-        f.board.selected = {1, 2};
-        f.board.current = 1;
-        f.board.groupButton = true;
+        f.board.select({1, 2});
         gRun.gdbDatabase = dao::DBEngine::OpenDatabase(f.site.dbPath(), false, true);
         gRun.gblnDatabaseClosed = false;
         const long long before = f.counter();
@@ -292,13 +294,9 @@ private slots:
         QFETCH(QList<int>, selected);
         QFETCH(QStringList, writes);
         StatusFixture f;
-        const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
-        for (const QString& name : people)
+        f.board.select(selected);
+        for (const QString& name : f.board.names)
             f.site.tracking("Ann Lee", name);
-        f.board.names = people;
-        f.board.selected = selected;
-        f.board.current = selected.first();
-        f.board.groupButton = true;
         QVERIFY(f.site.rawExec(
             "CREATE TABLE Writes (N INTEGER PRIMARY KEY, W TEXT);"
             "CREATE TRIGGER r AFTER UPDATE ON EmployeeTable BEGIN INSERT INTO Writes (W) VALUES ('row ' || NEW.Name); "
@@ -311,12 +309,7 @@ private slots:
 
         subSetStatus(QStringLiteral("Busy"));
 
-        QStringList seen;
-        auto rs =
-            f.site.openDb()->OpenRecordset(QStringLiteral("SELECT W FROM Writes ORDER BY N"), dao::dbOpenSnapshot);
-        for (; !rs->isEOF(); rs->MoveNext())
-            seen << rs->Fields(0).Text();
-        QCOMPARE(seen, writes);
+        QCOMPARE(sqliteColumn(f.site.dbPath(), "SELECT W FROM Writes ORDER BY N"), writes);
     }
 
     // One write of a status change fails: the row, the mirror, the counter and the
@@ -345,13 +338,9 @@ private slots:
         QFETCH(bool, group);
         QFETCH(int, boxes);
         StatusFixture f;
-        const QStringList people = {"Ann Lee", "Bob Ray", "Cy Dee"};
-        for (const QString& name : people)
+        f.board.select(group ? QList<int>{1, 2} : QList<int>{0});
+        for (const QString& name : f.board.names)
             f.site.status(name, "Out").tracking("Ann Lee", name, "Out");
-        f.board.names = people;
-        f.board.selected = group ? QList<int>{1, 2} : QList<int>{0};
-        f.board.current = f.board.selected.first();
-        f.board.groupButton = true;
         const long long before = f.counter();
         QVERIFY(f.site.rawExec(breakage));
         gRun.intLogRetries = 2;
@@ -365,7 +354,7 @@ private slots:
         }
 
         QCOMPARE(f.gw.boxes().count(), boxes);
-        for (const QString& name : people)
+        for (const QString& name : f.board.names)
             QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
         if (!breakage.startsWith("ALTER"))
             QCOMPARE(f.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
@@ -388,11 +377,10 @@ private slots:
     {
         QFETCH(bool, reopen);
         StatusFixture f;
-        dao::DBEngine::setBusyTimeoutMs(3000);
         const long long before = f.counter();
-        sqlite3* other = nullptr;
-        sqlite3_open(QFile::encodeName(f.site.dbPath()).constData(), &other);
-        QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        OtherClient other(f.site);
+        QVERIFY(other.begin("BEGIN IMMEDIATE"));
+        dao::DBEngine::setBusyTimeoutMs(3000);
         QTimer::singleShot(50, [reopen] {
             if (reopen) {
                 gRun.gblnDatabaseClosed = true;
@@ -401,11 +389,10 @@ private slots:
                 TimerCloseDatabase_Timer();
             }
         });
-        QTimer::singleShot(300, [&] { sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr); });
+        QTimer::singleShot(300, [&] { other.begin("COMMIT"); });
 
         subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
 
-        sqlite3_close(other);
         QVERIFY(gRun.gdbDatabase->isOpen());
         QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
         QCOMPARE(f.counter(), before + 1);

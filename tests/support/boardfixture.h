@@ -18,8 +18,10 @@
 #include "tempsite.h"
 #include "testgateways.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QToolBar>
 #include <QTreeWidget>
 
 struct BoardFixture
@@ -62,12 +64,38 @@ struct BoardFixture
         subReadGroups();
         return *form;
     }
+    // open(), then the list drawn for Everyone.
+    frmMain& openOnEveryone()
+    {
+        open().subRefreshUserList(QStringLiteral("Everyone"));
+        return *form;
+    }
     // The window on screen at a size, laid out.
     void show(int width, int height)
     {
         form->resize(width, height);
         form->show();
         QCoreApplication::processEvents();
+    }
+
+    // A control of the board by its name, as a screen reader's script finds it.
+    template <class T = QWidget> T* child(const char* name) const
+    {
+        return form->findChild<T*>(QLatin1String(name));
+    }
+    QTreeWidget* list() const
+    {
+        return child<QTreeWidget>("ListViewMain");
+    }
+    // A button on the toolbar by its key, else a menu entry by its name.
+    QAction* action(const QString& name) const
+    {
+        for (QAction* button : child<QToolBar>("ToolbarMain")->actions()) {
+            if (button->data().toString() == name) {
+                return button;
+            }
+        }
+        return form->findChild<QAction*>(name);
     }
 
     int column(const QString& header) const
@@ -78,18 +106,18 @@ struct BoardFixture
     QStringList texts(const QString& header) const
     {
         QStringList result;
-        for (int i = 0; i < form->ListViewMain->topLevelItemCount(); ++i) {
-            result << form->ListViewMain->topLevelItem(i)->text(column(header));
+        for (int i = 0; i < list()->topLevelItemCount(); ++i) {
+            result << list()->topLevelItem(i)->text(column(header));
         }
         return result;
     }
     // The headers from left to right.
     QStringList shownHeaders() const
     {
-        const QHeaderView* header = form->ListViewMain->header();
+        const QHeaderView* header = list()->header();
         QStringList result;
         for (int visual = 0; visual < header->count(); ++visual) {
-            result << form->ListViewMain->headerItem()->text(header->logicalIndex(visual));
+            result << list()->headerItem()->text(header->logicalIndex(visual));
         }
         return result;
     }

@@ -29,12 +29,6 @@ int ScriptedMessageBoxes::show(const QString& prompt, int flags, const QString& 
     return answer;
 }
 
-ScriptedMessageBoxes& ScriptedMessageBoxes::answer(int vbAnswer)
-{
-    m_answers.enqueue(vbAnswer);
-    return *this;
-}
-
 ScriptedMessageBoxes& ScriptedMessageBoxes::answer(int vbAnswer, int times)
 {
     for (int i = 0; i < times; ++i) {
@@ -65,15 +59,4 @@ QStringList ScriptedMessageBoxes::prompts() const
         out.append(box.prompt);
     }
     return out;
-}
-
-qsizetype ScriptedMessageBoxes::pending() const
-{
-    return m_answers.size();
-}
-
-void ScriptedMessageBoxes::clear()
-{
-    m_answers.clear();
-    m_shown.clear();
 }

@@ -24,10 +24,6 @@ struct ShownBox
     QString title; // as given: empty when the code left it to the application's title
     int answer = 0;
 
-    int buttons() const
-    {
-        return flags & 7;
-    }
     int icon() const
     {
         return flags & 0x70;
@@ -39,9 +35,8 @@ class ScriptedMessageBoxes : public platform::MessageBoxes
 public:
     int show(const QString& prompt, int flags, const QString& title) override;
 
-    // Queues the answer for the next box that has none yet.
-    ScriptedMessageBoxes& answer(int vbAnswer);
-    ScriptedMessageBoxes& answer(int vbAnswer, int times);
+    // Queues the answer for the next box (or boxes) that have none yet.
+    ScriptedMessageBoxes& answer(int vbAnswer, int times = 1);
 
     const QList<ShownBox>& shown() const;
     qsizetype count() const;
@@ -49,10 +44,6 @@ public:
     ShownBox last() const;
     // The prompts of all boxes shown, in order.
     QStringList prompts() const;
-    // Answers queued but not used yet.
-    qsizetype pending() const;
-    // Forgets the boxes shown and the answers left.
-    void clear();
 
 private:
     QQueue<int> m_answers;

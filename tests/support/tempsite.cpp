@@ -2,11 +2,11 @@
 
 #include "dao/dao.h"
 #include "kernel/globals.h"
+#include "ondisk.h"
 
 #include <QDir>
 #include <QFile>
 #include <map>
-#include <sqlite3.h>
 #include <stdexcept>
 
 namespace {
@@ -136,9 +136,5 @@ long long TempSite::message(const database::MessageRow& message)
 
 bool TempSite::rawExec(const QByteArray& sql) const
 {
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(QFile::encodeName(dbPath()).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
-    sqlite3_close(db);
-    return rc == SQLITE_OK;
+    return sqliteExec(dbPath(), QString::fromUtf8(sql));
 }

@@ -17,8 +17,6 @@ template <class T, class Setter> T* install(std::unique_ptr<T> fake, Setter set)
 
 void ThrowingProcessControl::end(int exitCode)
 {
-    ++endCount;
-    lastExitCode = exitCode;
     throw platform::EndOfRun(exitCode);
 }
 
@@ -41,8 +39,7 @@ TestGateways::TestGateways(const QDateTime& start) : m_savedLocale(QLocale())
                                                                    QStringLiteral("10.0.0.5")),
                          [](auto p) { platform::setIdentity(std::move(p)); });
     m_shell = install(std::make_unique<platform::RecordingShell>(), [](auto p) { platform::setShell(std::move(p)); });
-    m_process =
-        install(std::make_unique<ThrowingProcessControl>(), [](auto p) { platform::setProcessControl(std::move(p)); });
+    platform::setProcessControl(std::make_unique<ThrowingProcessControl>());
 }
 
 TestGateways::~TestGateways()
@@ -77,11 +74,6 @@ platform::FixedIdentity& TestGateways::identity()
 platform::RecordingShell& TestGateways::shell()
 {
     return *m_shell;
-}
-
-ThrowingProcessControl& TestGateways::process()
-{
-    return *m_process;
 }
 
 std::optional<int> TestGateways::endCodeOf(const std::function<void()>& fn)

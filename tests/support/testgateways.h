@@ -32,9 +32,6 @@ class ThrowingProcessControl : public platform::ProcessControl
 {
 public:
     [[noreturn]] void end(int exitCode) override;
-
-    int endCount = 0;
-    int lastExitCode = -1;
 };
 
 class TestGateways
@@ -51,7 +48,6 @@ public:
     platform::FakeClock& clock();
     platform::FixedIdentity& identity();
     platform::RecordingShell& shell();
-    ThrowingProcessControl& process();
 
     // Runs fn: the exit code when it ended the run, nothing when it returned.
     static std::optional<int> endCodeOf(const std::function<void()>& fn);
@@ -61,6 +57,5 @@ private:
     platform::FakeClock* m_clock;
     platform::FixedIdentity* m_identity;
     platform::RecordingShell* m_shell;
-    ThrowingProcessControl* m_process;
     QLocale m_savedLocale;
 };

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <memory>
+#include <utility>
 
 namespace platform {
 
@@ -13,28 +14,40 @@ namespace {
 
 using Button = QMessageBox::StandardButton;
 
-struct ButtonSet
-{
-    QList<Button> buttons; // in VB's order: the default-button flags count in it
-    Button escape;         // NoButton: Escape and the close box do nothing
-};
+// VB's answers and the buttons that give them.
+constexpr std::pair<int, Button> kButtons[] = {{vbOK, QMessageBox::Ok},         {vbCancel, QMessageBox::Cancel},
+                                               {vbAbort, QMessageBox::Abort},   {vbRetry, QMessageBox::Retry},
+                                               {vbIgnore, QMessageBox::Ignore}, {vbYes, QMessageBox::Yes},
+                                               {vbNo, QMessageBox::No}};
 
-ButtonSet buttonSetOf(int flags)
+Button buttonOf(int answer)
 {
-    switch (flags & 7) {
-    case vbOKCancel:
-        return {{QMessageBox::Ok, QMessageBox::Cancel}, QMessageBox::Cancel};
-    case vbAbortRetryIgnore:
-        return {{QMessageBox::Abort, QMessageBox::Retry, QMessageBox::Ignore}, QMessageBox::NoButton};
-    case vbYesNoCancel:
-        return {{QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel}, QMessageBox::Cancel};
-    case vbYesNo:
-        return {{QMessageBox::Yes, QMessageBox::No}, QMessageBox::No};
-    case vbRetryCancel:
-        return {{QMessageBox::Retry, QMessageBox::Cancel}, QMessageBox::Cancel};
-    default:
-        return {{QMessageBox::Ok}, QMessageBox::Ok};
+    for (const auto& [code, button] : kButtons) {
+        if (code == answer) {
+            return button;
+        }
     }
+    return QMessageBox::Ok;
+}
+
+int answerOf(Button button)
+{
+    for (const auto& [code, shown] : kButtons) {
+        if (shown == button) {
+            return code;
+        }
+    }
+    return vbOK;
+}
+
+// What Escape and the close box answer: Cancel where the set has it, else its
+// last button (OK, No); Abort/Retry/Ignore has no such button (0).
+int escapeAnswer(const QList<int>& answers)
+{
+    if (answers.contains(vbCancel)) {
+        return vbCancel;
+    }
+    return answers.size() < 3 ? answers.back() : 0;
 }
 
 QMessageBox::Icon iconOf(int flags)
@@ -50,26 +63,6 @@ QMessageBox::Icon iconOf(int flags)
         return QMessageBox::Information;
     default:
         return QMessageBox::NoIcon;
-    }
-}
-
-int answerOf(Button button)
-{
-    switch (button) {
-    case QMessageBox::Cancel:
-        return vbCancel;
-    case QMessageBox::Abort:
-        return vbAbort;
-    case QMessageBox::Retry:
-        return vbRetry;
-    case QMessageBox::Ignore:
-        return vbIgnore;
-    case QMessageBox::Yes:
-        return vbYes;
-    case QMessageBox::No:
-        return vbNo;
-    default:
-        return vbOK;
     }
 }
 
@@ -105,7 +98,8 @@ QString linesOf(QString prompt)
 
 int QtMessageBoxes::show(const QString& prompt, int flags, const QString& title)
 {
-    const ButtonSet set = buttonSetOf(flags);
+    const QList<int> answers = buttonAnswers(flags); // in VB's order: the default-button flags count in it
+    const int escape = escapeAnswer(answers);
     // On the heap: an end of the run while the box waits (a timer's End) deletes
     // the windows, this box with its owner among them, and never comes back here.
     const QPointer<QMessageBox> shown = new QMessageBox(QApplication::activeWindow());
@@ -114,16 +108,16 @@ int QtMessageBoxes::show(const QString& prompt, int flags, const QString& title)
     box.setTextFormat(Qt::PlainText);
     box.setText(linesOf(prompt));
     box.setIcon(iconOf(flags));
-    for (const Button b : set.buttons) {
-        box.addButton(b);
+    for (const int answer : answers) {
+        box.addButton(buttonOf(answer));
     }
     const qsizetype defaultIndex = (flags & (vbDefaultButton2 | vbDefaultButton3)) >> 8;
-    box.setDefaultButton(set.buttons.value(defaultIndex, set.buttons.front()));
+    box.setDefaultButton(buttonOf(answers.value(defaultIndex, answers.front())));
     NoEscape noEscape;
-    if (set.escape == QMessageBox::NoButton) {
+    if (escape == 0) {
         box.installEventFilter(&noEscape);
     } else {
-        box.setEscapeButton(set.escape);
+        box.setEscapeButton(buttonOf(escape));
     }
     box.exec();
     if (!shown) {
@@ -134,7 +128,7 @@ int QtMessageBoxes::show(const QString& prompt, int flags, const QString& title)
         return answerOf(box.standardButton(const_cast<QAbstractButton*>(clicked)));
     }
     // Closed without a button (the application quitting): what Escape would give.
-    return set.escape != QMessageBox::NoButton ? answerOf(set.escape) : firstButtonAnswer(flags);
+    return escape != 0 ? escape : answers.front();
 }
 
 } // namespace platform
