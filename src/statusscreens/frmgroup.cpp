@@ -402,6 +402,8 @@ void frmGroup::cmdOk_Click()
     const QString strStatus = left250(status);
     if (!strStatus.isEmpty() && strStatus != kNoChange) {
         // Looked up once, before any unit: its box never shows under the write lock.
+        // The close timer may have shut the file since Load.
+        subOpenDatabase();
         subSetStatusCode(strStatus);
     }
     bool anyWritten = false;

@@ -304,7 +304,9 @@ void frmStatus::cmdOk_Click()
 bool frmStatus::writeChange(const QString& status)
 {
     const QString strStatus = left250(status);
-    // The code is looked up before the unit, so that its box never shows while the write lock is held.
+    // The code is looked up before the unit, so that its box never shows while the
+    // write lock is held. The close timer may have shut the file since Load.
+    subOpenDatabase();
     subSetStatusCode(strStatus);
     ComboDueBack->setCurrentText(left250(ComboDueBack->currentText()));
     txtComment->setText(txtComment->text().trimmed());

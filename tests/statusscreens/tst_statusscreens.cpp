@@ -1,6 +1,7 @@
 // The Change YOUR Status and Group Change screens on a real site file: what OK
 // writes (row, custom fields, mirror, log, counter), what it leaves alone, and
 // what a failure leaves behind.
+#include "database/moddatabase.h"
 #include "otherclient.h"
 #include "statusfixture.h"
 #include "statusscreens/frmgroup.h"
@@ -110,6 +111,7 @@ private slots:
         screen.txtComment->setText(c.comment);
         if (c.clearAnswer)
             f.gw.boxes().answer(c.clearAnswer);
+        TimerCloseDatabase_Timer(); // the file shut while the person types, as two seconds after Load
 
         screen.cmdOk_Click();
 
@@ -327,6 +329,7 @@ private slots:
             screen.comboStatusTypes->setCurrentText(c.status);
         if (c.dueBack != "=")
             screen.ComboDueBack->setCurrentText(c.dueBack);
+        TimerCloseDatabase_Timer(); // the file shut while the person chooses
 
         screen.cmdOk_Click();
 
