@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
@@ -17,6 +18,7 @@
 #include <QSplitter>
 #include <QTabBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -136,7 +138,17 @@ private slots:
         gRun.gstrHelpFile = QStringLiteral("user.chm");
         gPerson.gblnAutoMinimize = true;
         b.form->subLoadToolBarButtons();
+        QString modal; // the screen the command opened, closed again at once
+        QTimer closer;
+        closer.callOnTimeout([&modal] {
+            if (QWidget* screen = QApplication::activeModalWidget()) {
+                modal = screen->objectName();
+                screen->close();
+            }
+        });
+        closer.start(0);
         b.statusButton(word)->trigger();
+        QCOMPARE(modal, word == "Options" ? QStringLiteral("frmOptions") : QString());
         QCOMPARE(b.ofAnn(QStringLiteral("Status")), status);
         QCOMPARE(b.gw.shell().calls, shell);
         QCOMPARE(b.form->isMinimized(), !status.isEmpty());
