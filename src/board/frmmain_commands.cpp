@@ -232,16 +232,20 @@ void frmMain::subCommand_Group()
     showGroupScreen();
 }
 
+// After a screen of its own the board asks for the focus back, so that its
+// Activate brings the list up to date even where no window manager returns it.
 void frmMain::showStatusScreen()
 {
     subUnloadSysTrayIcon();
     frmStatus::showModal(this);
+    activateWindow();
 }
 
 void frmMain::showGroupScreen()
 {
     subUnloadSysTrayIcon();
     frmGroup::showModal(this);
+    activateWindow();
 }
 
 // A manual refresh leaves the countdown to the next automatic one alone.
@@ -295,6 +299,7 @@ void frmMain::subCommand_Options()
     options.exec();
     subTaskBarSysTrayActivation();
     subRefreshUserList(QString());
+    activateWindow();
 }
 
 // The print screen comes with the reports; the board is refreshed after it.

@@ -137,6 +137,7 @@ frmGroup::frmGroup(QWidget* parent)
     for (const auto& [widget, name] : named) {
         widget->setObjectName(name);
     }
+    setObjectName(QStringLiteral("frmGroup"));
     comboStatusTypes->setAccessibleName(lblSelectStatus1->text());
     ComboDueBack->setAccessibleName(lblSelectComment1->text());
     txtComment->setAccessibleName(lblComment->text());

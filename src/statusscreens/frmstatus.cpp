@@ -91,6 +91,7 @@ frmStatus::frmStatus(QWidget* parent)
     for (const auto& [widget, name] : named) {
         widget->setObjectName(name);
     }
+    setObjectName(QStringLiteral("frmStatus"));
     comboStatusTypes->setAccessibleName(lblSelectStatus1->text() + QLatin1Char(' ') + lblSelectStatus2->text());
     ComboDueBack->setAccessibleName(lblSelectComment1->text() + QLatin1Char(' ') + lblSelectComment2->text());
     txtComment->setAccessibleName(lblComment->text());

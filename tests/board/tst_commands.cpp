@@ -9,11 +9,14 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
 #include <QTabBar>
@@ -152,6 +155,46 @@ private slots:
         QCOMPARE(b.ofAnn(QStringLiteral("Status")), status);
         QCOMPARE(b.gw.shell().calls, shell);
         QCOMPARE(b.form->isMinimized(), !status.isEmpty());
+    }
+
+    // Change and Group show their screens over the board; once one is done the board
+    // has the focus again and its list shows what was written, without a refresh.
+    void screensOfTheirOwn_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QStringList>("selected");
+        QTest::newRow("Change") << "Change" << QStringList();
+        QTest::newRow("Group") << "Group" << QStringList{"Ann Lee", "Bob Ray"};
+    }
+    void screensOfTheirOwn()
+    {
+        QFETCH(QString, key);
+        QFETCH(QStringList, selected);
+        Board b;
+        b.form->setAttribute(Qt::WA_ShowWithoutActivating, false);
+        b.open();
+        b.show(900, 600);
+        b.form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(b.form));
+        for (int i = 0; i < b.list()->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* row = b.list()->topLevelItem(i);
+            row->setSelected(selected.contains(row->text(b.column(QStringLiteral("Name")))));
+        }
+        QString shown;
+        QTimer::singleShot(0, [&shown] {
+            auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            shown = screen->objectName();
+            screen->findChild<QComboBox*>(QStringLiteral("comboStatusTypes"))->setCurrentText("Visiting");
+            screen->findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+        });
+        if (key == "Change")
+            b.form->subCommand_Change();
+        else
+            b.form->subCommand_Group(); // the button's right is the rights table's own test
+        QCOMPARE(shown, key == "Change" ? QStringLiteral("frmStatus") : QStringLiteral("frmGroup"));
+        QVERIFY(QTest::qWaitForWindowActive(b.form));
+        QTRY_COMPARE(b.texts(QStringLiteral("Status")).count(QStringLiteral("Visiting")),
+                     qMax(qsizetype(1), selected.size()));
     }
 
     // The Group command with nobody selected, and a browser that cannot start.
