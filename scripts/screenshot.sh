@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture).
+# Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture),
+# and its Change YOUR Status, Group Change and Options screens into status.png, group.png and options.png
+# beside it.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -14,4 +16,6 @@ trap 'rm -rf "$site"' EXIT
 "$build/src/admin/veskor-admin" demo "$site" >/dev/null
 mkdir -p "$(dirname "$out")"
 # The demo's first person, Alice Moreton, looks at her office.
-QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size"
+QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size" \
+    --status="$(dirname "$out")/status.png" --group="$(dirname "$out")/group.png" \
+    --options="$(dirname "$out")/options.png"

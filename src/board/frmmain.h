@@ -262,7 +262,7 @@ public:
     void subSetToolBarRights() override;
 
     // The layout (frmmain_layout.cpp).
-    void subResizeControls();
+    void subResizeControls() override;
 
 private:
     // The menus, named as the screen knows them (frmmain_commands.cpp).
@@ -326,6 +326,9 @@ public:
     void subCreateSysTrayIcon() override;
     void subUnloadSysTrayIcon() override;
     void subTaskBarSysTrayActivation() override;
+    // MainScreen: the status screens, modal, with the tray icon taken down first (frmmain_commands.cpp).
+    void showStatusScreen() override;
+    void showGroupScreen() override;
     void setTrayTip(const QString& tip) override;
     QString trayTip() const override;
     // The tray's events.

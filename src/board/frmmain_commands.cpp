@@ -3,9 +3,12 @@
 // Alt+Home, the Web Site entries and the help topic of the area under the mouse.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
+#include "options/frmoptions.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "status/statuswrite.h"
+#include "statusscreens/frmgroup.h"
+#include "statusscreens/frmstatus.h"
 
 #include <QEvent>
 #include <QHash>
@@ -214,19 +217,35 @@ void frmMain::subCommand_Find()
     txtFind->setFocus();
 }
 
-// The Change YOUR Status screen comes with the status screens: the tray icon
-// taken down, then that screen shown modally.
 void frmMain::subCommand_Change()
 {
+    showStatusScreen();
 }
 
-// With nobody selected there is no one to change. The Group Change screen comes
-// with the status screens: the tray icon taken down, then that screen shown modally.
+// With nobody selected there is no one to change.
 void frmMain::subCommand_Group()
 {
     if (ListViewMain->selectedItems().isEmpty()) {
         MsgBox(QStringLiteral("Please select one or more users before pressing the Group Change button."));
+        return;
     }
+    showGroupScreen();
+}
+
+// After a screen of its own the board asks for the focus back, so that its
+// Activate brings the list up to date even where no window manager returns it.
+void frmMain::showStatusScreen()
+{
+    subUnloadSysTrayIcon();
+    frmStatus::showModal(this);
+    activateWindow();
+}
+
+void frmMain::showGroupScreen()
+{
+    subUnloadSysTrayIcon();
+    frmGroup::showModal(this);
+    activateWindow();
 }
 
 // A manual refresh leaves the countdown to the next automatic one alone.
@@ -272,10 +291,15 @@ void frmMain::subCommand_QUIL()
 {
 }
 
-// The Options screen is not part of this build yet; once it is: the tray icon
-// taken down, the screen shown modally, then the tray set up again and the board refreshed.
+// The tray icon comes back, as the person now chose, with the next Activate.
 void frmMain::subCommand_Options()
 {
+    subUnloadSysTrayIcon();
+    frmOptions options(this);
+    options.exec();
+    subTaskBarSysTrayActivation();
+    subRefreshUserList(QString());
+    activateWindow();
 }
 
 // The print screen comes with the reports; the board is refreshed after it.

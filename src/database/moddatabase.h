@@ -22,5 +22,11 @@ void TimerCloseDatabase_Timer();
 // tells whether the read may be tried again (a handful of tries, counted from 1).
 bool fnRetryAfterObjectGone(int tryNumber);
 
+// The answer to a failed write of the status and group screens: 4 (try again)
+// or 2 (give up). A lock of another client that did not pass is tried once more
+// in silence, then put to the person as a Yes/No question; any other failure is
+// shown and gives up.
+int fnDatabaseBusyResponse(const QString& description, long long errNumber, const QString& procedureName);
+
 // True when GroupTable has that name (a Seek on its "PrimaryKey").
 bool fnGroupExists(const QString& groupName);

@@ -48,6 +48,7 @@ struct RunState
     QString gstrSQL;
     long long glngDatabaseCloseCount = 0;
     bool gblnDatabaseOpenFailed = false;
+    long long gintDatabaseRetryCount = 0; // the silent tries of fnDatabaseBusyResponse
     // the status engine
     long long gintStatusCode = 0;
     long long gintOwnStatusCode = 0;

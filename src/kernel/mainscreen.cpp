@@ -183,6 +183,10 @@ void MainScreen::applyDisplayFont()
 {
 }
 
+void MainScreen::subResizeControls()
+{
+}
+
 void MainScreen::subUnloadAllForms()
 {
 }

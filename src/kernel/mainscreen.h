@@ -81,6 +81,7 @@ public:
     virtual bool sysTrayIconExists() const;
     virtual void subCreateSysTrayIcon(); // the tray object with its menu entries and tip
     virtual void applyDisplayFont();     // FontBoldDisplay and FontSizeDisplay on the lists
+    virtual void subResizeControls();    // the screen laid out again (tree or tabs, the panes)
     virtual void subUnloadAllForms();    // every other open screen, from the last to the first
     virtual void showStatusScreen();     // frmStatus, modal
     virtual void showGroupScreen();      // frmGroup, modal

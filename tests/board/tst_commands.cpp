@@ -8,15 +8,20 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -48,10 +53,6 @@ struct Board : BoardFixture
     {
         return statusButtons().value(int(statusKeys().indexOf(key)));
     }
-    QString statusOf(const QString& name) const
-    {
-        return value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
-    }
 };
 
 } // namespace
@@ -61,243 +62,279 @@ class TestCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void statusButtons();
-    void statusCommands_data();
-    void statusCommands();
-    void statusWordOfACommand_data();
-    void statusWordOfACommand();
-    void commandBoxes();
-    void statusBarAndListMenu();
-    void everyControlIsNamed();
-    void firstRunPlace();
-    void fitsTheScreen_data();
-    void fitsTheScreen();
-    void splitters();
+    // One button per status type with OnToolBar, in code order; a rebuild leaves the
+    // same buttons; an empty ButtonText gives a picture only; on a remote server the
+    // buttons are there but hidden and disabled.
+    void statusButtons()
+    {
+        Board b;
+        b.site.statusType({QStringLiteral("Gone Home"), 9, QString(), QStringLiteral("Left for the day"), false, true});
+        b.site.statusType({QStringLiteral("Training"), 12, QStringLiteral("Train"), QString(), false, false});
+        b.site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET ToolBarText = 1 WHERE Name = \"Ann Lee\""));
+        const QStringList expected = {"Out", "Busy", "In", "At Lunch", "In Meeting", "Gone Home"};
+        b.form->subLoadToolBarButtons();
+        QCOMPARE(b.statusKeys(), expected);
+        b.form->subLoadToolBarButtons();
+        QCOMPARE(b.statusKeys(), expected);
+        QCOMPARE(b.action("Change")->text(), QStringLiteral("Change"));
+        QCOMPARE(b.statusButton(QStringLiteral("At Lunch"))->text(), QStringLiteral("Lunch"));
+        QAction* imageOnly = b.statusButton(QStringLiteral("Gone Home"));
+        QVERIFY(imageOnly->text().isEmpty());
+        QCOMPARE(imageOnly->toolTip(), QStringLiteral("Left for the day"));
+        QVERIFY(!imageOnly->icon().isNull());
+
+        gRun.gblnRemoteConnection = true;
+        b.form->subLoadToolBarButtons();
+        QCOMPARE(b.statusKeys(), expected);
+        for (const QString& key : expected) {
+            QVERIFY(!b.statusButton(key)->isVisible() && !b.statusButton(key)->isEnabled());
+        }
+        QVERIFY(b.action("Change")->isVisible()); // the fixed buttons are not the status buttons
+    }
+
+    void statusCommands_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<bool>("autoMinimize");
+        QTest::newRow("In, AutoMinimize") << "In" << true;
+        QTest::newRow("Busy, AutoMinimize") << "Busy" << true;
+        QTest::newRow("Out, AutoMinimize") << "Out" << true;
+        QTest::newRow("In, no AutoMinimize") << "In" << false;
+    }
+
+    // The fixed status buttons set the word and put the window away as AutoMinimize asks.
+    void statusCommands()
+    {
+        QFETCH(QString, key);
+        QFETCH(bool, autoMinimize);
+        Board b;
+        b.show(900, 600);
+        gPerson.gblnAutoMinimize = autoMinimize;
+        gPerson.gblnChangeScreenPopUp = false;
+        b.action(key)->trigger();
+        QCOMPARE(b.ofAnn(QStringLiteral("Status")), key);
+        QCOMPARE(b.form->isMinimized(), autoMinimize);
+    }
+
+    void statusWordOfACommand_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("status"); // Ann's status afterwards
+        QTest::addColumn<QStringList>("shell");
+        QTest::newRow("Options") << "Options"
+                                 << "" << QStringList();
+        QTest::newRow("Help") << "Help"
+                              << "" << QStringList{"help user.chm 3"};
+        QTest::newRow("a plain status word") << "Gone Home"
+                                             << "Gone Home" << QStringList();
+    }
+
+    // A status whose word is a command's key runs the command and never sets the
+    // status; a status button puts the window away as AutoMinimize asks.
+    void statusWordOfACommand()
+    {
+        QFETCH(QString, word);
+        QFETCH(QString, status);
+        QFETCH(QStringList, shell);
+        Board b;
+        b.site.statusType({word, 9, word, word, false, true});
+        gRun.gstrHelpFile = QStringLiteral("user.chm");
+        gPerson.gblnAutoMinimize = true;
+        b.form->subLoadToolBarButtons();
+        QString modal; // the screen the command opened, closed again at once
+        QTimer closer;
+        closer.callOnTimeout([&modal] {
+            if (QWidget* screen = QApplication::activeModalWidget()) {
+                modal = screen->objectName();
+                screen->close();
+            }
+        });
+        closer.start(0);
+        b.statusButton(word)->trigger();
+        QCOMPARE(modal, word == "Options" ? QStringLiteral("frmOptions") : QString());
+        QCOMPARE(b.ofAnn(QStringLiteral("Status")), status);
+        QCOMPARE(b.gw.shell().calls, shell);
+        QCOMPARE(b.form->isMinimized(), !status.isEmpty());
+    }
+
+    // Change and Group show their screens over the board; once one is done the board
+    // has the focus again and its list shows what was written, without a refresh.
+    void screensOfTheirOwn_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QStringList>("selected");
+        QTest::newRow("Change") << "Change" << QStringList();
+        QTest::newRow("Group") << "Group" << QStringList{"Ann Lee", "Bob Ray"};
+    }
+    void screensOfTheirOwn()
+    {
+        QFETCH(QString, key);
+        QFETCH(QStringList, selected);
+        Board b;
+        b.form->setAttribute(Qt::WA_ShowWithoutActivating, false);
+        b.open();
+        b.show(900, 600);
+        b.form->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(b.form));
+        for (int i = 0; i < b.list()->topLevelItemCount(); ++i) {
+            QTreeWidgetItem* row = b.list()->topLevelItem(i);
+            row->setSelected(selected.contains(row->text(b.column(QStringLiteral("Name")))));
+        }
+        QString shown;
+        QTimer::singleShot(0, [&shown] {
+            auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            shown = screen->objectName();
+            screen->findChild<QComboBox*>(QStringLiteral("comboStatusTypes"))->setCurrentText("Visiting");
+            screen->findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+        });
+        if (key == "Change")
+            b.form->subCommand_Change();
+        else
+            b.form->subCommand_Group(); // the button's right is the rights table's own test
+        QCOMPARE(shown, key == "Change" ? QStringLiteral("frmStatus") : QStringLiteral("frmGroup"));
+        QVERIFY(QTest::qWaitForWindowActive(b.form));
+        QTRY_COMPARE(b.texts(QStringLiteral("Status")).count(QStringLiteral("Visiting")),
+                     qMax(qsizetype(1), selected.size()));
+    }
+
+    // The Group command with nobody selected, and a browser that cannot start.
+    void commandBoxes()
+    {
+        Board b;
+        b.gw.boxes().answer(platform::vbOK, 2);
+        b.form->subCommand_Group();
+        b.gw.shell().result = false;
+        b.child<QMenu>("mnuWebActions")->actions().first()->trigger();
+        QCOMPARE(b.gw.boxes().prompts(),
+                 QStringList({"Please select one or more users before pressing the Group Change button.",
+                              "Browser Error - Press OK to continue."}));
+    }
+
+    // Each panel keeps its own tip: the security levels have panels of their own and
+    // leave the database path's tip alone. The list's right-click opens the menu its
+    // hint speaks of.
+    void statusBarAndListMenu()
+    {
+        Board b;
+        subReadOptions();
+        subReadUserSettings(QStringLiteral("Ann Lee"));
+        b.show(900, 600);
+        QCOMPARE(b.form->panelToolTip(2), QStringLiteral("Current database path"));
+        QCOMPARE(b.form->panelToolTip(3), QStringLiteral("Countdown to next Auto-Refresh"));
+        QVERIFY(b.form->panelToolTip(4).startsWith(QStringLiteral("System Security is ")));
+        QVERIFY(b.form->panelToolTip(5).startsWith(QStringLiteral("User Security is ")));
+        QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
+
+        QWidget* rows = b.list()->viewport();
+        QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10), rows->mapToGlobal(QPoint(10, 10)));
+        QCoreApplication::sendEvent(rows, &click);
+        QMenu* commands = b.child<QMenu>("mnuCommands");
+        QTRY_VERIFY(commands->isVisible());
+        commands->close();
+    }
+
+    // Every control a person can reach is named for screen readers, also the toolbar's
+    // buttons when they show no caption.
+    void everyControlIsNamed()
+    {
+        Board b;
+        b.form->subLoadToolBarButtons();
+        b.show(900, 600);
+        QStringList unnamed;
+        for (QWidget* control : b.form->findChildren<QWidget*>()) {
+            const bool reachable = qobject_cast<QAbstractButton*>(control) || qobject_cast<QLineEdit*>(control) ||
+                                   qobject_cast<QAbstractItemView*>(control) || qobject_cast<QTabBar*>(control);
+            if (qobject_cast<QHeaderView*>(control)) {
+                continue; // read by its sections' captions
+            }
+            QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
+            if (reachable && control->isVisible() && spoken && spoken->text(QAccessible::Name).trimmed().isEmpty()) {
+                unnamed << control->metaObject()->className() + QStringLiteral(" ") + control->objectName();
+            }
+        }
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
+    }
+
+    // A first run opens at a size that suits the screen, centred on it.
+    void firstRunPlace()
+    {
+        Board b;
+        subReadUserSettings(QStringLiteral("Ann Lee")); // no place saved
+        const QRect area = b.form->screen()->availableGeometry();
+        const QRect place = b.form->geometry();
+        QVERIFY(area.contains(place));
+        QVERIFY(place.width() >= std::min(area.width(), 800) && place.height() >= std::min(area.height(), 600));
+        QVERIFY(qAbs(place.center().x() - area.center().x()) <= 1);
+    }
+
+    void fitsTheScreen_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("1920x1080") << QSize(1920, 1080);
+        QTest::newRow("800x600") << QSize(800, 600);
+    }
+
+    // At any usual size: every toolbar button on the bar (none in its overflow), the
+    // list's columns across the whole width, the group tree wide enough for its names.
+    void fitsTheScreen()
+    {
+        QFETCH(QSize, size);
+        Board b;
+        const QString longGroup = QStringLiteral("Facilities and Maintenance");
+        b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
+                                       QStringLiteral("Visiting the customer"));
+        b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
+        gSite.gblnAllowStatusAlerts = gSite.gblnAllowMessaging = true;
+        frmMain& f = b.open();
+        f.subLoadToolBarButtons();
+        b.show(size.width(), size.height());
+        f.subRefreshUserList(QStringLiteral("Everyone"));
+        QCoreApplication::processEvents();
+
+        const QToolBar* toolbar = b.child<QToolBar>("ToolbarMain");
+        for (QAction* button : toolbar->actions()) {
+            if (button->isVisible()) {
+                QVERIFY2(toolbar->widgetForAction(button)->isVisible(), qPrintable(button->data().toString()));
+            }
+        }
+        const QHeaderView* header = b.list()->header();
+        QVERIFY(header->length() >= b.list()->viewport()->width());
+        const int comments = b.column(QStringLiteral("Comments"));
+        QVERIFY(header->sectionSize(comments) >=
+                header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
+        const QTreeWidget* tree = b.child<QTreeWidget>("TreeViewMain");
+        QVERIFY(tree->viewport()->width() >= tree->indentation() + tree->fontMetrics().horizontalAdvance(longGroup));
+
+        // The widened column is no resize by the person: the next poll rebuilds nothing,
+        // and the layout keeps the width the settings gave.
+        const QTreeWidgetItem* firstRow = b.list()->topLevelItem(0);
+        f.subRefreshUserList(QString());
+        QCOMPARE(b.list()->topLevelItem(0), firstRow);
+        const QString saved = b.ofAnn(QStringLiteral("CommentsColumnWidth"), QStringLiteral("EmployeeSettingsTable"));
+        for (const ListColumn& column : f.listColumns()) {
+            if (column.name == QLatin1String("Comments")) {
+                QCOMPARE(QString::number(column.width), saved);
+            }
+        }
+    }
+
+    // The tree stands as wide as the saved splitter position says, and the end of a
+    // drag becomes the position that is saved.
+    void splitters()
+    {
+        Board b;
+        b.setForAnn(QStringLiteral("SplitterPositionVertical = 2400, DisplayTreeView = True"));
+        subReadUserSettings(QStringLiteral("Ann Lee"));
+        b.show(900, 600);
+        auto* tree = b.child<QTreeWidget>("TreeViewMain");
+        const int left = tree->mapTo(b.form->centralWidget(), QPoint(0, 0)).x();
+        QCOMPARE(tree->width(), 2400 / 15 - left);
+        auto* splitter = b.child<QSplitter>("picVerticalSplitter");
+        splitter->setSizes({150, 600});
+        emit splitter->splitterMoved(150, 1);
+        QCOMPARE(gPerson.glngSplitterVertical, (left + 150) * 15LL);
+    }
 };
-
-// One button per status type with OnToolBar, in code order; a rebuild leaves the
-// same buttons; an empty ButtonText gives a picture only; on a remote server the
-// buttons are there but hidden and disabled.
-void TestCommands::statusButtons()
-{
-    Board b;
-    b.site.statusType({QStringLiteral("Gone Home"), 9, QString(), QStringLiteral("Left for the day"), false, true});
-    b.site.statusType({QStringLiteral("Training"), 12, QStringLiteral("Train"), QString(), false, false});
-    b.site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET ToolBarText = 1 WHERE Name = \"Ann Lee\""));
-    const QStringList expected = {"Out", "Busy", "In", "At Lunch", "In Meeting", "Gone Home"};
-    b.form->subLoadToolBarButtons();
-    QCOMPARE(b.statusKeys(), expected);
-    b.form->subLoadToolBarButtons();
-    QCOMPARE(b.statusKeys(), expected);
-    QCOMPARE(b.action("Change")->text(), QStringLiteral("Change"));
-    QCOMPARE(b.statusButton(QStringLiteral("At Lunch"))->text(), QStringLiteral("Lunch"));
-    QAction* imageOnly = b.statusButton(QStringLiteral("Gone Home"));
-    QVERIFY(imageOnly->text().isEmpty());
-    QCOMPARE(imageOnly->toolTip(), QStringLiteral("Left for the day"));
-    QVERIFY(!imageOnly->icon().isNull());
-
-    gRun.gblnRemoteConnection = true;
-    b.form->subLoadToolBarButtons();
-    QCOMPARE(b.statusKeys(), expected);
-    for (const QString& key : expected) {
-        QVERIFY(!b.statusButton(key)->isVisible() && !b.statusButton(key)->isEnabled());
-    }
-    QVERIFY(b.action("Change")->isVisible()); // the fixed buttons are not the status buttons
-}
-
-void TestCommands::statusCommands_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<bool>("autoMinimize");
-    QTest::newRow("In, AutoMinimize") << "In" << true;
-    QTest::newRow("Busy, AutoMinimize") << "Busy" << true;
-    QTest::newRow("Out, AutoMinimize") << "Out" << true;
-    QTest::newRow("In, no AutoMinimize") << "In" << false;
-    QTest::newRow("Busy, no AutoMinimize") << "Busy" << false;
-}
-
-// The fixed status buttons set the word and put the window away as AutoMinimize asks.
-void TestCommands::statusCommands()
-{
-    QFETCH(QString, key);
-    QFETCH(bool, autoMinimize);
-    Board b;
-    b.show(900, 600);
-    gPerson.gblnAutoMinimize = autoMinimize;
-    gPerson.gblnChangeScreenPopUp = false;
-    b.action(key)->trigger();
-    QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), key);
-    QCOMPARE(b.form->isMinimized(), autoMinimize);
-}
-
-void TestCommands::statusWordOfACommand_data()
-{
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QString>("status"); // Ann's status afterwards
-    QTest::addColumn<QStringList>("shell");
-    QTest::newRow("Options") << "Options"
-                             << "" << QStringList();
-    QTest::newRow("Help") << "Help"
-                          << "" << QStringList{"help user.chm 3"};
-    QTest::newRow("a plain status word") << "Gone Home"
-                                         << "Gone Home" << QStringList();
-}
-
-// A status whose word is a command's key runs the command and never sets the
-// status; a status button puts the window away as AutoMinimize asks.
-void TestCommands::statusWordOfACommand()
-{
-    QFETCH(QString, word);
-    QFETCH(QString, status);
-    QFETCH(QStringList, shell);
-    Board b;
-    b.site.statusType({word, 9, word, word, false, true});
-    gRun.gstrHelpFile = QStringLiteral("user.chm");
-    gPerson.gblnAutoMinimize = true;
-    b.form->subLoadToolBarButtons();
-    b.statusButton(word)->trigger();
-    QCOMPARE(b.statusOf(QStringLiteral("Ann Lee")), status);
-    QCOMPARE(b.gw.shell().calls, shell);
-    QCOMPARE(b.form->isMinimized(), !status.isEmpty());
-}
-
-// The Group command with nobody selected, and a browser that cannot start.
-void TestCommands::commandBoxes()
-{
-    Board b;
-    b.gw.boxes().answer(platform::vbOK, 2);
-    b.form->subCommand_Group();
-    b.gw.shell().result = false;
-    b.child<QMenu>("mnuWebActions")->actions().first()->trigger();
-    QCOMPARE(b.gw.boxes().prompts(),
-             QStringList({"Please select one or more users before pressing the Group Change button.",
-                          "Browser Error - Press OK to continue."}));
-}
-
-// Each panel keeps its own tip: the security levels have panels of their own and
-// leave the database path's tip alone. The list's right-click opens the menu its
-// hint speaks of.
-void TestCommands::statusBarAndListMenu()
-{
-    Board b;
-    subReadOptions();
-    subReadUserSettings(QStringLiteral("Ann Lee"));
-    b.show(900, 600);
-    QCOMPARE(b.form->panelToolTip(2), QStringLiteral("Current database path"));
-    QCOMPARE(b.form->panelToolTip(3), QStringLiteral("Countdown to next Auto-Refresh"));
-    QVERIFY(b.form->panelToolTip(4).startsWith(QStringLiteral("System Security is ")));
-    QVERIFY(b.form->panelToolTip(5).startsWith(QStringLiteral("User Security is ")));
-    QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
-
-    QWidget* rows = b.list()->viewport();
-    QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10), rows->mapToGlobal(QPoint(10, 10)));
-    QCoreApplication::sendEvent(rows, &click);
-    QMenu* commands = b.child<QMenu>("mnuCommands");
-    QTRY_VERIFY(commands->isVisible());
-    commands->close();
-}
-
-// Every control a person can reach is named for screen readers, also the toolbar's
-// buttons when they show no caption.
-void TestCommands::everyControlIsNamed()
-{
-    Board b;
-    b.form->subLoadToolBarButtons();
-    b.show(900, 600);
-    QStringList unnamed;
-    for (QWidget* control : b.form->findChildren<QWidget*>()) {
-        const bool reachable = qobject_cast<QAbstractButton*>(control) || qobject_cast<QLineEdit*>(control) ||
-                               qobject_cast<QAbstractItemView*>(control) || qobject_cast<QTabBar*>(control);
-        if (qobject_cast<QHeaderView*>(control)) {
-            continue; // read by its sections' captions
-        }
-        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
-        if (reachable && control->isVisible() && spoken && spoken->text(QAccessible::Name).trimmed().isEmpty()) {
-            unnamed << control->metaObject()->className() + QStringLiteral(" ") + control->objectName();
-        }
-    }
-    QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
-}
-
-// A first run opens at a size that suits the screen, centred on it.
-void TestCommands::firstRunPlace()
-{
-    Board b;
-    subReadUserSettings(QStringLiteral("Ann Lee")); // no place saved
-    const QRect area = b.form->screen()->availableGeometry();
-    const QRect place = b.form->geometry();
-    QVERIFY(area.contains(place));
-    QVERIFY(place.width() >= std::min(area.width(), 800) && place.height() >= std::min(area.height(), 600));
-    QVERIFY(qAbs(place.center().x() - area.center().x()) <= 1);
-}
-
-void TestCommands::fitsTheScreen_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("1920x1080") << QSize(1920, 1080);
-    QTest::newRow("800x600") << QSize(800, 600);
-}
-
-// At any usual size: every toolbar button on the bar (none in its overflow), the
-// list's columns across the whole width, the group tree wide enough for its names.
-void TestCommands::fitsTheScreen()
-{
-    QFETCH(QSize, size);
-    Board b;
-    const QString longGroup = QStringLiteral("Facilities and Maintenance");
-    b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
-                                   QStringLiteral("Visiting the customer"));
-    b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
-    gSite.gblnAllowStatusAlerts = gSite.gblnAllowMessaging = true;
-    frmMain& f = b.open();
-    f.subLoadToolBarButtons();
-    b.show(size.width(), size.height());
-    f.subRefreshUserList(QStringLiteral("Everyone"));
-    QCoreApplication::processEvents();
-
-    const QToolBar* toolbar = b.child<QToolBar>("ToolbarMain");
-    for (QAction* button : toolbar->actions()) {
-        if (button->isVisible()) {
-            QVERIFY2(toolbar->widgetForAction(button)->isVisible(), qPrintable(button->data().toString()));
-        }
-    }
-    const QHeaderView* header = b.list()->header();
-    QVERIFY(header->length() >= b.list()->viewport()->width());
-    const int comments = b.column(QStringLiteral("Comments"));
-    QVERIFY(header->sectionSize(comments) >=
-            header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
-    const QTreeWidget* tree = b.child<QTreeWidget>("TreeViewMain");
-    QVERIFY(tree->viewport()->width() >= tree->indentation() + tree->fontMetrics().horizontalAdvance(longGroup));
-
-    // The widened column is no resize by the person: the next poll rebuilds nothing,
-    // and the layout keeps the width the settings gave.
-    const QTreeWidgetItem* firstRow = b.list()->topLevelItem(0);
-    f.subRefreshUserList(QString());
-    QCOMPARE(b.list()->topLevelItem(0), firstRow);
-    const QString saved = b.ofAnn(QStringLiteral("CommentsColumnWidth"), QStringLiteral("EmployeeSettingsTable"));
-    for (const ListColumn& column : f.listColumns()) {
-        if (column.name == QLatin1String("Comments")) {
-            QCOMPARE(QString::number(column.width), saved);
-        }
-    }
-}
-
-// The tree stands as wide as the saved splitter position says, and the end of a
-// drag becomes the position that is saved.
-void TestCommands::splitters()
-{
-    Board b;
-    b.setForAnn(QStringLiteral("SplitterPositionVertical = 2400, DisplayTreeView = True"));
-    subReadUserSettings(QStringLiteral("Ann Lee"));
-    b.show(900, 600);
-    auto* tree = b.child<QTreeWidget>("TreeViewMain");
-    const int left = tree->mapTo(b.form->centralWidget(), QPoint(0, 0)).x();
-    QCOMPARE(tree->width(), 2400 / 15 - left);
-    auto* splitter = b.child<QSplitter>("picVerticalSplitter");
-    splitter->setSizes({150, 600});
-    emit splitter->splitterMoved(150, 1);
-    QCOMPARE(gPerson.glngSplitterVertical, (left + 150) * 15LL);
-}
 
 QTEST_MAIN(TestCommands)
 #include "tst_commands.moc"

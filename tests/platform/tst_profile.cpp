@@ -62,7 +62,6 @@ private slots:
             QTest::newRow(name) << section << key << defaultValue << bufferSize << QString::fromUtf8(expected);
         };
         row("the data path", "DataPath", "DataPath", "", 200, "\\\\fileserver\\veskor\\");
-        row("names ignore case", "DATAPATH", "datapath", "", 200, "\\\\fileserver\\veskor\\");
         row("blanks around names and value", "Spaced Section", "key with blanks", "", 200, "value with blanks");
         row("blanks around the asked names", " spaced section ", " Key With Blanks ", "", 200, "value with blanks");
         row("double quotes go", "spaced section", "Quoted", "", 200, "  kept blanks  ");

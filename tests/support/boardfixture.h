@@ -20,7 +20,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
-#include <QHeaderView>
+#include <QPointer>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -28,7 +28,7 @@ struct BoardFixture
 {
     TestGateways gw;
     TempSite site;
-    frmMain* form = nullptr;
+    QPointer<frmMain> form;
 
     BoardFixture()
     {
@@ -40,7 +40,7 @@ struct BoardFixture
     }
     ~BoardFixture()
     {
-        delete form;
+        delete form.data();
         TimerCloseDatabase().stop();
         gRun.gdbDatabase.reset();
     }
@@ -50,7 +50,7 @@ struct BoardFixture
     // A new window, neither loaded nor activated: the test drives the steps.
     frmMain& make()
     {
-        delete form;
+        delete form.data();
         form = new frmMain;
         form->setAttribute(Qt::WA_ShowWithoutActivating);
         return *form;
@@ -108,16 +108,6 @@ struct BoardFixture
         QStringList result;
         for (int i = 0; i < list()->topLevelItemCount(); ++i) {
             result << list()->topLevelItem(i)->text(column(header));
-        }
-        return result;
-    }
-    // The headers from left to right.
-    QStringList shownHeaders() const
-    {
-        const QHeaderView* header = list()->header();
-        QStringList result;
-        for (int visual = 0; visual < header->count(); ++visual) {
-            result << list()->headerItem()->text(header->logicalIndex(visual));
         }
         return result;
     }

@@ -1,20 +1,28 @@
 // veskor-boardshot: the board of a site as a picture, for the README.
 //
-//   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT]
+//   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
+//                    [--options=OPTIONS.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
-// draws. The run leaves its marks on the site as any start does (the person is
-// active), so point it at a site made for the purpose.
+// draws; --status, --group and --options also draw the person's Change YOUR
+// Status screen, the Group Change screen over the list's second and third rows,
+// and the Options screen. The run leaves its marks on the site as any start does (the
+// person is active), so point it at a site made for the purpose.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "options/frmoptions.h"
 #include "start/welcome.h"
+#include "statusscreens/frmgroup.h"
+#include "statusscreens/frmstatus.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
+#include <QRegularExpression>
 #include <QTextStream>
+#include <QTreeWidget>
 #include <cstdio>
 
 namespace {
@@ -33,6 +41,30 @@ void settle()
     }
 }
 
+bool saveScreen(QDialog& screen, const QString& file)
+{
+    screen.show();
+    settle();
+    const bool saved = screen.grab().save(file);
+    screen.close();
+    return saved;
+}
+
+// The Group Change screen as the board opens it over two selected rows.
+bool drawGroupScreen(frmMain* board, const QString& groupFile)
+{
+    auto* list = board->findChild<QTreeWidget*>(QStringLiteral("ListViewMain"));
+    if (!list) {
+        return false;
+    }
+    list->clearSelection();
+    for (int row = 1; row <= 2 && row < list->topLevelItemCount(); ++row) {
+        list->topLevelItem(row)->setSelected(true);
+    }
+    frmGroup group(board);
+    return group.Form_Load() && saveScreen(group, groupFile);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -41,9 +73,14 @@ int main(int argc, char* argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication app(argc, argv);
-    const QStringList args = QCoreApplication::arguments();
+    QStringList args = QCoreApplication::arguments();
+    const QStringList named = args.filter(QRegularExpression(QStringLiteral("^--")));
+    for (const QString& arg : named) {
+        args.removeOne(arg);
+    }
     if (args.size() < 3) {
-        QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT]\n";
+        QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
+                               "[--group=GROUP.png] [--options=OPTIONS.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -66,6 +103,25 @@ int main(int argc, char* argv[])
     if (!board->grab().save(args[2])) {
         QTextStream(stderr) << "veskor-boardshot: cannot write " << args[2] << "\n";
         return 1;
+    }
+    for (const QString& arg : named) {
+        const QString file = arg.section(QLatin1Char('='), 1);
+        bool drawn = true;
+        if (arg.startsWith(QStringLiteral("--status="))) {
+            frmStatus own(board);
+            own.Form_Load();
+            drawn = saveScreen(own, file);
+        } else if (arg.startsWith(QStringLiteral("--group="))) {
+            drawn = drawGroupScreen(board, file);
+        } else if (arg.startsWith(QStringLiteral("--options="))) {
+            frmOptions options(board);
+            options.Form_Load();
+            drawn = saveScreen(options, file);
+        }
+        if (!drawn) {
+            QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
+            return 1;
+        }
     }
     QTextStream(stdout) << "Board of " << gRun.gstrDefaultUser << " written to " << args[2] << "\n";
     std::fflush(stdout);

@@ -1,0 +1,185 @@
+#include "statusscreens/screenparts.h"
+
+#include "dao/dao.h"
+
+#include <QDialog>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScreen>
+#include <QTableWidget>
+
+namespace statusscreens {
+
+namespace {
+
+constexpr int kCut = 250;
+// The editor stands this much less high than its row (30 twips).
+constexpr int kEditorShorter = 2;
+constexpr int kGridRowsShown = 4;
+
+class FocusOutWatcher : public QObject
+{
+public:
+    FocusOutWatcher(QWidget* widget, std::function<void()> lostFocus)
+        : QObject(widget), m_lostFocus(std::move(lostFocus))
+    {
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusOut) {
+            m_lostFocus();
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_lostFocus;
+};
+
+class CellKeyWatcher : public QObject
+{
+public:
+    CellKeyWatcher(QTableWidget* grid, std::function<void(int, int)> click)
+        : QObject(grid), m_grid(grid), m_click(std::move(click))
+    {
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress || m_grid->currentRow() < 0) {
+            return false;
+        }
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_F2:
+        case Qt::Key_Space:
+            m_click(m_grid->currentRow(), m_grid->currentColumn());
+            return true;
+        default:
+            return false;
+        }
+    }
+
+private:
+    QTableWidget* m_grid;
+    std::function<void(int, int)> m_click;
+};
+
+CustomField::Companion companionOf(dao::Recordset& rs, const QString& column)
+{
+    const QString companion = column + QStringLiteral("ReadOnly");
+    for (int i = 0; i < rs.FieldCount(); ++i) {
+        dao::Field field = rs.Fields(i);
+        if (field.Name().compare(companion, Qt::CaseInsensitive) == 0) {
+            if (field.IsNull()) {
+                return CustomField::Companion::Null;
+            }
+            return field.Value().toBool() ? CustomField::Companion::True : CustomField::Companion::False;
+        }
+    }
+    return CustomField::Companion::Null;
+}
+
+} // namespace
+
+bool hasCustomColumns(dao::Recordset& rs)
+{
+    for (int i = 0; i < rs.FieldCount(); ++i) {
+        if (rs.Fields(i).Name().contains(QLatin1String("New_"))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QList<CustomField> customFields(dao::Recordset& rs)
+{
+    QList<CustomField> fields;
+    for (int i = 0; i < rs.FieldCount(); ++i) {
+        dao::Field field = rs.Fields(i);
+        const QString column = field.Name();
+        if (!column.contains(QLatin1String("New_")) || column.contains(QLatin1String("ReadOnly"))) {
+            continue;
+        }
+        fields.append({column, column.mid(4), field.Text(), companionOf(rs, column)});
+    }
+    return fields;
+}
+
+QString left250(const QString& text)
+{
+    return text.left(kCut);
+}
+
+void shapeGrid(QTableWidget* grid)
+{
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    grid->setWordWrap(false);
+    grid->verticalHeader()->hide();
+    grid->horizontalHeader()->setStretchLastSection(true);
+    grid->setFixedHeight(grid->horizontalHeader()->sizeHint().height() +
+                         kGridRowsShown * grid->verticalHeader()->defaultSectionSize() + 2 * grid->frameWidth());
+}
+
+void guardQuotes(QLineEdit* box)
+{
+    QObject::connect(box, &QLineEdit::textEdited, box, [box](const QString& text) {
+        if (text.contains(QLatin1Char('"'))) {
+            const int caret = box->cursorPosition();
+            box->setText(QString(text).replace(QLatin1Char('"'), QLatin1Char('\'')));
+            box->setCursorPosition(caret);
+        }
+    });
+}
+
+void onCellKey(QTableWidget* grid, std::function<void(int row, int column)> click)
+{
+    grid->installEventFilter(new CellKeyWatcher(grid, std::move(click)));
+}
+
+void onFocusOut(QWidget* widget, std::function<void()> lostFocus)
+{
+    widget->installEventFilter(new FocusOutWatcher(widget, std::move(lostFocus)));
+}
+
+void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column)
+{
+    const QRect cell = grid->visualRect(grid->model()->index(row, column));
+    editor->setGeometry(cell.left(), cell.top(), cell.width(), std::max(cell.height() - kEditorShorter, 1));
+    const QTableWidgetItem* item = grid->item(row, column);
+    editor->setText(item ? item->text() : QString());
+    editor->show();
+    editor->raise();
+    editor->setCursorPosition(int(editor->text().size()));
+    editor->setFocus();
+}
+
+void centreOnScreen(QDialog* screen)
+{
+    screen->adjustSize();
+    const QScreen* display = screen->screen() ? screen->screen() : QGuiApplication::primaryScreen();
+    if (!display) {
+        return;
+    }
+    const QRect area = display->geometry();
+    screen->move(area.left() + (area.width() - screen->width()) / 2,
+                 area.top() + (area.height() - screen->height()) / 2);
+}
+
+QString plainCaption(const QString& caption)
+{
+    QString plain = caption;
+    return plain.replace(QLatin1String("&&"), QLatin1String("\x01"))
+        .remove(QLatin1Char('&'))
+        .replace(QLatin1Char('\x01'), QLatin1Char('&'));
+}
+
+} // namespace statusscreens

@@ -1,0 +1,64 @@
+#pragma once
+// What the status screen and the group screen share: their custom fields (the
+// "New_" columns of EmployeeTable and their "ReadOnly" companions), the floating
+// editor over a grid cell, the quote guard of their text boxes, and their place
+// on the display.
+
+#include <QList>
+#include <QString>
+#include <functional>
+
+class QLineEdit;
+class QTableWidget;
+class QWidget;
+class QDialog;
+namespace dao {
+class Recordset;
+}
+
+namespace statusscreens {
+
+// A custom field of the set's current row. Its companion is "ReadOnly" after the
+// column's name: true, false or Null (also when the companion is missing).
+struct CustomField
+{
+    QString column; // "New_Mobile"
+    QString name;   // as the person sees it: the column's name from its fifth character on
+    QString value;  // trimmed, "" for a Null
+    enum class Companion
+    {
+        False,
+        True,
+        Null
+    } companion = Companion::Null;
+};
+
+// True when a column of the set has "New_" in its name.
+bool hasCustomColumns(dao::Recordset& rs);
+// The custom fields of the set's current row, in column order; companions are not fields.
+QList<CustomField> customFields(dao::Recordset& rs);
+
+// The first 250 characters: what Status and DueBack hold.
+QString left250(const QString& text);
+
+// A grid as both screens use it: no editing of its own (the floating editor
+// does that), one line a row, the last column taking the spare width, room for
+// a few rows.
+void shapeGrid(QTableWidget* grid);
+// A double quote typed into the box becomes an apostrophe at once.
+void guardQuotes(QLineEdit* box);
+// Enter, F2 or the space bar on the grid act as a click on its current cell, so
+// that the editor and the check marks are reached from the keyboard too.
+void onCellKey(QTableWidget* grid, std::function<void(int row, int column)> click);
+// Runs lostFocus whenever the widget loses the focus.
+void onFocusOut(QWidget* widget, std::function<void()> lostFocus);
+// Lays the editor exactly over the grid's cell, a little lower than the row, fills
+// it with the cell's text with the caret at the end, shows it and gives it the focus.
+void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column);
+
+// The middle of the display the screen is on.
+void centreOnScreen(QDialog* screen);
+// The label's text without the ampersand of its access key: an accessible name.
+QString plainCaption(const QString& caption);
+
+} // namespace statusscreens

@@ -1,0 +1,241 @@
+// The Options screen: what OK writes and the board shows, what Cancel and a
+// deleted person leave alone; on real site files, offscreen.
+#include "boardfixture.h"
+#include "options/frmoptions.h"
+#include "status/statuscommon.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <algorithm>
+
+namespace {
+
+// The check boxes in the order of a test's flags text ("1" checked).
+const char* const kFlags[] = {"chkAutoLogIn",     "chkAutoLogOut",      "chkAutoClearComments", "chkChangeScreenPopUp",
+                              "chkListViewPopUp", "chkDisplayTreeView", "chkMinimizeOnClose",   "chkFontBoldDisplay"};
+
+// Every control the person can set, as one value; a choice is the index of its option button.
+struct Screen
+{
+    QString flags;
+    int refresh, minimize, icon, text, fontSize;
+    QString phone;
+
+    void applyTo(frmOptions& f) const
+    {
+        for (int i = 0; i < 8; ++i) {
+            f.findChild<QCheckBox*>(kFlags[i])->setChecked(flags[i] == '1');
+        }
+        f.optionRefreshRate[refresh]->setChecked(true);
+        f.optSysTrayTaskBar[minimize]->setChecked(true);
+        f.optIconSize[icon]->setChecked(true);
+        f.optToolBarText[text]->setChecked(true);
+        f.comboFontSizeDisplay->setCurrentText(QString::number(fontSize));
+        f.txtPhone->setText(phone);
+    }
+    static Screen of(const frmOptions& f)
+    {
+        const auto checkedAt = [](const QList<QRadioButton*>& b) {
+            return int(std::find_if(b.begin(), b.end(), [](auto* r) { return r->isChecked(); }) - b.begin());
+        };
+        Screen s{{},
+                 checkedAt(f.optionRefreshRate),
+                 checkedAt(f.optSysTrayTaskBar),
+                 checkedAt(f.optIconSize),
+                 checkedAt(f.optToolBarText),
+                 f.comboFontSizeDisplay->currentText().toInt(),
+                 f.txtPhone->text()};
+        for (const char* flag : kFlags) {
+            s.flags += f.findChild<QCheckBox*>(flag)->isChecked() ? '1' : '0';
+        }
+        return s;
+    }
+    bool operator==(const Screen&) const = default;
+};
+
+struct Options : BoardFixture
+{
+    Options()
+    {
+        site.person(QStringLiteral("Ann Lee"), QStringLiteral("alee"), QStringLiteral("1234"));
+        subReadUserSettings(gRun.gstrDefaultUser);
+    }
+    QString setting(const QString& field) const
+    {
+        return ofAnn(field, QStringLiteral("EmployeeSettingsTable"));
+    }
+    // Ann's settings row, her phone and Counter, as one text.
+    QString written() const
+    {
+        auto rs = site.openDb()->OpenRecordset(QStringLiteral("SELECT * FROM EmployeeSettingsTable"));
+        QStringList texts = {ofAnn(QStringLiteral("Phone")),
+                             value(QStringLiteral("SELECT Counter FROM StatusCounterTable"))};
+        for (int i = 0; !rs->isEOF() && i < rs->FieldCount(); ++i) {
+            texts << rs->Fields(i).Text();
+        }
+        return texts.join('|');
+    }
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Screen)
+
+class TestOptions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void roundTrip_data()
+    {
+        QTest::addColumn<Screen>("chosen");
+        QTest::addColumn<int>("refreshRate");
+        QTest::addColumn<int>("minimizeSetting");
+        QTest::newRow("all on, never, tray only") << Screen{"11111111", 1, 0, 1, 1, 15, "x 4711"} << 0 << 1;
+        QTest::newRow("all off, hourly, task bar only") << Screen{"00000000", 0, 1, 0, 0, 8, ""} << 60 << 0;
+        QTest::newRow("every minute, both") << Screen{"10100101", 2, 2, 1, 0, 11, "555 \"0100\""} << 1 << 2;
+        QTest::newRow("5 minutes") << Screen{"01011010", 3, 0, 0, 1, 9, "7"} << 5 << 1;
+        QTest::newRow("15 minutes") << Screen{"11000011", 4, 1, 1, 1, 12, "8"} << 15 << 0;
+        QTest::newRow("30 minutes") << Screen{"00111100", 5, 2, 0, 0, 14, "9"} << 30 << 2;
+    }
+    // OK writes every control into the row (the numbers the board reads) and the
+    // phone into EmployeeTable, raises Counter once, and the next run reads them
+    // back onto the screen. A null flag shows unchecked and clears the run's value,
+    // which OK then writes, also for AutoMinimize, which the screen does not show.
+    void roundTrip()
+    {
+        QFETCH(Screen, chosen);
+        QFETCH(int, refreshRate);
+        QFETCH(int, minimizeSetting);
+        Options o;
+        const QString counter = o.value(QStringLiteral("SELECT Counter + 1 FROM StatusCounterTable"));
+        o.setForAnn(QStringLiteral("AutoClearComments = Null, AutoMinimize = Null"));
+        gPerson.gblnAutoClearComments = gPerson.gblnAutoMinimize = true;
+        {
+            frmOptions f;
+            QVERIFY(f.Form_Load());
+            QVERIFY(!f.chkAutoClearComments->isChecked());
+            chosen.applyTo(f);
+            f.cmdOkOptions->click();
+            QCOMPARE(f.result(), int(QDialog::Accepted));
+        }
+        QCOMPARE(o.setting(QStringLiteral("RefreshRate")).toInt(), refreshRate);
+        QCOMPARE(o.setting(QStringLiteral("MinimizeSetting")).toInt(), minimizeSetting);
+        QCOMPARE(o.ofAnn(QStringLiteral("Phone")), chosen.phone);
+        QVERIFY(!status::boolFromText(o.setting(QStringLiteral("AutoMinimize"))));
+        QCOMPARE(o.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")), counter);
+
+        gPerson.reset();
+        subReadUserSettings(gRun.gstrDefaultUser);
+        frmOptions again;
+        QVERIFY(again.Form_Load());
+        QCOMPARE(Screen::of(again), chosen);
+    }
+
+    void nothingWritten_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("Cancel") << "Cancel";
+        QTest::newRow("Esc") << "Esc";
+        QTest::newRow("Help, then Cancel") << "Help";
+        QTest::newRow("row gone before Load") << "gone before Load";
+        QTest::newRow("row gone before OK") << "gone before OK";
+    }
+    // Cancel and Esc write nothing; neither does a person the administrator
+    // deleted, before the screen opened or while it was open: not even the phone.
+    void nothingWritten()
+    {
+        QFETCH(QString, how);
+        Options o;
+        const long long treeView = gPerson.gvarDisplayTreeView;
+        const QString deleteAnn = QStringLiteral("DELETE FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
+        o.gw.boxes().answer(platform::vbOK);
+        frmOptions f;
+        if (how == "gone before Load") {
+            o.site.execute(deleteAnn);
+            QCOMPARE(f.exec(), int(QDialog::Rejected));
+            QCOMPARE(o.gw.boxes().last().prompt, "It appears the Administrator has deleted your name. You must "
+                                                 "restart  VESK-OR Pro  to fix this problem.");
+        } else {
+            QVERIFY(f.Form_Load());
+            Screen{"00000000", 1, 2, 1, 0, 13, "999"}.applyTo(f); // the tree off: the run has it on
+        }
+        if (how == "gone before OK") {
+            o.site.execute(deleteAnn);
+        }
+        const QString before = o.written();
+        if (how == "Cancel" || how == "Help") {
+            if (how == "Help") {
+                f.cmdOptionsHelp->click();
+                QCOMPARE(o.gw.shell().calls, QStringList{"help  2600"});
+            }
+            f.cmdCancelOptions->click();
+        } else if (how == "Esc") {
+            QTest::keyClick(&f, Qt::Key_Escape);
+        } else if (how == "gone before OK") {
+            f.cmdOkOptions->click();
+            QVERIFY(o.gw.boxes().last().prompt.startsWith("Error ( 3021 ) in frmOptions - cmdOkOptions_Click event"));
+        }
+        QCOMPARE(f.result(), int(QDialog::Rejected));
+        QCOMPARE(o.written(), before);
+        QCOMPARE(gPerson.gvarDisplayTreeView, treeView);
+    }
+
+    void board_data()
+    {
+        QTest::addColumn<Screen>("chosen");
+        QTest::addColumn<int>("countDown");
+        QTest::addColumn<bool>("tray");
+        QTest::newRow("tree, text, large, bold 12, 15 min, tray only")
+            << Screen{"00000111", 4, 0, 0, 1, 12, ""} << 900 << true;
+        QTest::newRow("tabs, small, never, task bar only") << Screen{"00000000", 1, 1, 1, 0, 8, ""} << 0 << false;
+        QTest::newRow("every minute, both") << Screen{"00000100", 2, 2, 1, 1, 10, ""} << 60 << true;
+    }
+    // The board's Options command: the screen modal with the tray icon taken down;
+    // after OK the board shows the choices at once, and its next Activate counts
+    // down from the new rate ("Never": refresh off) and puts the tray back or not.
+    void board()
+    {
+        QFETCH(Screen, chosen);
+        QFETCH(int, countDown);
+        QFETCH(bool, tray);
+        Options o;
+        o.setForAnn(QStringLiteral("MinimizeSetting = 2"));
+        frmMain& board = o.open();
+        o.show(1600, 700);
+        board.Form_Activate();
+        bool trayDuringScreen = true;
+        QTimer::singleShot(0, [&] {
+            trayDuringScreen = board.sysTrayIconExists();
+            auto* screen = qobject_cast<frmOptions*>(QApplication::activeModalWidget());
+            chosen.applyTo(*screen);
+            screen->cmdOkOptions->click();
+        });
+        board.subCommand_Options();
+        QVERIFY(!trayDuringScreen);
+        QCOMPARE(o.child<QTreeWidget>("TreeViewMain")->isVisible(), chosen.flags[5] == '1');
+        QCOMPARE(o.child("TabStripMain")->isVisible(), chosen.flags[5] == '0');
+        QCOMPARE(o.action(QStringLiteral("Change"))->text(), chosen.text ? QStringLiteral("Change") : QString());
+        QCOMPARE(o.child<QToolBar>("ToolbarMain")->iconSize().width(), chosen.icon ? 16 : 32);
+        QCOMPARE(o.list()->font().bold(), chosen.flags[7] == '1');
+        QCOMPARE(o.list()->font().pointSize(), chosen.fontSize);
+
+        board.Form_Activate();
+        QCOMPARE(board.sysTrayIconExists(), tray);
+        QCOMPARE(gBoard.gintTimerMainCountDown, countDown);
+        board.TimerMain_Timer();
+        QCOMPARE(o.child<QTimer>("TimerMain")->isActive(), countDown != 0);
+        QCOMPARE(board.panelText(3), countDown ? QStringLiteral("Next refresh in %1 ").arg(countDown - 1)
+                                               : QStringLiteral(" Refresh OFF "));
+    }
+};
+
+QTEST_MAIN(TestOptions)
+#include "tst_options.moc"
