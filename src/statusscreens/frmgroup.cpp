@@ -26,6 +26,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QStyleOptionButton>
 #include <QTableWidget>
@@ -170,6 +171,8 @@ frmGroup::frmGroup(QWidget* parent)
     connect(cmdOk, &QPushButton::clicked, this, &frmGroup::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmGroup::cmdCancel_Click);
     connect(cmdHelp, &QPushButton::clicked, this, &frmGroup::cmdHelp_Click);
+    // F1 anywhere on the screen opens its help topic, as the Help button does.
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmGroup::cmdHelp_Click);
     connect(msFlexGridGroupChange, &QTableWidget::cellClicked, this, &frmGroup::msFlexGridGroupChange_Click);
     onCellKey(msFlexGridGroupChange, [this](int row, int column) { msFlexGridGroupChange_Click(row, column); });
     connect(msFlexGridGroupChange, &QTableWidget::currentCellChanged, this,

@@ -23,6 +23,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTableWidget>
 
 using namespace platform;
@@ -128,6 +129,8 @@ frmStatus::frmStatus(QWidget* parent)
     connect(cmdOk, &QPushButton::clicked, this, &frmStatus::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmStatus::cmdCancel_Click);
     connect(cmdHelp, &QPushButton::clicked, this, &frmStatus::cmdHelp_Click);
+    // F1 anywhere on the screen opens its help topic, as the Help button does.
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmStatus::cmdHelp_Click);
     connect(msFlexGridChange, &QTableWidget::cellClicked, this, &frmStatus::msFlexGridChange_Click);
     onCellKey(msFlexGridChange, [this](int row, int column) { msFlexGridChange_Click(row, column); });
     // Moving to another cell while an edit is open ends the edit.

@@ -300,6 +300,50 @@ private slots:
         QCOMPARE(screen.txtChangeFieldValue->text(), QStringLiteral("a\"b"));
     }
 
+    void keyboard_data()
+    {
+        QTest::addColumn<bool>("group");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QStringList>("help");
+        for (const bool group : {false, true}) {
+            const char* screen = group ? "group" : "own";
+            const QString topic =
+                QStringLiteral("help  %1").arg(group ? frmGroup::kHelpContext : frmStatus::kHelpContext);
+            QTest::addRow("%s, Enter", screen) << group << int(Qt::Key_Return) << "Busy" << QStringList();
+            QTest::addRow("%s, Esc", screen) << group << int(Qt::Key_Escape) << "Out" << QStringList();
+            QTest::addRow("%s, F1", screen) << group << int(Qt::Key_F1) << "Out" << QStringList{topic};
+        }
+    }
+
+    // In the status box, Enter is OK, Esc is Cancel and F1 opens the screen's help topic.
+    void keyboard()
+    {
+        QFETCH(bool, group);
+        QFETCH(int, key);
+        QFETCH(QString, stored);
+        QFETCH(QStringList, help);
+        StatusFixture f;
+        f.site.status("Ann Lee", "Out");
+        f.board.select({0});
+        gBoard.gintNameColumn = 1;
+        frmStatus own;
+        frmGroup other;
+        QDialog* screen = group ? static_cast<QDialog*>(&other) : &own;
+        QComboBox* status = group ? other.comboStatusTypes : own.comboStatusTypes;
+        group ? void(other.Form_Load()) : own.Form_Load();
+        screen->show();
+        QVERIFY(QTest::qWaitForWindowActive(screen));
+        status->setCurrentText("Busy");
+        status->setFocus();
+
+        QTest::keyClick(status->lineEdit(), Qt::Key(key));
+
+        QCOMPARE(f.statusOf("Ann Lee"), stored);
+        QCOMPARE(screen->isVisible(), key == Qt::Key_F1);
+        QCOMPARE(f.gw.shell().calls, help);
+    }
+
     void groupChange_data()
     {
         QTest::addColumn<GroupChange>("c");
