@@ -19,6 +19,7 @@ public:
     QList<int> selected; // row indexes, in list order
     int current = -1;    // the list's current item
     bool groupButton = false;
+    bool minimized = false;
     QList<ListColumn> columns;
 
     QStringList listHeaders() const override
@@ -48,6 +49,10 @@ public:
     QList<ListColumn> listColumns() const override
     {
         return columns;
+    }
+    void minimize() override
+    {
+        minimized = true;
     }
     // Ann Lee, Bob Ray and Cy Dee listed, these rows selected and the first current.
     void select(const QList<int>& rows, bool button = true)

@@ -316,7 +316,8 @@ private slots:
         }
     }
 
-    // In the status box, Enter is OK, Esc is Cancel and F1 opens the screen's help topic.
+    // In the status box, Enter is OK, and AutoMinimize puts the board away after it;
+    // Esc is Cancel and F1 opens the screen's help topic.
     void keyboard()
     {
         QFETCH(bool, group);
@@ -327,6 +328,7 @@ private slots:
         f.site.status("Ann Lee", "Out");
         f.board.select({0});
         gBoard.gintNameColumn = 1;
+        gPerson.gblnAutoMinimize = true;
         frmStatus own;
         frmGroup other;
         QDialog* screen = group ? static_cast<QDialog*>(&other) : &own;
@@ -341,6 +343,7 @@ private slots:
 
         QCOMPARE(f.statusOf("Ann Lee"), stored);
         QCOMPARE(screen->isVisible(), key == Qt::Key_F1);
+        QCOMPARE(f.board.minimized, key == Qt::Key_Return);
         QCOMPARE(f.gw.shell().calls, help);
     }
 
