@@ -145,6 +145,7 @@ private slots:
         QTest::newRow("Cancel") << "Cancel";
         QTest::newRow("Esc") << "Esc";
         QTest::newRow("Help, then Cancel") << "Help";
+        QTest::newRow("F1, then Cancel") << "F1";
         QTest::newRow("row gone before Load") << "gone before Load";
         QTest::newRow("row gone before OK") << "gone before OK";
     }
@@ -171,11 +172,15 @@ private slots:
             o.site.execute(deleteAnn);
         }
         const QString before = o.written();
-        if (how == "Cancel" || how == "Help") {
+        if (how == "Cancel" || how == "Help" || how == "F1") {
             if (how == "Help") {
                 f.cmdOptionsHelp->click();
-                QCOMPARE(o.gw.shell().calls, QStringList{"help  2600"});
+            } else if (how == "F1") {
+                f.show();
+                QVERIFY(QTest::qWaitForWindowActive(&f));
+                QTest::keyClick(f.txtPhone, Qt::Key_F1);
             }
+            QCOMPARE(o.gw.shell().calls, how == "Cancel" ? QStringList() : QStringList{"help  2600"});
             f.cmdCancelOptions->click();
         } else if (how == "Esc") {
             QTest::keyClick(&f, Qt::Key_Escape);
