@@ -22,6 +22,14 @@ GroupTabBar::GroupTabBar(QWidget* parent) : QListWidget(parent)
                        "palette(button); }"
                        "QListWidget::item:selected { background: palette(base); color: palette(text); }"));
     connect(this, &QListWidget::currentRowChanged, this, &GroupTabBar::currentChanged);
+    // A screen reader selects a tab rather than moving to it: the tab selected
+    // becomes the current one, as a click makes it.
+    connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem*> chosen = selectedItems();
+        if (!chosen.isEmpty() && chosen.first() != currentItem()) {
+            setCurrentItem(chosen.first());
+        }
+    });
     fitHeight();
 }
 

@@ -196,13 +196,15 @@ private slots:
     // poll and goes on showing its group.
     void groupsReadAgainWhileAGroupIsShown_data()
     {
-        QTest::addColumn<bool>("tree");
-        QTest::newRow("tabs") << false;
-        QTest::newRow("tree") << true;
+        QTest::addColumn<QString>("how");
+        QTest::newRow("tab clicked") << "tab";
+        QTest::newRow("tab selected by a screen reader") << "selected";
+        QTest::newRow("tree") << "tree";
     }
     void groupsReadAgainWhileAGroupIsShown()
     {
-        QFETCH(bool, tree);
+        QFETCH(QString, how);
+        const bool tree = how == "tree";
         Board b;
         b.setForAnn(tree ? QStringLiteral("DisplayTreeView = True") : QStringLiteral("DisplayTreeView = False"));
         frmMain& f = b.open();
@@ -212,8 +214,10 @@ private slots:
         auto* tabs = b.child<GroupTabBar>("TabStripMain");
         if (tree) {
             treeView->itemClicked(treeView->topLevelItem(0)->child(2), 0);
-        } else {
+        } else if (how == "tab") {
             tabs->setCurrentIndex(int(f.groupCaptions().indexOf(QStringLiteral("Sales"))));
+        } else {
+            tabs->findItems(QStringLiteral("Sales"), Qt::MatchExactly).first()->setSelected(true);
         }
         QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
         QCOMPARE(b.ofAnn(QStringLiteral("DefaultGroup"), QStringLiteral("EmployeeSettingsTable")),
