@@ -1,6 +1,7 @@
 // The end of a run: frmMain's QueryUnload, for the close box, the Exit command,
 // the desktop session's end and a signal alike, and the unloading of the other
 // screens.
+#include "alerts/modalerts.h"
 #include "board/frmmain.h"
 #include "dao/dao.h"
 #include "database/moddatabase.h"
@@ -38,16 +39,6 @@ QList<QWidget*> otherScreens(const QWidget* board)
         }
     }
     return screens;
-}
-
-QWidget* windowWithTitlePart(const QString& part)
-{
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (widget->isWindow() && widget->windowTitle().contains(part)) {
-            return widget;
-        }
-    }
-    return nullptr;
 }
 
 // AutoLogOut: "Out" at the end, unless the person's status is a protected one (or
@@ -174,13 +165,8 @@ void frmMain::subUnloadAllForms()
     }
 }
 
-// The pop-ups are destroyed outright, so none of their own unload work runs.
-// Each pass takes at most one of each kind; there are as many passes as screens.
+// Every pop-up alert of both kinds, destroyed without their own unload work.
 void frmMain::subCloseAllAlerts()
 {
-    for (qsizetype pass = otherScreens(nullptr).size() - 1; pass >= 0; --pass) {
-        for (const QString& title : {QStringLiteral("Status Change Alert"), QStringLiteral("New Message Alert")}) {
-            delete windowWithTitlePart(title);
-        }
-    }
+    alerts::subCloseAllAlerts();
 }
