@@ -1,32 +1,39 @@
-// The pop-up alerts offscreen: the see-through rule of their scroll bar, the
-// sounds they play, where they stand, one status pop-up per person, and Close
-// ALL over a mix of windows.
+// The pop-up alerts offscreen: the see-through rule, sounds, places, one status
+// pop-up per person, the delete buttons, and Close ALL over a mix of windows.
 #include "alerts/frmnewmessagesalert.h"
 #include "alerts/frmstatuschangealert.h"
 #include "alerts/modalerts.h"
 #include "kernel/globals.h"
+#include "tempsite.h"
 #include "testgateways.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTest>
+#include <QTreeWidget>
 
 namespace {
 
-// Lets the windows that were asked to go actually go.
-void settle()
+const QDateTime kSent(QDate(2026, 11, 22), QTime(9, 0));
+
+frmNewMessagesAlert* messagePopUp(long long id = 1)
 {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return subPopUpForNewMessagesAlert("Subject", kSent, id, "Body");
 }
 
+frmStatusChangeAlert* statusPopUp(const QString& name = "Bob Ray", const QString& status = "Out")
+{
+    return subPopUpForStatusAlert(name, 46000.5, status);
+}
+
+// The pop-ups still shown, once the windows that were asked to go have gone.
 template <class T> QList<T*> standing()
 {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QList<T*> found;
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (auto* popUp = qobject_cast<T*>(window); popUp && popUp->isVisible()) {
@@ -45,10 +52,9 @@ class TestAlerts : public QObject
 private slots:
     void cleanup()
     {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            delete window;
-        }
+        qDeleteAll(QApplication::topLevelWidgets());
         gRun = RunState();
+        gblnShowPreviewFromAlert = false;
     }
 
     void opacity_data()
@@ -61,7 +67,6 @@ private slots:
         QTest::newRow("229.5 to even") << 10 << true << 230;
         QTest::newRow("178.5 to even") << 30 << true << 178;
         QTest::newRow("127.5 to even") << 50 << true << 128;
-        QTest::newRow("one short of the end") << 69 << true << 79;
         QTest::newRow("the end: 76.5 to even") << 70 << true << 76;
         QTest::newRow("older system: stays opaque") << 70 << false << 255;
     }
@@ -73,33 +78,28 @@ private slots:
         QFETCH(int, alpha);
         TestGateways gw;
         gRun.gblnWin2kPlus = win2kPlus;
-        for (AlertPopUp* popUp : QList<AlertPopUp*>{subPopUpForNewMessagesAlert("S", gw.clock().now(), 1, "B"),
-                                                    subPopUpForStatusAlert("Ann Lee", 46000.5, "Out")}) {
+        for (AlertPopUp* popUp : QList<AlertPopUp*>{messagePopUp(), statusPopUp()}) {
             QCOMPARE(popUp->windowOpacity(), 1.0); // opaque until the bar moves
             popUp->scrTransparancy->setValue(35);
             popUp->scrTransparancy->setValue(transparency);
             QCOMPARE(qRound(popUp->windowOpacity() * 255), alpha);
-            QCOMPARE(popUp->isVisible(), true);
         }
     }
 
-    // The fade timer ships stopped; once running, each tick is one step and the
-    // pop-up unloads on reaching the end of the bar, not before.
+    // The fade timer ships stopped; each tick is one step, and the pop-up
+    // unloads on reaching the end of the bar, not before.
     void fadeUnloadsAtTheEnd()
     {
         TestGateways gw;
         gRun.gblnWin2kPlus = true;
-        auto* popUp = subPopUpForStatusAlert("Ann Lee", 46000.5, "Out");
+        AlertPopUp* popUp = statusPopUp();
         QVERIFY(!popUp->tmrFade.isActive());
-        QCOMPARE(popUp->tmrFade.interval(), 25);
-        QSignalSpy unloaded(popUp, &AlertPopUp::unloaded);
         popUp->scrTransparancy->setValue(68);
         popUp->tmrFade_Timer();
-        QCOMPARE(unloaded.count(), 0);
-        QCOMPARE(alerts::fnLastAlpha(), 79);
+        QCOMPARE(standing<AlertPopUp>().size(), 1);
         popUp->tmrFade_Timer();
-        QCOMPARE(unloaded.count(), 1);
         QCOMPARE(alerts::fnLastAlpha(), 76);
+        QCOMPARE(standing<AlertPopUp>().size(), 0);
     }
 
     void sound_data()
@@ -117,10 +117,8 @@ private slots:
         QFETCH(QString, wave);
         TestGateways gw;
         gRun.gstrApplicationPath = "/opt/veskor/";
-        message ? static_cast<QWidget*>(subPopUpForNewMessagesAlert("S", gw.clock().now(), 7, "B"))
-                : subPopUpForStatusAlert("Ann Lee", 46000.5, "Out");
+        message ? static_cast<QWidget*>(messagePopUp()) : statusPopUp();
         QCOMPARE(gw.shell().calls, QStringList{"sound /opt/veskor/" + wave});
-
         QFile shipped(qEnvironmentVariable("VESKOR_TEST_BINARY_DIR") + "/src/start/" + wave);
         QVERIFY2(shipped.open(QIODevice::ReadOnly), qPrintable(shipped.fileName()));
         const QByteArray head = shipped.read(12);
@@ -128,7 +126,7 @@ private slots:
     }
 
     // Message pop-ups lie on one another a little right of and below the centre;
-    // a status pop-up stands in the centre.
+    // a status pop-up stands in the centre (within the frame the platform adds).
     void placement()
     {
         TestGateways gw;
@@ -136,16 +134,11 @@ private slots:
         const auto offCentre = [&screen](const QWidget* popUp) {
             return QRectF(popUp->frameGeometry()).center() - screen.center();
         };
-        QList<QPoint> messages;
-        for (int id = 1; id <= 3; ++id) {
-            messages << subPopUpForNewMessagesAlert("S", gw.clock().now(), id, "B")->pos();
-        }
-        QCOMPARE(messages[1], messages[0]);
-        QCOMPARE(messages[2], messages[0]);
-        const QPointF message = offCentre(standing<frmNewMessagesAlert>().first());
-        // Within the few pixels of a window frame that the platform adds once shown.
+        const QPoint first = messagePopUp(1)->pos();
+        QCOMPARE(messagePopUp(2)->pos(), first);
+        const QPointF message = offCentre(messagePopUp(3));
         QVERIFY(message.x() >= 6 && message.y() >= 6);
-        const QPointF status = offCentre(subPopUpForStatusAlert("Ann Lee", 46000.5, "Out"));
+        const QPointF status = offCentre(statusPopUp());
         QVERIFY(qAbs(status.x()) <= 3 && qAbs(status.y()) <= 3);
     }
 
@@ -166,17 +159,17 @@ private slots:
         QFETCH(QStringList, shown);
         TestGateways gw;
         for (const QString& change : changes) {
-            subPopUpForStatusAlert(change.section('=', 0, 0), 46000.5, change.section('=', 1));
-            settle();
+            statusPopUp(change.section('=', 0, 0), change.section('=', 1));
+            standing<frmStatusChangeAlert>();
         }
-        QStringList standingNow;
+        QStringList now;
         for (frmStatusChangeAlert* popUp : standing<frmStatusChangeAlert>()) {
-            standingNow << popUp->txtTrackee->text() + "=" + popUp->txtStatus->text();
+            now << popUp->txtTrackee->text() + "=" + popUp->txtStatus->text();
             QCOMPARE(popUp->windowTitle(),
                      " VESK-OR Pro  - Status Change Alert for [" + popUp->txtTrackee->text() + "] ");
         }
-        standingNow.sort();
-        QCOMPARE(standingNow, shown);
+        now.sort();
+        QCOMPARE(now, shown);
         QCOMPARE(gw.shell().calls.size(), changes.size()); // a replaced pop-up chimes again
     }
 
@@ -185,11 +178,11 @@ private slots:
         QTest::addColumn<int>("messages");
         QTest::addColumn<int>("statuses");
         QTest::addColumn<int>("others");
-        QTest::addColumn<bool>("byButton");
-        QTest::newRow("messages only") << 3 << 0 << 0 << false;
-        QTest::newRow("statuses only, by button") << 0 << 4 << 0 << true;
-        QTest::newRow("a mix among other screens") << 2 << 3 << 2 << false;
-        QTest::newRow("a mix, by button") << 4 << 1 << 1 << true;
+        QTest::addColumn<QString>("button"); // on the last pop-up; "" calls Close ALL directly
+        QTest::newRow("messages only") << 3 << 0 << 0 << "";
+        QTest::newRow("statuses only, by button") << 0 << 4 << 0 << "cmdCloseAllSCA";
+        QTest::newRow("a mix among other screens") << 2 << 3 << 2 << "";
+        QTest::newRow("a mix, by a message's button") << 4 << 0 << 1 << "cmdCloseAllNMA";
     }
 
     // Every pop-up goes, other screens stay, and no pop-up's own unload work runs.
@@ -198,61 +191,82 @@ private slots:
         QFETCH(int, messages);
         QFETCH(int, statuses);
         QFETCH(int, others);
-        QFETCH(bool, byButton);
+        QFETCH(QString, button);
         TestGateways gw;
         QList<AlertPopUp*> popUps;
-        for (int id = 1; id <= messages; ++id) {
-            popUps << subPopUpForNewMessagesAlert("S", gw.clock().now(), id, "B");
+        for (int i = 1; i <= messages; ++i) {
+            popUps << messagePopUp(i);
         }
         for (int i = 1; i <= statuses; ++i) {
-            popUps << subPopUpForStatusAlert(QString("Person %1").arg(i), 46000.5, "Out");
+            popUps << statusPopUp(QString("Person %1").arg(i));
         }
         for (int i = 0; i < others; ++i) {
-            auto* other = new QWidget;
-            other->setWindowTitle("Options");
-            other->show();
+            (new QWidget)->show();
         }
         int unloads = 0;
         for (AlertPopUp* popUp : popUps) {
             connect(popUp, &AlertPopUp::unloaded, [&unloads] { ++unloads; });
         }
-        if (byButton) {
-            popUps.last()
-                ->findChild<QPushButton*>(messages && popUps.last()->objectName() == "frmNewMessagesAlert"
-                                              ? "cmdCloseAllNMA"
-                                              : "cmdCloseAllSCA")
-                ->click();
-        } else {
-            alerts::subCloseAllAlerts();
-        }
-        settle();
+        button.isEmpty() ? alerts::subCloseAllAlerts() : popUps.last()->findChild<QPushButton*>(button)->click();
         QCOMPARE(standing<AlertPopUp>().size(), 0);
         QCOMPARE(QApplication::topLevelWidgets().size(), others);
         QCOMPARE(unloads, 0);
     }
 
-    void deleteMsgAnsweredNoLeavesThePopUp()
+    void deleteMsg_data()
     {
-        TestGateways gw;
-        gw.boxes().answer(platform::vbNo);
-        auto* popUp = subPopUpForNewMessagesAlert("S", gw.clock().now(), 7, "B");
-        popUp->cmdDeleteMsg->click();
-        QCOMPARE(gw.boxes().last().title, QString("Delete Confirmation Required"));
-        QVERIFY(popUp->isVisible());
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QString>("counter");
+        QTest::addColumn<int>("stays");
+        QTest::newRow("Yes") << int(platform::vbYes) << "Deleted"
+                             << "2" << 0;
+        QTest::newRow("No") << int(platform::vbNo) << "New"
+                            << "1" << 1;
     }
 
-    // Every control a person reaches by keyboard has a name a screen reader says.
-    void controlsAreNamed()
+    // Yes moves this message, and only it, to "Deleted" and raises the counter.
+    void deleteMsg()
+    {
+        QFETCH(int, answer);
+        QFETCH(QString, category);
+        QFETCH(QString, counter);
+        QFETCH(int, stays);
+        TestGateways gw;
+        TempSite site;
+        site.person("Ann Lee").person("Bob Ray").makeCurrent();
+        const database::MessageRow row{.owner = "Ann Lee", .fromName = "Bob Ray", .toName = "Ann Lee"};
+        const long long other = site.message(row);
+        const long long id = site.message(row);
+        gw.boxes().answer(answer);
+        messagePopUp(id)->cmdDeleteMsg->click();
+        QCOMPARE(standing<frmNewMessagesAlert>().size(), stays);
+        const QString categoryOf = "SELECT Category FROM MessagesTable WHERE MessageID = %1";
+        QCOMPARE(site.value(categoryOf.arg(id)), category);
+        QCOMPARE(site.value(categoryOf.arg(other)), "New");
+        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), counter);
+    }
+
+    // Delete Alert stops this person following the one shown, in the table and on
+    // the board's list; other followers and followed people stay.
+    void deleteStatusAlert()
     {
         TestGateways gw;
-        for (QWidget* popUp : QList<QWidget*>{subPopUpForNewMessagesAlert("S", gw.clock().now(), 1, "B"),
-                                              subPopUpForStatusAlert("Ann Lee", 46000.5, "Out")}) {
-            for (QWidget* control : popUp->findChildren<QWidget*>()) {
-                if (qobject_cast<QAbstractButton*>(control) || qobject_cast<QScrollBar*>(control)) {
-                    QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
-                }
-            }
-        }
+        TempSite site;
+        site.person("Ann Lee").person("Bob Ray").person("Cy Dee").makeCurrent();
+        site.tracking("Ann Lee", "Bob Ray").tracking("Ann Lee", "Cy Dee").tracking("Cy Dee", "Bob Ray");
+        gRun.gstrDefaultUser = "Ann Lee";
+        QWidget board;
+        board.setObjectName("frmMain");
+        auto* list = new QTreeWidget(&board);
+        list->setObjectName("lstWhoAmITracking");
+        list->addTopLevelItems({new QTreeWidgetItem({"Bob Ray"}), new QTreeWidgetItem({"Cy Dee"})});
+        statusPopUp("Bob Ray")->cmdDeleteStatusAlert->click();
+        QCOMPARE(site.value("SELECT Trackee FROM EmployeeStatusTracking WHERE Tracker = \"Ann Lee\""), "Cy Dee");
+        QCOMPARE(site.value("SELECT Count(*) FROM EmployeeStatusTracking"), "2");
+        QCOMPARE(list->topLevelItemCount(), 1);
+        QCOMPARE(list->topLevelItem(0)->text(0), "Cy Dee");
+        QCOMPARE(standing<frmStatusChangeAlert>().size(), 0);
     }
 };
 
