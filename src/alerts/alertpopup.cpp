@@ -10,7 +10,7 @@
 #include <QScrollBar>
 
 AlertPopUp::AlertPopUp(const QString& pauseTimerName, const QString& playSoundName, int scrollBarStart)
-    : QWidget(nullptr, Qt::Window | Qt::WindowStaysOnTopHint), chkPlaySound(new QCheckBox(this)),
+    : QWidget(nullptr, Qt::Window), chkPlaySound(new QCheckBox(this)),
       scrTransparancy(new QScrollBar(Qt::Horizontal, this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
