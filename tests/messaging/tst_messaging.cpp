@@ -255,7 +255,8 @@ private slots:
             << QList<Arrival>{{0, -1, kMe, "Read", -1}, {0, -1, kMe, "Forward", -1}, {1, 0.5, "Bob Ray", "New", -1}};
         QTest::newRow("sent between looks pops at the next")
             << QList<Arrival>{{1, 0.5, kMe, "New", 1}, {2, 1.5, kMe, "New", 2}};
-        QTest::newRow("sender's clock behind the limit") << QList<Arrival>{{1, -0.5, kMe, "New", -1}};
+        QTest::newRow("sent at or behind the limit")
+            << QList<Arrival>{{1, -0.5, kMe, "New", -1}, {1, 0, kMe, "New", -1}};
     }
     void watcherPopsEachMessageOnce()
     {
@@ -285,6 +286,16 @@ private slots:
             QCOMPARE(watcher.strLastCheckedForNewMessages(), dao::sqlNumber(platform::DateTimeNum(platform::Now())));
             f.gw.clock().advance(60000);
         }
+    }
+
+    // The limit moves before the query: a failed look has moved it all the same.
+    void failedLookMovesTheLimit()
+    {
+        Fixture f;
+        NewMessageWatcher watcher;
+        QVERIFY(f.site.rawExec("ALTER TABLE MessagesTable RENAME TO Gone"));
+        QVERIFY_THROWS_EXCEPTION(VbError, watcher.fnCheckForNewMessages(kMe));
+        QCOMPARE(watcher.strLastCheckedForNewMessages(), dao::sqlNumber(platform::DateTimeNum(platform::Now())));
     }
 };
 
