@@ -5,7 +5,7 @@
 #include "kernel/globals.h"
 #include "messaging/messagestore.h"
 #include "messaging/newmessagewatcher.h"
-#include "messaging/quotedblock.h"
+#include "messaging/storedmessage.h"
 #include "platform/clock.h"
 #include "tempsite.h"
 #include "testgateways.h"
@@ -61,9 +61,9 @@ struct Fixture
     {
         return database::readCounter(*site.openDb(), QStringLiteral("Counter"));
     }
-    long long add(const QString& owner, const QString& category, double sent, const QString& subject = {})
+    long long add(const QString& owner, const QString& category, double sent)
     {
-        return site.message({owner, category, QStringLiteral("Bob Ray"), {}, owner, subject, {}, sent});
+        return site.message({owner, category, QStringLiteral("Bob Ray"), {}, owner, {}, {}, sent});
     }
 };
 
@@ -244,6 +244,40 @@ private slots:
                  QStringList({"Bob Ray", "", "FW: RE: Van", block + "   - End-----\r\n"}));
     }
 
+    void viewShowsTheDatesOfItsCategory_data()
+    {
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QString>("line"); // "-" for a line left as it was
+        const QString sent = "3/4/2026 7:08:09 AM", last = "3/5/2026 6:00:00 PM", gap = QString(22, ' ');
+        QTest::newRow("Sent") << "Sent"
+                              << "-";
+        QTest::newRow("New") << "New"
+                             << "Sent: " + sent;
+        QTest::newRow("Read") << "Read"
+                              << "Original Sent: " + sent + gap + "Last Read :" + last;
+        QTest::newRow("Reply") << "Reply"
+                               << "Original Sent: " + sent + gap + "Last Replied :" + last;
+        QTest::newRow("Forward") << "Forward"
+                                 << "Original Sent: " + sent + gap + "Last Forward :" + last;
+        QTest::newRow("Draft") << "Draft"
+                               << "Last Saved: " + last;
+        QTest::newRow("Deleted") << "Deleted"
+                                 << "Deleted: " + last;
+        QTest::newRow("Forwarded") << "Forwarded"
+                                   << "Original Sent: " + sent + " - Last Forwaded: " + last;
+    }
+    void viewShowsTheDatesOfItsCategory()
+    {
+        QFETCH(QString, category);
+        QFETCH(QString, line);
+        const TestGateways gw; // the en_US locale
+        StoredMessage m;
+        m.category = category;
+        m.sent = platform::DateTimeNum(QDateTime(QDate(2026, 3, 4), QTime(7, 8, 9)));
+        m.lastUsed = platform::DateTimeNum(QDateTime(QDate(2026, 3, 5), QTime(18, 0)));
+        QCOMPARE(fnLastUsedLine(m).value_or("-"), line);
+    }
+
     // Three looks, a minute apart; each message joins the table before one of
     // them, sent at a minute offset from the first look.
     void watcherPopsEachMessageOnce_data()
@@ -283,6 +317,18 @@ private slots:
                 popped << alert.id;
             }
             QCOMPARE(popped, expected);
+            // The pane lists every copy still "New" of the person, whatever its age.
+            QList<long long> pane, stillNew;
+            for (const StoredMessage& m : fnReadPaneMessages(kMe)) {
+                pane << m.id;
+            }
+            for (const auto& [i, id] : ids.asKeyValueRange()) {
+                if (arrivals[i].owner == kMe && arrivals[i].category == "New") {
+                    stillNew << id;
+                }
+            }
+            std::sort(stillNew.begin(), stillNew.end());
+            QCOMPARE(pane, stillNew);
             QCOMPARE(watcher.strLastCheckedForNewMessages(), dao::sqlNumber(platform::DateTimeNum(platform::Now())));
             f.gw.clock().advance(60000);
         }

@@ -1,7 +1,9 @@
 #pragma once
-// A stored copy read back, and the fields of a reply or a forward built from it:
-// the new text goes above a quoted block of the original.
+// A stored copy read back: the line of dates its view shows, and the fields of a
+// reply or a forward built from it, the new text above a quoted block of the
+// original. Also the board pane's list of copies still "New".
 
+#include <QList>
 #include <QString>
 #include <optional>
 
@@ -25,6 +27,10 @@ struct StoredMessage
 // The copy by its MessageID; nothing when the row is gone.
 std::optional<StoredMessage> fnReadMessage(long long id);
 
+// The line of dates (lblLastUsed) of a viewed copy by its category; nothing
+// where the line stays as it was ("Sent" and categories it does not know).
+std::optional<QString> fnLastUsedLine(const StoredMessage& message);
+
 // The fields of frmMessage for a reply or a forward.
 struct ComposeFields
 {
@@ -43,5 +49,9 @@ ComposeFields fnForwardFields(const StoredMessage& original, const QString& pers
 // The quoted original: two empty lines first, then the header lines, the body
 // and the closing line ending in endLine.
 QString fnQuotedBlock(const StoredMessage& original, const QString& endLine);
+
+// The "New" copies addressed to the person, whatever their age, as the pane on
+// the board lists them.
+QList<StoredMessage> fnReadPaneMessages(const QString& person);
 
 } // namespace messaging
