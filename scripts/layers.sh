@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails when a source folder includes a header of a folder above it. The layers,
 # lowest first; a folder may include its own layer and the ones below it:
-#   platform < dao < kernel < database < status < platform/gui < the screens the board
+#   platform < dao < kernel < database < status, messaging < platform/gui < the screens the board
 #   opens < board < start, admin < board/tools
 set -euo pipefail
 cd "$(dirname "$0")/../src"
@@ -12,9 +12,9 @@ rank() {
     dao) echo 1 ;;
     kernel) echo 2 ;;
     database) echo 3 ;;
-    status) echo 4 ;;
+    status | messaging) echo 4 ;;
     platform/gui) echo 5 ;;
-    statusscreens | messaging | alerts | presence | servers | users | options | reports | side) echo 6 ;;
+    statusscreens | alerts | presence | servers | users | options | reports | side) echo 6 ;;
     board) echo 7 ;;
     start | admin) echo 8 ;;
     board/tools) echo 9 ;;

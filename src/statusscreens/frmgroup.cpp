@@ -184,6 +184,11 @@ frmGroup::frmGroup(QWidget* parent)
     comboStatusTypes->lineEdit()->installEventFilter(this);
 }
 
+frmGroup::~frmGroup()
+{
+    hideForTeardown(this);
+}
+
 void frmGroup::showModal(QWidget* parent)
 {
     frmGroup screen(parent);

@@ -23,6 +23,7 @@ class frmGroup : public QDialog
 
 public:
     explicit frmGroup(QWidget* parent = nullptr);
+    ~frmGroup() override;
 
     // Loads the screen and shows it modally; returns when it is unloaded.
     static void showModal(QWidget* parent);

@@ -138,6 +138,11 @@ frmStatus::frmStatus(QWidget* parent)
     onFocusOut(txtChangeFieldValue, [this] { txtChangeFieldValue_LostFocus(); });
 }
 
+frmStatus::~frmStatus()
+{
+    hideForTeardown(this);
+}
+
 void frmStatus::showModal(QWidget* parent)
 {
     frmStatus screen(parent);

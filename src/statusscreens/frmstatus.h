@@ -20,6 +20,7 @@ class frmStatus : public QDialog
 
 public:
     explicit frmStatus(QWidget* parent = nullptr);
+    ~frmStatus() override;
 
     // Loads the screen and shows it modally; returns when it is unloaded.
     static void showModal(QWidget* parent);

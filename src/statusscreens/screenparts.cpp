@@ -182,4 +182,12 @@ QString plainCaption(const QString& caption)
         .replace(QLatin1Char('\x01'), QLatin1Char('&'));
 }
 
+void hideForTeardown(QDialog* screen)
+{
+    for (QWidget* child : screen->findChildren<QWidget*>()) {
+        child->blockSignals(true);
+    }
+    screen->hide();
+}
+
 } // namespace statusscreens

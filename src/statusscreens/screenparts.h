@@ -58,6 +58,10 @@ void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column);
 
 // The middle of the display the screen is on.
 void centreOnScreen(QDialog* screen);
+// Hides the screen while it is still whole, its boxes silent: QDialog's own
+// destructor would hide it later, and a box losing the focus then would call
+// back into a screen already taken apart. Screens call it from their destructor.
+void hideForTeardown(QDialog* screen);
 // The label's text without the ampersand of its access key: an accessible name.
 QString plainCaption(const QString& caption);
 
