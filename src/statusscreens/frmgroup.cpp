@@ -26,7 +26,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QStyleOptionButton>
 #include <QTableWidget>
@@ -144,35 +143,21 @@ frmGroup::frmGroup(QWidget* parent)
     txtComment->setAccessibleName(lblComment->text());
     msFlexGridGroupChange->setAccessibleName(lblCustomFields->text());
     txtGroupChangeFieldValue->setAccessibleName(QStringLiteral("Change all To:"));
-    for (QPushButton* button : {cmdOk, cmdCancel, cmdHelp}) {
-        button->setAccessibleName(plainCaption(button->text()));
-    }
     lblSelectStatus1->setBuddy(comboStatusTypes);
     lblSelectComment1->setBuddy(ComboDueBack);
     lblComment->setBuddy(txtComment);
 
-    auto* layout = new QGridLayout(this);
-    int line = 0;
-    for (QWidget* widget : std::initializer_list<QWidget*>{lblSelectStatus1, comboStatusTypes, lblSelectComment1,
-                                                           ComboDueBack, lblComment, txtComment, lblCustomFields,
-                                                           msFlexGridGroupChange, lblWarning1, lblWarning2}) {
-        layout->addWidget(widget, line++, 0);
-    }
-    auto* buttons = new QVBoxLayout;
-    buttons->addWidget(cmdOk);
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdHelp);
-    buttons->addStretch();
-    layout->addLayout(buttons, 0, 1, line, 1);
-    layout->addWidget(StatusBarGroupChange, line, 0, 1, 2);
+    QGridLayout* layout =
+        frameScreen(this,
+                    {lblSelectStatus1, comboStatusTypes, lblSelectComment1, ComboDueBack, lblComment, txtComment,
+                     lblCustomFields, msFlexGridGroupChange, lblWarning1, lblWarning2},
+                    {cmdOk, cmdCancel, cmdHelp, [this] { cmdOk_Click(); }, [this] { cmdCancel_Click(); },
+                     [this] {
+                         cmdHelp_Click();
+                     }});
+    layout->addWidget(StatusBarGroupChange, layout->rowCount(), 0, 1, 2);
     setMinimumWidth(480);
 
-    cmdOk->setDefault(true);
-    connect(cmdOk, &QPushButton::clicked, this, &frmGroup::cmdOk_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmGroup::cmdCancel_Click);
-    connect(cmdHelp, &QPushButton::clicked, this, &frmGroup::cmdHelp_Click);
-    // F1 anywhere on the screen opens its help topic, as the Help button does.
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmGroup::cmdHelp_Click);
     connect(msFlexGridGroupChange, &QTableWidget::cellClicked, this, &frmGroup::msFlexGridGroupChange_Click);
     onCellKey(msFlexGridGroupChange, [this](int row, int column) { msFlexGridGroupChange_Click(row, column); });
     connect(msFlexGridGroupChange, &QTableWidget::currentCellChanged, this,

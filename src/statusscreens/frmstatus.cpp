@@ -17,13 +17,11 @@
 #include "statusscreens/screenparts.h"
 
 #include <QComboBox>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTableWidget>
 
 using namespace platform;
@@ -98,39 +96,19 @@ frmStatus::frmStatus(QWidget* parent)
     txtComment->setAccessibleName(lblComment->text());
     msFlexGridChange->setAccessibleName(lblCustomFieldsCYS->text());
     txtChangeFieldValue->setAccessibleName(QStringLiteral("Value"));
-    for (QPushButton* button : {cmdOk, cmdCancel, cmdHelp}) {
-        button->setAccessibleName(plainCaption(button->text()));
-    }
     lblSelectStatus1->setBuddy(comboStatusTypes);
     lblSelectComment1->setBuddy(ComboDueBack);
     lblComment->setBuddy(txtComment);
 
-    auto* layout = new QGridLayout(this);
-    layout->addWidget(lblSelectStatus1, 0, 0);
-    layout->addWidget(lblSelectStatus2, 1, 0);
-    layout->addWidget(comboStatusTypes, 2, 0);
-    layout->addWidget(lblSelectComment1, 3, 0);
-    layout->addWidget(lblSelectComment2, 4, 0);
-    layout->addWidget(ComboDueBack, 5, 0);
-    layout->addWidget(lblComment, 6, 0);
-    layout->addWidget(txtComment, 7, 0);
-    layout->addWidget(lblCustomFieldsCYS, 8, 0);
-    layout->addWidget(msFlexGridChange, 9, 0);
-    layout->addWidget(lblWarning, 10, 0);
-    auto* buttons = new QVBoxLayout;
-    buttons->addWidget(cmdOk);
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdHelp);
-    buttons->addStretch();
-    layout->addLayout(buttons, 0, 1, 11, 1);
+    frameScreen(this,
+                {lblSelectStatus1, lblSelectStatus2, comboStatusTypes, lblSelectComment1, lblSelectComment2,
+                 ComboDueBack, lblComment, txtComment, lblCustomFieldsCYS, msFlexGridChange, lblWarning},
+                {cmdOk, cmdCancel, cmdHelp, [this] { cmdOk_Click(); }, [this] { cmdCancel_Click(); },
+                 [this] {
+                     cmdHelp_Click();
+                 }});
     setMinimumWidth(440);
 
-    cmdOk->setDefault(true);
-    connect(cmdOk, &QPushButton::clicked, this, &frmStatus::cmdOk_Click);
-    connect(cmdCancel, &QPushButton::clicked, this, &frmStatus::cmdCancel_Click);
-    connect(cmdHelp, &QPushButton::clicked, this, &frmStatus::cmdHelp_Click);
-    // F1 anywhere on the screen opens its help topic, as the Help button does.
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &frmStatus::cmdHelp_Click);
     connect(msFlexGridChange, &QTableWidget::cellClicked, this, &frmStatus::msFlexGridChange_Click);
     onCellKey(msFlexGridChange, [this](int row, int column) { msFlexGridChange_Click(row, column); });
     // Moving to another cell while an edit is open ends the edit.

@@ -4,12 +4,16 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QTableWidget>
+#include <QVBoxLayout>
 
 namespace statusscreens {
 
@@ -180,6 +184,28 @@ QString plainCaption(const QString& caption)
     return plain.replace(QLatin1String("&&"), QLatin1String("\x01"))
         .remove(QLatin1Char('&'))
         .replace(QLatin1Char('\x01'), QLatin1Char('&'));
+}
+
+QGridLayout* frameScreen(QDialog* screen, std::initializer_list<QWidget*> column, const ScreenButtons& buttons)
+{
+    auto* layout = new QGridLayout(screen);
+    int line = 0;
+    for (QWidget* widget : column) {
+        layout->addWidget(widget, line++, 0);
+    }
+    auto* stack = new QVBoxLayout;
+    for (QPushButton* button : {buttons.ok, buttons.cancel, buttons.help}) {
+        button->setAccessibleName(plainCaption(button->text()));
+        stack->addWidget(button);
+    }
+    stack->addStretch();
+    layout->addLayout(stack, 0, 1, line, 1);
+    buttons.ok->setDefault(true);
+    QObject::connect(buttons.ok, &QPushButton::clicked, screen, buttons.onOk);
+    QObject::connect(buttons.cancel, &QPushButton::clicked, screen, buttons.onCancel);
+    QObject::connect(buttons.help, &QPushButton::clicked, screen, buttons.onHelp);
+    QObject::connect(new QShortcut(QKeySequence(Qt::Key_F1), screen), &QShortcut::activated, screen, buttons.onHelp);
+    return layout;
 }
 
 void hideForTeardown(QDialog* screen)

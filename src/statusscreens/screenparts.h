@@ -8,7 +8,9 @@
 #include <QString>
 #include <functional>
 
+class QGridLayout;
 class QLineEdit;
+class QPushButton;
 class QTableWidget;
 class QWidget;
 class QDialog;
@@ -64,5 +66,18 @@ void centreOnScreen(QDialog* screen);
 void hideForTeardown(QDialog* screen);
 // The label's text without the ampersand of its access key: an accessible name.
 QString plainCaption(const QString& caption);
+
+// The frame both screens share: the controls one under the other, OK, Cancel and
+// Help down the right (named for screen readers by their captions, OK the
+// default), F1 anywhere as Help. Returns the layout; its row count is the
+// number of controls.
+struct ScreenButtons
+{
+    QPushButton* ok;
+    QPushButton* cancel;
+    QPushButton* help;
+    std::function<void()> onOk, onCancel, onHelp;
+};
+QGridLayout* frameScreen(QDialog* screen, std::initializer_list<QWidget*> column, const ScreenButtons& buttons);
 
 } // namespace statusscreens
