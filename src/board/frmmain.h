@@ -11,6 +11,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -205,6 +206,7 @@ private:
     void selectRow(QTreeWidgetItem* row);
     void forgetRows();
     void flushGroups();
+    void showScreen(const std::function<void()>& show); // a screen of its own, modal (frmmain_commands.cpp)
 
     QString mstrLastGroupShown;
     columns::Snapshot m_columnSnapshot; // each column's place and width after the last rebuild

@@ -232,20 +232,24 @@ void frmMain::subCommand_Group()
     showGroupScreen();
 }
 
-// After a screen of its own the board asks for the focus back, so that its
-// Activate brings the list up to date even where no window manager returns it.
-void frmMain::showStatusScreen()
+// A screen of its own: the tray icon goes first, the screen is modal, and after
+// it the board asks for the focus back, so that its Activate brings the list up
+// to date even where no window manager returns the focus.
+void frmMain::showScreen(const std::function<void()>& show)
 {
     subUnloadSysTrayIcon();
-    frmStatus::showModal(this);
+    show();
     activateWindow();
+}
+
+void frmMain::showStatusScreen()
+{
+    showScreen([this] { frmStatus::showModal(this); });
 }
 
 void frmMain::showGroupScreen()
 {
-    subUnloadSysTrayIcon();
-    frmGroup::showModal(this);
-    activateWindow();
+    showScreen([this] { frmGroup::showModal(this); });
 }
 
 // A manual refresh leaves the countdown to the next automatic one alone.
@@ -294,12 +298,12 @@ void frmMain::subCommand_QUIL()
 // The tray icon comes back, as the person now chose, with the next Activate.
 void frmMain::subCommand_Options()
 {
-    subUnloadSysTrayIcon();
-    frmOptions options(this);
-    options.exec();
-    subTaskBarSysTrayActivation();
-    subRefreshUserList(QString());
-    activateWindow();
+    showScreen([this] {
+        frmOptions options(this);
+        options.exec();
+        subTaskBarSysTrayActivation();
+        subRefreshUserList(QString());
+    });
 }
 
 // The print screen comes with the reports; the board is refreshed after it.
