@@ -2,7 +2,7 @@
 # Fails when a source folder includes a header of a folder above it. The layers,
 # lowest first; a folder may include its own layer and the ones below it:
 #   platform < dao < kernel < database < status, messaging < platform/gui < the screens the board
-#   opens < board < start, admin < board/tools
+#   opens (messaging/gui holds the message screens) < board < start, admin < board/tools
 set -euo pipefail
 cd "$(dirname "$0")/../src"
 
@@ -14,7 +14,7 @@ rank() {
     database) echo 3 ;;
     status | messaging) echo 4 ;;
     platform/gui) echo 5 ;;
-    statusscreens | alerts | presence | servers | users | options | reports | side) echo 6 ;;
+    statusscreens | messaging/gui | alerts | presence | servers | users | options | reports | side) echo 6 ;;
     board) echo 7 ;;
     start | admin) echo 8 ;;
     board/tools) echo 9 ;;

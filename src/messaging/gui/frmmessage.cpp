@@ -1,0 +1,7 @@
+#include "messaging/gui/messagescreens.h"
+
+QString gstrMessageAction;
+
+void subOpenMessage(QWidget*, long long)
+{
+}

@@ -1,0 +1,5 @@
+#include "messaging/gui/messagescreens.h"
+
+void MessagesToSelectionInitialize(QWidget*, const QString&, std::function<void(const QString&)>)
+{
+}

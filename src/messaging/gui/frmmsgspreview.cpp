@@ -1,0 +1,9 @@
+#include "messaging/gui/messagescreens.h"
+
+void subShowMsgsPreview()
+{
+}
+
+void subRefreshMsgsPreviewIfVisible()
+{
+}
