@@ -153,7 +153,7 @@ void frmMain::buildMenus()
     entry(mnuMessagesMenu, mnuMessagesNew, "mnuMessagesNew", QStringLiteral("&New Message..."),
           &frmMain::subCommand_NewMessage);
     entry(mnuMessagesMenu, mnuMessages, "mnuMessages", QStringLiteral("Pre&view Messages..."),
-          &frmMain::subCommand_Messages);
+          &frmMain::mnuMessages_Click);
 
     mnuWebActions = menuBar()->addMenu(QStringLiteral("&Web Site"));
     mnuWebActions->setObjectName(QStringLiteral("mnuWebActions"));
@@ -273,16 +273,6 @@ void frmMain::subCommand_Home()
     subSetToolBarRights();
     subResizeControls();
     subRefreshUserList(QString());
-}
-
-// Composing a message comes with messaging.
-void frmMain::subCommand_NewMessage()
-{
-}
-
-// The Preview Messages screen comes with messaging.
-void frmMain::subCommand_Messages()
-{
 }
 
 // Mail to the selected people comes with the mail link.

@@ -48,16 +48,6 @@ private:
     std::function<void(QEvent*)> m_action;
 };
 
-void hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> action)
-{
-    if (type == QEvent::MouseMove) {
-        widget->setMouseTracking(true);
-    }
-    auto* eventHook = new EventHook(widget, type, std::move(action));
-    eventHook->setObjectName(QLatin1String(frmMain::kEventHookName));
-    widget->installEventFilter(eventHook);
-}
-
 QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text)
 {
     auto* node = parent ? new QTreeWidgetItem(parent, {text}) : new QTreeWidgetItem({text});
@@ -73,6 +63,16 @@ void setBold(QTreeWidgetItem* node, bool bold)
 }
 
 } // namespace
+
+void frmMain::hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> action)
+{
+    if (type == QEvent::MouseMove) {
+        widget->setMouseTracking(true);
+    }
+    auto* eventHook = new EventHook(widget, type, std::move(action));
+    eventHook->setObjectName(QLatin1String(frmMain::kEventHookName));
+    widget->installEventFilter(eventHook);
+}
 
 void frmMain::initListAndGroups()
 {

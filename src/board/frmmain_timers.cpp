@@ -59,9 +59,9 @@ void frmMain::Form_Deactivate()
     TimerMain.stop();
 }
 
-// The new-message look comes with messaging; until then the tick keeps its rhythm only.
 void frmMain::tmrCheckForNewMessages_Timer()
 {
+    subCheckForNewMessages();
     settleAtOneMinute(tmrCheckForNewMessages);
 }
 
