@@ -39,6 +39,8 @@ TestGateways::TestGateways(const QDateTime& start) : m_savedLocale(QLocale())
                                                                    QStringLiteral("10.0.0.5")),
                          [](auto p) { platform::setIdentity(std::move(p)); });
     m_shell = install(std::make_unique<platform::RecordingShell>(), [](auto p) { platform::setShell(std::move(p)); });
+    m_presence = install(std::make_unique<platform::ScriptedPresence>(),
+                         [](auto p) { platform::setPresence(std::move(p)); });
     platform::setProcessControl(std::make_unique<ThrowingProcessControl>());
 }
 
@@ -48,6 +50,7 @@ TestGateways::~TestGateways()
     platform::setClock(nullptr);
     platform::setIdentity(nullptr);
     platform::setShell(nullptr);
+    platform::setPresence(nullptr);
     platform::setProcessControl(nullptr);
     platform::clearAtEnd();
     platform::setAppTitle(QString());
@@ -74,6 +77,11 @@ platform::FixedIdentity& TestGateways::identity()
 platform::RecordingShell& TestGateways::shell()
 {
     return *m_shell;
+}
+
+platform::ScriptedPresence& TestGateways::presence()
+{
+    return *m_presence;
 }
 
 std::optional<int> TestGateways::endCodeOf(const std::function<void()>& fn)
