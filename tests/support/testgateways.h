@@ -10,10 +10,11 @@
 // The fakes: scripted message boxes, a clock standing at 2026-11-22 09:30:00 local
 // time until moved or slept on, the identity "jo" on "DESK-07" at 10.0.0.5, a shell
 // that records, a desk with no screen saver and no lock until told, and an End
-// that throws platform::EndOfRun instead of exiting. The default locale is en_US while the
-// object lives, so formatted dates do not depend on the machine. The destructor puts the real gateways, the locale and
-// the start values back. One at a time: do not nest them, and do not install
-// other gateways over these while the object lives.
+// that throws platform::EndOfRun instead of exiting. The default locale is en_US
+// while the object lives, so formatted dates do not depend on the machine. The
+// destructor puts the real gateways, the locale and the start values back. One
+// at a time: do not nest them, and do not install other gateways over these
+// while the object lives.
 
 #include "platform/clock.h"
 #include "platform/identity.h"
