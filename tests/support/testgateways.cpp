@@ -39,8 +39,8 @@ TestGateways::TestGateways(const QDateTime& start) : m_savedLocale(QLocale())
                                                                    QStringLiteral("10.0.0.5")),
                          [](auto p) { platform::setIdentity(std::move(p)); });
     m_shell = install(std::make_unique<platform::RecordingShell>(), [](auto p) { platform::setShell(std::move(p)); });
-    m_presence = install(std::make_unique<platform::ScriptedPresence>(),
-                         [](auto p) { platform::setPresence(std::move(p)); });
+    m_presence =
+        install(std::make_unique<platform::ScriptedPresence>(), [](auto p) { platform::setPresence(std::move(p)); });
     platform::setProcessControl(std::make_unique<ThrowingProcessControl>());
 }
 

@@ -1,8 +1,10 @@
 #include "platform/gui/guigateways.h"
 
+#include "platform/gui/dbuspresence.h"
 #include "platform/gui/qtmessageboxes.h"
 #include "platform/gui/qtshell.h"
 #include "platform/msgbox.h"
+#include "platform/presence.h"
 #include "platform/shell.h"
 
 namespace platform {
@@ -18,6 +20,7 @@ void installGuiGateways()
     } else {
         setShell(std::make_unique<QtShell>());
     }
+    setPresence(std::make_unique<DBusPresence>());
 }
 
 } // namespace platform
