@@ -1,0 +1,319 @@
+// Presence read over D-Bus, against fake desktops on two private buses started
+// here (one plays the session bus, the other the system bus with logind). The
+// fakes answer in this thread: the client never waits on a reply, so they can.
+
+#include "platform/gui/dbuspresence.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+using platform::DBusPresence;
+
+namespace {
+
+const QString kGnome = QStringLiteral("org.gnome.ScreenSaver");
+const QString kFreedesktop = QStringLiteral("org.freedesktop.ScreenSaver");
+const QString kLogin1 = QStringLiteral("org.freedesktop.login1");
+const QString kSession = QStringLiteral("org.freedesktop.login1.Session");
+const QString kSessionPath = QStringLiteral("/org/freedesktop/login1/session/_32");
+constexpr int kNever = 600000; // no re-ask while a test runs: only signals and watchers count
+
+QDBusConnection connectTo(const QString& address)
+{
+    static int count = 0;
+    return QDBusConnection::connectToBus(address, QStringLiteral("tst-%1").arg(++count));
+}
+
+// Desktop services on a connection of their own, every path answered by this one
+// object. Screen savers answer GetActive with `active`; logind hands out
+// kSessionPath and reads `active` as LockedHint. Every call is recorded.
+class FakeDesktop : public QDBusVirtualObject
+{
+public:
+    FakeDesktop(const QString& address, const QStringList& services) : m_bus(connectTo(address)), m_services(services)
+    {
+        m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
+        for (const QString& service : services) {
+            m_bus.registerService(service);
+        }
+    }
+    ~FakeDesktop() override
+    {
+        QDBusConnection::disconnectFromBus(m_bus.name());
+    }
+    QString introspect(const QString&) const override
+    {
+        return {};
+    }
+    bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override
+    {
+        QStringList arguments;
+        for (const QVariant& a : call.arguments()) {
+            arguments << QLatin1Char('"') + a.toString() + QLatin1Char('"');
+        }
+        calls << call.interface() + QLatin1Char('.') + call.member() + '(' + arguments.join(',') + ')';
+        const QString member = call.member();
+        if (silent) {
+            return true; // never answers: the caller's call times out
+        }
+        if (call.interface() == notSupported || (member == QLatin1String("Lock") && refuseLock) ||
+            (member == QLatin1String("GetSession") && call.arguments().value(0) != sessionId)) {
+            bus.send(call.createErrorReply(QDBusError::NotSupported, QStringLiteral("not here")));
+        } else if (member == QLatin1String("GetSession")) {
+            bus.send(call.createReply(QVariant::fromValue(QDBusObjectPath(kSessionPath))));
+        } else if (member == QLatin1String("Get")) {
+            bus.send(call.createReply(QVariant::fromValue(QDBusVariant(active))));
+        } else {
+            bus.send(call.createReply(member == QLatin1String("GetActive") ? QVariantList{active} : QVariantList{}));
+        }
+        return true;
+    }
+    // The change signal, leaving the answer to questions as it was.
+    void signalActive(bool value)
+    {
+        for (const QString& service : m_services) {
+            QString path = QLatin1Char('/') + QString(service).replace('.', '/');
+            QDBusMessage change =
+                service == kLogin1
+                    ? QDBusMessage::createSignal(kSessionPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                 QStringLiteral("PropertiesChanged"))
+                    : QDBusMessage::createSignal(path, service, QStringLiteral("ActiveChanged"));
+            change.setArguments(service == kLogin1
+                                    ? QVariantList{kSession, QVariantMap{{"LockedHint", value}}, QStringList()}
+                                    : QVariantList{value});
+            m_bus.send(change);
+        }
+    }
+    QStringList callsOf(const QString& member) const
+    {
+        return calls.filter(QLatin1Char('.') + member + QLatin1Char('('));
+    }
+
+    bool active = true;
+    bool silent = false;
+    bool refuseLock = false;
+    QString notSupported;                       // the interface that answers NotSupported (GNOME's proxy)
+    QString sessionId = QStringLiteral("auto"); // the only GetSession argument logind knows
+    QStringList calls;                          // "interface.Member("arg",...)"
+
+private:
+    QDBusConnection m_bus;
+    QStringList m_services;
+};
+
+} // namespace
+
+class TestPresence : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QProcess m_sessionDaemon;
+    QProcess m_systemDaemon;
+    QString m_session;
+    QString m_system;
+
+    QString startBus(QProcess& daemon)
+    {
+        daemon.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + m_dir.filePath("bus.conf"),
+                                                     QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+        if (!daemon.waitForReadyRead(5000)) {
+            return {};
+        }
+        return QString::fromUtf8(daemon.readLine()).trimmed();
+    }
+
+    std::unique_ptr<DBusPresence> presenceOn(const QString& session, const QString& system, int reaskMs = kNever)
+    {
+        return std::make_unique<DBusPresence>(connectTo(session), connectTo(system), reaskMs);
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QFile config(m_dir.filePath("bus.conf"));
+        QVERIFY(config.open(QIODevice::WriteOnly));
+        config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>"
+                     "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+                     "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>");
+        config.close();
+        m_session = startBus(m_sessionDaemon);
+        m_system = startBus(m_systemDaemon);
+        if (m_session.isEmpty() || m_system.isEmpty()) {
+            QSKIP("dbus-daemon cannot start here");
+        }
+    }
+
+    void cleanupTestCase()
+    {
+        for (QProcess* daemon : {&m_sessionDaemon, &m_systemDaemon}) {
+            daemon->kill();
+            daemon->waitForFinished();
+        }
+    }
+
+    void screenSaverOfEachDesktop_data()
+    {
+        QTest::addColumn<QStringList>("services");
+        QTest::addColumn<QString>("notSupported");
+        QTest::addColumn<bool>("locked"); // while the saver is active
+        QTest::addColumn<QString>("lockCall");
+        const QString mate = QStringLiteral("org.mate.ScreenSaver");
+        const QString cinnamon = QStringLiteral("org.cinnamon.ScreenSaver");
+        const QString xfce = QStringLiteral("org.xfce.ScreenSaver");
+        QTest::newRow("GNOME, its proxy not supporting")
+            << QStringList{kGnome, kFreedesktop} << kFreedesktop << false << kGnome + ".Lock()";
+        QTest::newRow("Xfce light-locker: blanked")
+            << QStringList{kGnome, kFreedesktop} << QString() << false << kGnome + ".Lock()";
+        QTest::newRow("KDE: locked") << QStringList{kFreedesktop} << QString() << true << kFreedesktop + ".Lock()";
+        QTest::newRow("MATE") << QStringList{mate} << QString() << true << mate + ".Lock()";
+        QTest::newRow("Cinnamon: Lock takes a message")
+            << QStringList{cinnamon} << QString() << true << cinnamon + ".Lock(\"\")";
+        QTest::newRow("xfce4-screensaver") << QStringList{xfce} << QString() << true << xfce + ".Lock()";
+    }
+
+    // The first answer, then the cache following ActiveChanged alone, then a lock
+    // request going to the saver when there is no logind.
+    void screenSaverOfEachDesktop()
+    {
+        QFETCH(QStringList, services);
+        QFETCH(QString, notSupported);
+        QFETCH(bool, locked);
+        QFETCH(QString, lockCall);
+        FakeDesktop desktop(m_session, services);
+        desktop.notSupported = notSupported;
+        auto presence = presenceOn(m_session, m_system);
+        QTRY_VERIFY(presence->screenSaverRunning());
+        QCOMPARE(presence->sessionLocked(), locked);
+        desktop.signalActive(false);
+        QTRY_VERIFY(!presence->screenSaverRunning());
+        QVERIFY(!presence->sessionLocked());
+        desktop.signalActive(true);
+        QTRY_VERIFY(presence->screenSaverRunning());
+        QCOMPARE(presence->sessionLocked(), locked);
+        QVERIFY(presence->requestLock());
+        QTRY_COMPARE(desktop.callsOf("Lock"), QStringList{lockCall});
+    }
+
+    void logind_data()
+    {
+        QTest::addColumn<QString>("sessionId"); // the one GetSession argument logind answers
+        QTest::addColumn<bool>("refuseLock");
+        QTest::addColumn<QString>("saverLockCall");
+        QTest::newRow("auto, logind locks") << "auto" << false << QString();
+        QTest::newRow("XDG_SESSION_ID, logind refuses, the saver locks") << "c7" << true << kGnome + ".Lock()";
+    }
+
+    // LockedHint of the session found, followed by PropertiesChanged; Session.Lock
+    // asked first.
+    void logind()
+    {
+        QFETCH(QString, sessionId);
+        QFETCH(bool, refuseLock);
+        QFETCH(QString, saverLockCall);
+        qputenv("XDG_SESSION_ID", "c7");
+        FakeDesktop saver(m_session, {kGnome});
+        saver.active = false;
+        FakeDesktop login1(m_system, {kLogin1});
+        login1.sessionId = sessionId;
+        login1.refuseLock = refuseLock;
+        auto presence = presenceOn(m_session, m_system);
+        QTRY_VERIFY(presence->sessionLocked());
+        QVERIFY(!presence->screenSaverRunning());
+        login1.signalActive(false);
+        QTRY_VERIFY(!presence->sessionLocked());
+        login1.signalActive(true);
+        QTRY_VERIFY(presence->sessionLocked());
+        QVERIFY(presence->requestLock());
+        QTRY_COMPARE(login1.callsOf("Lock"), QStringList{kSession + ".Lock()"});
+        QTRY_COMPARE(saver.callsOf("Lock"), saverLockCall.isEmpty() ? QStringList() : QStringList{saverLockCall});
+        qunsetenv("XDG_SESSION_ID");
+    }
+
+    void answersAtOnceWithoutADesktop_data()
+    {
+        QTest::addColumn<bool>("buses");
+        QTest::addColumn<bool>("silentDesktop"); // services there that never answer
+        QTest::newRow("no bus") << false << false;
+        QTest::newRow("empty buses") << true << false;
+        QTest::newRow("services that never answer") << true << true;
+    }
+
+    // Asked as often as the board asks, with the desktop asked on every question:
+    // the answers cost nothing, read "not running, not locked", and no lock request
+    // goes out with nobody to take it.
+    void answersAtOnceWithoutADesktop()
+    {
+        QFETCH(bool, buses);
+        QFETCH(bool, silentDesktop);
+        std::unique_ptr<FakeDesktop> saver, login1;
+        if (silentDesktop) {
+            saver = std::make_unique<FakeDesktop>(m_session, QStringList{kGnome, kFreedesktop});
+            login1 = std::make_unique<FakeDesktop>(m_system, QStringList{kLogin1});
+            saver->silent = login1->silent = true;
+        }
+        QElapsedTimer took;
+        took.start();
+        DBusPresence presence(buses ? connectTo(m_session) : QDBusConnection(QStringLiteral("none")),
+                              buses ? connectTo(m_system) : QDBusConnection(QStringLiteral("none")), 0);
+        for (int i = 0; i < 1000; ++i) {
+            QVERIFY(!presence.screenSaverRunning());
+            QVERIFY(!presence.sessionLocked());
+        }
+        QVERIFY2(took.elapsed() < 500, qPrintable(QString::number(took.elapsed())));
+        QTest::qWait(300);
+        QVERIFY(!presence.screenSaverRunning());
+        QVERIFY(!presence.sessionLocked());
+        QVERIFY(!presence.requestLock());
+        if (saver) { // one question at a time, however often the board asks
+            QCOMPARE(saver->callsOf("GetActive").size(), 2);
+            QCOMPARE(login1->callsOf("GetSession").size(), 1);
+        }
+    }
+
+    // A desktop that starts after the client is taken up, and one that leaves
+    // is forgotten, with no re-asking to find them.
+    void desktopStartingLater()
+    {
+        auto presence = presenceOn(m_session, m_system);
+        QTest::qWait(100);
+        auto saver = std::make_unique<FakeDesktop>(m_session, QStringList{kFreedesktop});
+        QTRY_VERIFY(presence->screenSaverRunning());
+        saver.reset();
+        QTRY_VERIFY(!presence->screenSaverRunning());
+        QVERIFY(!presence->sessionLocked());
+        FakeDesktop login1(m_system, {kLogin1});
+        QTRY_VERIFY(presence->sessionLocked());
+    }
+
+    // A changed answer with no signal is found by asking again after the
+    // interval, and not before.
+    void asksAgainAfterTheInterval()
+    {
+        FakeDesktop saver(m_session, {kGnome});
+        saver.active = false;
+        auto presence = presenceOn(m_session, m_system, 400);
+        QTRY_COMPARE(saver.callsOf("GetActive").size(), 1);
+        saver.active = true;
+        QElapsedTimer since;
+        since.start();
+        while (since.elapsed() < 200) {
+            QVERIFY(!presence->screenSaverRunning());
+            QTest::qWait(10);
+        }
+        QCOMPARE(saver.callsOf("GetActive").size(), 1);
+        QTRY_VERIFY(presence->screenSaverRunning());
+        QCOMPARE(saver.callsOf("GetActive").size(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPresence)
+#include "tst_presence.moc"
