@@ -3,6 +3,7 @@
 #include "platform/installed.h"
 
 #include <QProcess>
+#include <cstdio>
 
 namespace platform {
 
@@ -28,6 +29,12 @@ public:
     bool showHelp(const QString& helpFile, int) override
     {
         return QProcess::startDetached(QStringLiteral("xdg-open"), {helpFile});
+    }
+    // The terminal's bell, on standard error.
+    void beep() override
+    {
+        std::fputc('\a', stderr);
+        std::fflush(stderr);
     }
 };
 
@@ -65,6 +72,11 @@ bool RecordingShell::showHelp(const QString& helpFile, int context)
 {
     calls.append(QStringLiteral("help %1 %2").arg(helpFile).arg(context));
     return result;
+}
+
+void RecordingShell::beep()
+{
+    calls.append(QStringLiteral("beep"));
 }
 
 } // namespace platform
