@@ -151,13 +151,17 @@ void frmMessage::subSendMessage()
         break;
     case SendOutcome::EmptyTo: // the To line was tested above
         break;
-    case SendOutcome::Failed:
+    case SendOutcome::Failed: {
+        QStringList names;
+        for (const QString& name : result.notDelivered) {
+            names << (name.trimmed().isEmpty() ? QStringLiteral("(no name)") : name.trimmed());
+        }
         reportFailure(QStringLiteral("frmMessage - ") + procedure, result.failure ? result.failure->number() : 0,
                       result.failure ? result.failure->description() : QString(),
                       QStringLiteral("The message was not sent. These recipients did not get their copy: ") +
-                          result.notDelivered.join(QStringLiteral("; ")) +
-                          QStringLiteral(". Your message is still on the screen."));
+                          names.join(QStringLiteral(", ")) + QStringLiteral(". Your message is still on the screen."));
         break;
+    }
     }
 }
 
