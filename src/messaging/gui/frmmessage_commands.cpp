@@ -55,10 +55,12 @@ void frmMessage::buildToolbar()
         button->setToolTip(QString::fromLatin1(spec.toolTip));
         button->setStatusTip(button->toolTip()); // the status bar names the button under the mouse
         ToolbarNewMessage->addAction(button);
-        // Screen readers name the button by its key, also while it shows no caption.
+        // Screen readers name the button by its key, also while it shows no
+        // caption; Tab reaches it like any other button.
         if (QWidget* widget = ToolbarNewMessage->widgetForAction(button)) {
             widget->setAccessibleName(key);
             widget->setAccessibleDescription(button->toolTip());
+            widget->setFocusPolicy(Qt::TabFocus);
         }
     }
     addToolBar(ToolbarNewMessage);
