@@ -97,11 +97,9 @@ frmMessage::frmMessage(QWidget* parent)
     imgTarget->setAccessibleName(QStringLiteral("Message picture"));
     ToolbarNewMessage->setAccessibleName(QStringLiteral("Message commands"));
     StatusBarNewMessage->setAccessibleName(QStringLiteral("Status"));
-    for (QWidget* text :
-         std::initializer_list<QWidget*>{lblTakenByCaption, lblTakenBy, lblFrom, lblSubject, lblLastUsed, lblTip}) {
-        text->setAccessibleName(plain(static_cast<QLabel*>(text)->text()));
+    for (QLabel* text : {lblTakenByCaption, lblFrom, lblSubject, lblLastUsed, lblTip}) {
+        text->setAccessibleName(plain(text->text()));
     }
-    lblTakenBy->setAccessibleName(lblTakenByCaption->text());
 
     auto* fields = new QGridLayout;
     fields->addWidget(lblTakenByCaption, 0, 0);
