@@ -1,17 +1,19 @@
 // veskor-boardshot: the board of a site as a picture, for the README.
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
-//                    [--options=OPTIONS.png]
+//                    [--options=OPTIONS.png] [--preview=PREVIEW.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws; --status, --group and --options also draw the person's Change YOUR
 // Status screen, the Group Change screen over the list's second and third rows,
-// and the Options screen. The run leaves its marks on the site as any start does (the
-// person is active), so point it at a site made for the purpose.
+// the Options screen, and --preview the Preview Messages screen at its load. The run leaves its marks on the site as
+// any start does (the person is active), so point it at a site made for the purpose.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "messaging/gui/frmmsgspreview.h"
+#include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
@@ -80,7 +82,7 @@ int main(int argc, char* argv[])
     }
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
-                               "[--group=GROUP.png] [--options=OPTIONS.png]\n";
+                               "[--group=GROUP.png] [--options=OPTIONS.png] [--preview=PREVIEW.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -117,6 +119,9 @@ int main(int argc, char* argv[])
             frmOptions options(board);
             options.Form_Load();
             drawn = saveScreen(options, file);
+        } else if (arg.startsWith(QStringLiteral("--preview="))) {
+            subShowMsgsPreview();
+            drawn = saveScreen(*frmMsgsPreview::instance(), file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";

@@ -124,6 +124,10 @@ frmMsgsPreview::frmMsgsPreview(QWidget* parent)
     listMsgsPreview->setSelectionMode(QAbstractItemView::ExtendedSelection);
     listMsgsPreview->setAllColumnsShowFocus(true);
     listMsgsPreview->header()->setStretchLastSection(false);
+    const int widths[kColumns] = {70, 110, 150, 210, 90, 110, 110, 80};
+    for (int column = 0; column < kColumns; ++column) {
+        listMsgsPreview->setColumnWidth(column, widths[column]);
+    }
     listMsgsPreview->viewport()->installEventFilter(this);
     imgPreviewIcon->setPixmap(msgspreview::buttonIcon(QStringLiteral("Preview")).pixmap(32, 32));
     setWindowIcon(msgspreview::buttonIcon(QStringLiteral("Preview")));
@@ -148,14 +152,14 @@ frmMsgsPreview::frmMsgsPreview(QWidget* parent)
     split->addWidget(side);
     split->addWidget(listMsgsPreview);
     split->setStretchFactor(1, 1);
-    split->setSizes({160, 640});
+    split->setSizes({150, 850});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(ToolbarMsgsPreview);
     layout->addWidget(split, 1);
     layout->addWidget(StatusBarMsgsPreview);
-    resize(800, 420);
+    resize(1000, 440);
 
     buildToolbar();
     buildTree();
