@@ -102,11 +102,6 @@ frmMessagesToSelection::frmMessagesToSelection(QWidget* caller, Deliver deliver)
     msgspreview::centreOnScreen(this);
 }
 
-QString frmMessagesToSelection::keyOf(const QTreeWidgetItem* node)
-{
-    return node->data(0, kKeyRole).toString();
-}
-
 void frmMessagesToSelection::initialize(const QString& toLine)
 {
     PopulateIncludeOthersTreeView();

@@ -22,7 +22,7 @@ public:
 
     frmMessagesToSelection(QWidget* caller, Deliver deliver);
 
-    QTreeWidget* tvAvailalbeUsers;
+    QTreeWidget* tvAvailalbeUsers; // each node's key ("R", a group, group "|" name) in Qt::UserRole
     QListWidget* lstIncludeOthers;
     QListWidget* lstIncludeOthersIndividualy; // hidden: every name of the tree once
     QLabel* lblAvailableUsers;
@@ -43,9 +43,6 @@ public:
     void cmdClearIncludeOthers_Click();
     void cmdOK_Click();
     void tvAvailalbeUsers_NodeClick(QTreeWidgetItem* node);
-
-    // The key of a node: "R", a group's name, or the group, "|" and the name.
-    static QString keyOf(const QTreeWidgetItem* node);
 
 private:
     void includeName(const QString& name);

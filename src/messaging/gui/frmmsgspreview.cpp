@@ -163,19 +163,14 @@ frmMsgsPreview::frmMsgsPreview(QWidget* parent)
 
     buildToolbar();
     buildTree();
+    // A node is chosen by the keys or clicked (also when it was chosen already);
+    // a mouse press that moves to a node leaves the load to the click after it.
     connect(TreeViewCategories, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* node) {
-        if (node) {
-            m_nodeJustLoaded = node;
+        if (node && QGuiApplication::mouseButtons() == Qt::NoButton) {
             TreeViewCategories_NodeClick(node);
         }
     });
-    // A click on the node already chosen reads the list again too.
-    connect(TreeViewCategories, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* node) {
-        if (node != m_nodeJustLoaded) {
-            TreeViewCategories_NodeClick(node);
-        }
-        m_nodeJustLoaded = nullptr;
-    });
+    connect(TreeViewCategories, &QTreeWidget::itemClicked, this, &frmMsgsPreview::TreeViewCategories_NodeClick);
     connect(listMsgsPreview, &QTreeWidget::itemSelectionChanged, this, [this] {
         const QList<QTreeWidgetItem*> selected = listMsgsPreview->selectedItems();
         QTreeWidgetItem* clicked = listMsgsPreview->currentItem();

@@ -81,5 +81,4 @@ private:
     void openMessage(const QString& action, long long id);
 
     QString mstrLastSQL;
-    QTreeWidgetItem* m_nodeJustLoaded = nullptr;
 };

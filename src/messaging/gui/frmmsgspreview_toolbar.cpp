@@ -72,6 +72,7 @@ void frmMsgsPreview::buildToolbar()
         ToolbarMsgsPreview->addAction(action);
         if (QWidget* widget = ToolbarMsgsPreview->widgetForAction(action)) {
             widget->setObjectName(key);
+            widget->setFocusPolicy(Qt::TabFocus); // reached by Tab, pressed by the space bar
             widget->setAccessibleName(key);
             widget->setAccessibleDescription(action->toolTip());
         }
