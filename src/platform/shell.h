@@ -27,10 +27,16 @@ public:
 void setShell(std::unique_ptr<Shell> impl); // nullptr: the real one
 Shell& shell();
 
-// Records every request and answers `result`; for tests.
+// Records every request and answers `result`; for tests. Given a log file, each
+// request is also appended to it as a line, so a test can read what a client
+// program it started asked for (the program records instead of acting when
+// VESKOR_SHELL_LOG names such a file).
 class RecordingShell : public Shell
 {
 public:
+    explicit RecordingShell(QString logFile = {}) : m_logFile(std::move(logFile))
+    {
+    }
     bool openUrl(const QString& url) override;
     bool startProgram(const QString& program, const QStringList& arguments) override;
     bool playSound(const QString& waveFile) override;
@@ -39,6 +45,10 @@ public:
 
     QStringList calls;  // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>", "beep"
     bool result = true; // what every request answers; false to play a failing desktop
+
+private:
+    bool record(const QString& call);
+    QString m_logFile;
 };
 
 } // namespace platform

@@ -1,19 +1,21 @@
 // veskor-boardshot: the board of a site as a picture, for the README.
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
-//                    [--options=OPTIONS.png] [--message=MESSAGE.png]
+//                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws; --status, --group, --options and --message also draw the person's
 // Change YOUR Status screen, the Group Change screen over the list's second and
-// third rows, the Options screen, and a new message to those two rows. The run
-// leaves its marks on the site as any start does (the person is active), so
-// point it at a site made for the purpose.
+// third rows, the Options screen, and a new message to those two rows; --preview
+// the Preview Messages screen at its load. The run leaves its marks on the site
+// as any start does (the person is active), so point it at a site made for the
+// purpose.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "messaging/gui/frmmessage.h"
+#include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
 #include "start/welcome.h"
@@ -108,7 +110,8 @@ int main(int argc, char* argv[])
     }
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
-                               "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png]\n";
+                               "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
+                               "[--preview=PREVIEW.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -147,6 +150,9 @@ int main(int argc, char* argv[])
             drawn = saveScreen(options, file);
         } else if (arg.startsWith(QStringLiteral("--message="))) {
             drawn = drawMessageScreen(board, file);
+        } else if (arg.startsWith(QStringLiteral("--preview="))) {
+            subShowMsgsPreview();
+            drawn = saveScreen(*frmMsgsPreview::instance(), file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
