@@ -1,7 +1,9 @@
 // frmMain: its controls, and what it answers the logic as the main screen.
 #include "board/frmmain.h"
 
+#include "alerts/frmnewmessagesalert.h"
 #include "board/grouptabbar.h"
+#include "messaging/gui/messagescreens.h"
 #include "status/statuswrite.h"
 
 #include <QAction>
@@ -46,10 +48,14 @@ frmMain::frmMain()
     buildToolbar();
     buildStatusBar();
     initListAndGroups();
+    initMessagesPane();
+    initTrackingPanes();
     initTimers();
     initToolbarAndMenus();
     initLayout();
     initTray();
+    // Preview Msg on a new-message pop-up opens the Preview Messages screen.
+    setPreviewMessagesScreen(subShowMsgsPreview);
 
     setMainScreen(this);
 }

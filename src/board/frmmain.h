@@ -8,7 +8,10 @@
 #include "board/columnlayout.h"
 #include "board/grouptabbar.h"
 #include "kernel/mainscreen.h"
+#include "messaging/newmessagewatcher.h"
+#include "status/tracking.h"
 
+#include <QEvent>
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
@@ -55,6 +58,8 @@ public:
     ~frmMain() override;
     // The object name of the filters that pass controls' events to the board.
     static constexpr const char* kEventHookName = "frmMainEventHook";
+    // Passes widget's events of one type to action, through a filter of that name.
+    static void hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> action);
 
     // MainScreen: the window.
     void setCaption(const QString& caption) override;
@@ -170,6 +175,16 @@ public:
     void tmrCheckForForcedShutDown_Timer();
     void tmrCheckForNewMessages_Timer();
     void tmrCheckForStatusAlerts_Timer();
+    // The new-messages pane and its menu (frmmain_messages.cpp).
+    void ListViewMessages_MouseMove();
+    void ListViewMessages_Enter();
+    void ListViewMessages_DblClick();
+    void ListViewMessages_MouseUp(const QPoint& at); // the menu at that point of the screen
+    void mnuRemoveMessages_Click();
+    // The tracking pane (frmmain_tracking.cpp).
+    void subAddToTrackingList();
+    void lstWhoAmITracking_DragDrop();
+    void mnuRemoveAlert_Click();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -201,6 +216,13 @@ private:
     void takeColumnSnapshot();
     void fillTrackingLists();
     void fillMessagesPane();
+    void initMessagesPane();
+    void subCheckForNewMessages();
+    void initTrackingPanes();
+    void ListViewMain_StartDrag();
+    void subCheckForStatusAlerts();
+    // A watcher's look: a failure is told in a box (one at a time) and the looks go on.
+    void lookOrTell(const QString& procedure, const std::function<void()>& look);
     void showRefreshedText();
     void restoreSelection();
     void selectRow(QTreeWidgetItem* row);
@@ -226,6 +248,11 @@ private:
     int m_listSortKey = 0; // ListViewMain's own SortKey (its sort column)
     bool m_unloading = false;
     bool m_activeInApp = false; // active among the program's own windows (VB's Activate/Deactivate)
+    // strLastCheckedForNewMessages: the lower limit of the next look, in memory only.
+    messaging::NewMessageWatcher m_newMessages;
+    // gdblLastCheckedForStatusAlertAtTime: the lower limit of the next look for changes.
+    tracking::StatusAlertWatcher m_statusAlerts;
+    QPoint m_dragStart; // where the left button went down on the board's list
 
 public:
     // --- commands, menus, toolbar, rights, layout ---
@@ -242,6 +269,7 @@ public:
     void subCommand_Home();
     void subCommand_NewMessage();
     void subCommand_Messages();
+    void mnuMessages_Click(); // Preview Messages from the menu: no refresh after it
     void subCommand_Mail();
     void subCommand_QUIL();
     void subCommand_Options();
@@ -293,6 +321,10 @@ private:
     QMenu* mnuMessagesMenu = nullptr;
     QAction* mnuMessagesNew = nullptr;
     QAction* mnuMessages = nullptr;
+    QMenu* mnuRemoveMessagesMenu = nullptr; // the pane's pop-up menu
+    QAction* mnuRemoveMessages = nullptr;
+    QMenu* mnuRemoveAlertMenu = nullptr; // the Alert ME list's pop-up menu
+    QAction* mnuRemoveAlert = nullptr;
     QMenu* mnuWebActions = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpContents = nullptr;

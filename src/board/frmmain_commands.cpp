@@ -153,7 +153,7 @@ void frmMain::buildMenus()
     entry(mnuMessagesMenu, mnuMessagesNew, "mnuMessagesNew", QStringLiteral("&New Message..."),
           &frmMain::subCommand_NewMessage);
     entry(mnuMessagesMenu, mnuMessages, "mnuMessages", QStringLiteral("Pre&view Messages..."),
-          &frmMain::subCommand_Messages);
+          &frmMain::mnuMessages_Click);
 
     mnuWebActions = menuBar()->addMenu(QStringLiteral("&Web Site"));
     mnuWebActions->setObjectName(QStringLiteral("mnuWebActions"));
@@ -275,16 +275,6 @@ void frmMain::subCommand_Home()
     subRefreshUserList(QString());
 }
 
-// Composing a message comes with messaging.
-void frmMain::subCommand_NewMessage()
-{
-}
-
-// The Preview Messages screen comes with messaging.
-void frmMain::subCommand_Messages()
-{
-}
-
 // Mail to the selected people comes with the mail link.
 void frmMain::subCommand_Mail()
 {
@@ -318,11 +308,6 @@ void frmMain::subCommand_DisplayPhoto()
 
 // The company information comes with the side screens; the board is refreshed after it.
 void frmMain::subCommand_CompanyInfo()
-{
-}
-
-// Following a person's status comes with the status alerts.
-void frmMain::subCommand_StatusAlert()
 {
 }
 

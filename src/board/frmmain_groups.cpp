@@ -48,16 +48,6 @@ private:
     std::function<void(QEvent*)> m_action;
 };
 
-void hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> action)
-{
-    if (type == QEvent::MouseMove) {
-        widget->setMouseTracking(true);
-    }
-    auto* eventHook = new EventHook(widget, type, std::move(action));
-    eventHook->setObjectName(QLatin1String(frmMain::kEventHookName));
-    widget->installEventFilter(eventHook);
-}
-
 QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text)
 {
     auto* node = parent ? new QTreeWidgetItem(parent, {text}) : new QTreeWidgetItem({text});
@@ -73,6 +63,16 @@ void setBold(QTreeWidgetItem* node, bool bold)
 }
 
 } // namespace
+
+void frmMain::hook(QWidget* widget, QEvent::Type type, std::function<void(QEvent*)> action)
+{
+    if (type == QEvent::MouseMove) {
+        widget->setMouseTracking(true);
+    }
+    auto* eventHook = new EventHook(widget, type, std::move(action));
+    eventHook->setObjectName(QLatin1String(frmMain::kEventHookName));
+    widget->installEventFilter(eventHook);
+}
 
 void frmMain::initListAndGroups()
 {
@@ -90,8 +90,6 @@ void frmMain::initListAndGroups()
     // The panes the refresh fills after the list.
     lstWhoAmITracking->setHeaderLabels(
         {QStringLiteral("User"), QStringLiteral("Status"), QStringLiteral("Last Modified")});
-    lstWhoAmITracking->setToolTip(
-        QStringLiteral(" Blank Status indicates the target has not updated their Status as yet "));
     lstWhosTrackingMe->setHeaderLabels({QStringLiteral("User")});
     ListViewMessages->setHeaderLabels({QStringLiteral("From"), QStringLiteral("Subject"), QStringLiteral("Sent"),
                                        QStringLiteral("Sent By"), QStringLiteral("MessageID")});

@@ -2,7 +2,9 @@
 
 #include "platform/installed.h"
 
+#include <QFile>
 #include <QProcess>
+#include <cstdio>
 
 namespace platform {
 
@@ -29,6 +31,12 @@ public:
     {
         return QProcess::startDetached(QStringLiteral("xdg-open"), {helpFile});
     }
+    // The terminal's bell, on standard error.
+    void beep() override
+    {
+        std::fputc('\a', stderr);
+        std::fflush(stderr);
+    }
 };
 
 } // namespace
@@ -45,26 +53,39 @@ Shell& shell()
 
 bool RecordingShell::openUrl(const QString& url)
 {
-    calls.append(QStringLiteral("url ") + url);
-    return result;
+    return record(QStringLiteral("url ") + url);
 }
 
 bool RecordingShell::startProgram(const QString& program, const QStringList& arguments)
 {
-    calls.append((QStringList{QStringLiteral("start"), program} + arguments).join(QLatin1Char(' ')));
-    return result;
+    return record((QStringList{QStringLiteral("start"), program} + arguments).join(QLatin1Char(' ')));
 }
 
 bool RecordingShell::playSound(const QString& waveFile)
 {
-    calls.append(QStringLiteral("sound ") + waveFile);
-    return result;
+    return record(QStringLiteral("sound ") + waveFile);
 }
 
 bool RecordingShell::showHelp(const QString& helpFile, int context)
 {
-    calls.append(QStringLiteral("help %1 %2").arg(helpFile).arg(context));
+    return record(QStringLiteral("help %1 %2").arg(helpFile).arg(context));
+}
+
+bool RecordingShell::record(const QString& call)
+{
+    calls.append(call);
+    if (!m_logFile.isEmpty()) {
+        QFile log(m_logFile);
+        if (log.open(QIODevice::Append | QIODevice::Text)) {
+            log.write(call.toUtf8() + '\n');
+        }
+    }
     return result;
+}
+
+void RecordingShell::beep()
+{
+    record(QStringLiteral("beep"));
 }
 
 } // namespace platform

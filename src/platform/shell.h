@@ -20,22 +20,35 @@ public:
     virtual bool playSound(const QString& waveFile) = 0;
     // Shows the help file at a context number (0: its contents); VB's "{F1}".
     virtual bool showHelp(const QString& helpFile, int context) = 0;
+    // VB's Beep: the desktop's short warning sound.
+    virtual void beep() = 0;
 };
 
 void setShell(std::unique_ptr<Shell> impl); // nullptr: the real one
 Shell& shell();
 
-// Records every request and answers `result`; for tests.
+// Records every request and answers `result`; for tests. Given a log file, each
+// request is also appended to it as a line, so a test can read what a client
+// program it started asked for (the program records instead of acting when
+// VESKOR_SHELL_LOG names such a file).
 class RecordingShell : public Shell
 {
 public:
+    explicit RecordingShell(QString logFile = {}) : m_logFile(std::move(logFile))
+    {
+    }
     bool openUrl(const QString& url) override;
     bool startProgram(const QString& program, const QStringList& arguments) override;
     bool playSound(const QString& waveFile) override;
     bool showHelp(const QString& helpFile, int context) override;
+    void beep() override;
 
-    QStringList calls;  // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>"
+    QStringList calls;  // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>", "beep"
     bool result = true; // what every request answers; false to play a failing desktop
+
+private:
+    bool record(const QString& call);
+    QString m_logFile;
 };
 
 } // namespace platform

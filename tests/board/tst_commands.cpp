@@ -1,8 +1,10 @@
 // The board's toolbar, commands and layout, on real site files.
+#include "alerts/frmnewmessagesalert.h"
 #include "board/frmmain.h"
 #include "boardfixture.h"
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
+#include "platform/clock.h"
 #include "status/settings.h"
 
 #include <QAbstractButton>
@@ -333,6 +335,79 @@ private slots:
         splitter->setSizes({150, 600});
         emit splitter->splitterMoved(150, 1);
         QCOMPARE(gPerson.glngSplitterVertical, (left + 150) * 15LL);
+    }
+
+    // The pane lists the person's "New" copies only. The first look pops each of them,
+    // a later look only what came since, and the watcher settles at a minute. Remove
+    // takes the chosen copies from the table for good (64-bit ids too) and raises the
+    // change counter; No leaves everything.
+    void newMessages()
+    {
+        Board b;
+        const auto copy = [&](const QString& category, const QString& subject) {
+            return b.site.message({.owner = QStringLiteral("Ann Lee"),
+                                   .category = category,
+                                   .fromName = QStringLiteral("Bob Ray"),
+                                   .toName = QStringLiteral("Ann Lee"),
+                                   .subject = subject,
+                                   .sent = platform::DateTimeNum(platform::Now())});
+        };
+        copy(QStringLiteral("New"), QStringLiteral("one"));
+        copy(QStringLiteral("Forward"), QStringLiteral("forwarded"));
+        copy(QStringLiteral("Read"), QStringLiteral("read"));
+        b.site.execute(QStringLiteral("UPDATE MessagesTable SET MessageID = 5000000000 WHERE MessageSubject = 'one'"));
+        copy(QStringLiteral("New"), QStringLiteral("two"));
+        const auto popUps = [] {
+            QStringList subjects;
+            for (QWidget* window : QApplication::topLevelWidgets()) {
+                if (auto* popUp = qobject_cast<frmNewMessagesAlert*>(window)) {
+                    subjects << popUp->txtSubject->text();
+                }
+            }
+            subjects.sort();
+            return subjects;
+        };
+        frmMain& f = b.openOnEveryone();
+        auto* pane = b.child<QTreeWidget>("ListViewMessages");
+        QCOMPARE(pane->topLevelItemCount(), 2);
+        f.tmrCheckForNewMessages_Timer();
+        QCOMPARE(popUps(), QStringList({"one", "two"}));
+        QCOMPARE(b.child<QObject>("tmrCheckForNewMessages")->property("interval").toInt(), 60000);
+        b.gw.clock().advance(1000);
+        copy(QStringLiteral("New"), QStringLiteral("three"));
+        f.tmrCheckForNewMessages_Timer();
+        QCOMPARE(popUps(), QStringList({"one", "three", "two"}));
+        frmMain::subCloseAllAlerts();
+
+        gCounters.glngLastStatusCounter = 0; // the next refresh reads the list and the panes again
+        f.subRefreshUserList(QString());
+        const QString counter = b.value(QStringLiteral("SELECT Counter FROM StatusCounterTable"));
+        pane->selectAll();
+        pane->topLevelItem(1)->setSelected(false);
+        b.gw.boxes().answer(platform::vbNo).answer(platform::vbYes);
+        f.mnuRemoveMessages_Click();
+        QCOMPARE(pane->topLevelItemCount(), 3);
+        f.mnuRemoveMessages_Click();
+        QCOMPARE(b.gw.boxes().last().title, QStringLiteral("Delete Alerts?"));
+        QCOMPARE(pane->topLevelItemCount(), 1);
+        QCOMPARE(b.value(QStringLiteral("SELECT COUNT(*) FROM MessagesTable")), QStringLiteral("3"));
+        QCOMPARE(b.value(QStringLiteral("SELECT COUNT(*) FROM MessagesTable WHERE MessageID = 5000000000")),
+                 QStringLiteral("0"));
+        QCOMPARE(b.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")).toLongLong(),
+                 counter.toLongLong() + 1);
+    }
+
+    // A look that fails is told, and the next one comes all the same.
+    void failedLookForMessages()
+    {
+        Board b;
+        frmMain& f = b.openOnEveryone();
+        b.site.execute(QStringLiteral("DROP TABLE MessagesTable"));
+        b.gw.boxes().answer(platform::vbOK, 2);
+        f.tmrCheckForNewMessages_Timer();
+        f.tmrCheckForNewMessages_Timer();
+        QCOMPARE(b.gw.boxes().count(), 2);
+        QVERIFY(b.gw.boxes().last().prompt.contains(QStringLiteral("frmMain - tmrCheckForNewMessages event")));
     }
 };
 

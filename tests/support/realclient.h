@@ -2,8 +2,8 @@
 // The client program run for real: copied beside a folder's veskor.ini (as a site
 // installs it), started offscreen with its boxes answered from answers.txt and each
 // one logged to boxes.log as "title<TAB>flags<TAB>text", so no box waits for a
-// person. Killed, if still running, when the object goes. Header only: the test
-// names the program it built in VESKOR_USER_BINARY.
+// person, and its requests to the desktop logged to shell.log. Killed, if still running, when the object goes. Header
+// only: the test names the program it built in VESKOR_USER_BINARY.
 
 #include "ondisk.h"
 
@@ -27,6 +27,7 @@ public:
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         env.insert(QStringLiteral("VESKOR_MSGBOX_ANSWERS"), QDir(folder).filePath(QStringLiteral("answers.txt")));
         env.insert(QStringLiteral("VESKOR_MSGBOX_LOG"), QDir(folder).filePath(QStringLiteral("boxes.log")));
+        env.insert(QStringLiteral("VESKOR_SHELL_LOG"), QDir(folder).filePath(QStringLiteral("shell.log")));
         if (!runtime.isEmpty())
             env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
         process.setProcessEnvironment(env);
@@ -46,6 +47,11 @@ public:
     QByteArray boxesShown() const
     {
         return readFile(QDir(m_folder).filePath(QStringLiteral("boxes.log")));
+    }
+    // The URLs, programs, sounds and help the client asked the desktop for, as logged.
+    QByteArray shellRequests() const
+    {
+        return readFile(QDir(m_folder).filePath(QStringLiteral("shell.log")));
     }
     // Waits for the run's end: true when it ended normally, with code 0.
     bool finishedCleanly(int ms = 20000)

@@ -12,7 +12,12 @@ void installGuiGateways()
     if (!fileDrivenMessageBoxesRequested()) {
         setMessageBoxes(std::make_unique<QtMessageBoxes>());
     }
-    setShell(std::make_unique<QtShell>());
+    const QString shellLog = qEnvironmentVariable("VESKOR_SHELL_LOG");
+    if (!shellLog.isEmpty()) {
+        setShell(std::make_unique<RecordingShell>(shellLog));
+    } else {
+        setShell(std::make_unique<QtShell>());
+    }
 }
 
 } // namespace platform
