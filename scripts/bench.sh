@@ -2,10 +2,10 @@
 # Builds the benchmarks (optimised, in build-bench) and runs them. Each prints
 # Google Benchmark's table, then its ratios against raw SQLite doing the same work
 # on the same file, the raw side keeping its prepared statements as the engine does.
-# Usage: scripts/bench.sh [dao|status|poll|board...] (default: all).
+# Usage: scripts/bench.sh [dao|status|poll|board|messages...] (default: all).
 # Goals: dao 1.5 (10,000 people, a look-up by LIKE included); status 1.5 (one
 # status change at 10,000 people); poll 3 with the file open, 2 with a real open
-# and close; board in absolute times (see README.md).
+# and close; board and messages in absolute times (see README.md).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=$root/build-bench
@@ -14,7 +14,7 @@ if [ ! -f "$build/CMakeCache.txt" ]; then
     cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
 fi
 names=("$@")
-[ ${#names[@]} -gt 0 ] || names=(dao status poll board)
+[ ${#names[@]} -gt 0 ] || names=(dao status poll board messages)
 targets=()
 for n in "${names[@]}"; do targets+=("bench_$n"); done
 cmake --build "$build" -j"$(nproc)" --target "${targets[@]}"

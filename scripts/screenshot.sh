@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture),
-# and its Change YOUR Status, Group Change and Options screens into status.png, group.png and options.png
-# beside it.
+# and its Change YOUR Status, Group Change, Options, new message and Preview Messages screens into
+# status.png, group.png, options.png, message.png and preview.png beside it.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -18,4 +18,5 @@ mkdir -p "$(dirname "$out")"
 # The demo's first person, Alice Moreton, looks at her office.
 QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size" \
     --status="$(dirname "$out")/status.png" --group="$(dirname "$out")/group.png" \
-    --options="$(dirname "$out")/options.png"
+    --options="$(dirname "$out")/options.png" --message="$(dirname "$out")/message.png" \
+    --preview="$(dirname "$out")/preview.png"

@@ -49,6 +49,7 @@ frmMain::frmMain()
     buildStatusBar();
     initListAndGroups();
     initMessagesPane();
+    initTrackingPanes();
     initTimers();
     initToolbarAndMenus();
     initLayout();

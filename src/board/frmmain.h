@@ -9,6 +9,7 @@
 #include "board/grouptabbar.h"
 #include "kernel/mainscreen.h"
 #include "messaging/newmessagewatcher.h"
+#include "status/tracking.h"
 
 #include <QEvent>
 #include <QMainWindow>
@@ -180,6 +181,10 @@ public:
     void ListViewMessages_DblClick();
     void ListViewMessages_MouseUp(const QPoint& at); // the menu at that point of the screen
     void mnuRemoveMessages_Click();
+    // The tracking pane (frmmain_tracking.cpp).
+    void subAddToTrackingList();
+    void lstWhoAmITracking_DragDrop();
+    void mnuRemoveAlert_Click();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -213,6 +218,11 @@ private:
     void fillMessagesPane();
     void initMessagesPane();
     void subCheckForNewMessages();
+    void initTrackingPanes();
+    void ListViewMain_StartDrag();
+    void subCheckForStatusAlerts();
+    // A watcher's look: a failure is told in a box (one at a time) and the looks go on.
+    void lookOrTell(const QString& procedure, const std::function<void()>& look);
     void showRefreshedText();
     void restoreSelection();
     void selectRow(QTreeWidgetItem* row);
@@ -240,6 +250,9 @@ private:
     bool m_activeInApp = false; // active among the program's own windows (VB's Activate/Deactivate)
     // strLastCheckedForNewMessages: the lower limit of the next look, in memory only.
     messaging::NewMessageWatcher m_newMessages;
+    // gdblLastCheckedForStatusAlertAtTime: the lower limit of the next look for changes.
+    tracking::StatusAlertWatcher m_statusAlerts;
+    QPoint m_dragStart; // where the left button went down on the board's list
 
 public:
     // --- commands, menus, toolbar, rights, layout ---
@@ -310,6 +323,8 @@ private:
     QAction* mnuMessages = nullptr;
     QMenu* mnuRemoveMessagesMenu = nullptr; // the pane's pop-up menu
     QAction* mnuRemoveMessages = nullptr;
+    QMenu* mnuRemoveAlertMenu = nullptr; // the Alert ME list's pop-up menu
+    QAction* mnuRemoveAlert = nullptr;
     QMenu* mnuWebActions = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* mnuHelpContents = nullptr;

@@ -311,11 +311,6 @@ void frmMain::subCommand_CompanyInfo()
 {
 }
 
-// Following a person's status comes with the status alerts.
-void frmMain::subCommand_StatusAlert()
-{
-}
-
 // The help file's contents: topic 3, as if F1 were pressed on this screen.
 void frmMain::subCommand_Help()
 {

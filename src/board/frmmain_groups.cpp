@@ -90,8 +90,6 @@ void frmMain::initListAndGroups()
     // The panes the refresh fills after the list.
     lstWhoAmITracking->setHeaderLabels(
         {QStringLiteral("User"), QStringLiteral("Status"), QStringLiteral("Last Modified")});
-    lstWhoAmITracking->setToolTip(
-        QStringLiteral(" Blank Status indicates the target has not updated their Status as yet "));
     lstWhosTrackingMe->setHeaderLabels({QStringLiteral("User")});
     ListViewMessages->setHeaderLabels({QStringLiteral("From"), QStringLiteral("Subject"), QStringLiteral("Sent"),
                                        QStringLiteral("Sent By"), QStringLiteral("MessageID")});

@@ -129,20 +129,9 @@ void frmMain::mnuMessages_Click()
 // the next look comes all the same.
 void frmMain::subCheckForNewMessages()
 {
-    static bool telling = false;
     QList<messaging::NewMessageAlert> alerts;
-    try {
-        alerts = m_newMessages.fnCheckForNewMessages(gRun.gstrDefaultUser);
-    } catch (const VbError& e) {
-        if (!telling) {
-            telling = true;
-            Err.Set(e);
-            errorbox::showGeneral(QStringLiteral("frmMain - tmrCheckForNewMessages event"), errorbox::Joined,
-                                  platform::vbCritical);
-            telling = false;
-        }
-        return;
-    }
+    lookOrTell(QStringLiteral("frmMain - tmrCheckForNewMessages event"),
+               [&] { alerts = m_newMessages.fnCheckForNewMessages(gRun.gstrDefaultUser); });
     for (const messaging::NewMessageAlert& alert : alerts) {
         try {
             subPopUpForNewMessagesAlert(alert.subject, platform::dateFromDateTimeNum(alert.sent), alert.id, alert.body);

@@ -4,8 +4,11 @@
 // interface thread.
 #include "board/frmmain.h"
 #include "board/refreshplan.h"
+#include "kernel/err.h"
+#include "kernel/errorboxes.h"
 #include "kernel/forcedshutdown.h"
 #include "kernel/globals.h"
+#include "platform/msgbox.h"
 #include "platform/process.h"
 #include "status/statuswrite.h"
 
@@ -59,16 +62,30 @@ void frmMain::Form_Deactivate()
     TimerMain.stop();
 }
 
+void frmMain::lookOrTell(const QString& procedure, const std::function<void()>& look)
+{
+    static bool telling = false;
+    try {
+        look();
+    } catch (const VbError& e) {
+        if (!telling) {
+            telling = true;
+            Err.Set(e);
+            errorbox::showGeneral(procedure, errorbox::Joined, platform::vbCritical);
+            telling = false;
+        }
+    }
+}
+
 void frmMain::tmrCheckForNewMessages_Timer()
 {
     subCheckForNewMessages();
     settleAtOneMinute(tmrCheckForNewMessages);
 }
 
-// The look for status changes of followed people comes with status alerts; until
-// then the tick keeps its rhythm only.
 void frmMain::tmrCheckForStatusAlerts_Timer()
 {
+    subCheckForStatusAlerts();
     settleAtOneMinute(tmrCheckForStatusAlerts);
 }
 

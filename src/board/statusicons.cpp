@@ -281,3 +281,31 @@ QIcon headerIcon(const QString& key)
     made.insert(key, icon);
     return icon;
 }
+
+// A card of rows, as the dragged people; over the list that takes them it gets a
+// plus in the accent colour, elsewhere a grey stop.
+QPixmap dragCursor(bool overTarget)
+{
+    static const QPixmap drop = icons::drawn({32}, [](QPainter& p) {
+                                    p.setPen(icons::pen(icons::kInk, 2));
+                                    p.setBrush(Qt::white);
+                                    p.drawRect(QRectF(2, 2, 18, 14));
+                                    p.drawLine(QPointF(5, 7), QPointF(17, 7));
+                                    p.drawLine(QPointF(5, 11), QPointF(14, 11));
+                                    p.setPen(icons::pen(icons::kAccent, 4));
+                                    p.drawLine(QPointF(24, 16), QPointF(24, 30));
+                                    p.drawLine(QPointF(17, 23), QPointF(31, 23));
+                                }).pixmap(32);
+    static const QPixmap drag = icons::drawn({32}, [](QPainter& p) {
+                                    p.setPen(icons::pen(icons::kInk, 2));
+                                    p.setBrush(Qt::white);
+                                    p.drawRect(QRectF(2, 2, 18, 14));
+                                    p.drawLine(QPointF(5, 7), QPointF(17, 7));
+                                    p.drawLine(QPointF(5, 11), QPointF(14, 11));
+                                    p.setPen(icons::pen(QColor(0x90, 0x90, 0x90), 3));
+                                    p.setBrush(Qt::NoBrush);
+                                    p.drawEllipse(QPointF(24, 23), 6, 6);
+                                    p.drawLine(QPointF(20, 27), QPointF(28, 19));
+                                }).pixmap(32);
+    return overTarget ? drop : drag;
+}

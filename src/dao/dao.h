@@ -181,6 +181,9 @@ public:
     // What DAO's TableDefs collection tells: the tables, and one table's fields in order.
     QStringList TableNames();
     QStringList FieldNames(const QString& table); // 3078 when there is no such table
+    // The names of a table's indexes, SQLite's own for its keys among them; 3078
+    // when there is no such table.
+    QStringList IndexNames(const QString& table);
     // Makes, unless it is there, the index `name` on the case fold of a text column,
     // which answers "column LIKE <a text with no wildcard>" without reading the
     // whole table. 3078 when there is no such table, 3061 without the column.

@@ -151,6 +151,21 @@ QStringList Database::FieldNames(const QString& table)
     return names;
 }
 
+QStringList Database::IndexNames(const QString& table)
+{
+    FieldNames(table);
+    auto statement =
+        m_connection->prepareNative(QStringLiteral("PRAGMA index_list(") + quoteIdentifier(table) + QLatin1Char(')'),
+                                    StatementKind::Other, Activity::Read);
+    QStringList names;
+    int rc = m_connection->step(statement);
+    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
+        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 1)));
+    if (rc != SQLITE_DONE)
+        m_connection->fail(rc, Activity::Read, StatementKind::Other);
+    return names;
+}
+
 void Database::CreateCaseBlindIndex(const QString& name, const QString& table, const QString& column)
 {
     // SQLite reads a "name" that is no column as a text, which would make an

@@ -290,6 +290,24 @@ void createCaseBlindIndexes(dao::Database& db)
         db.CreateCaseBlindIndex(QLatin1String(index[0]), QLatin1String(index[1]), QLatin1String(index[2]));
 }
 
+void createMissingIndexes(dao::Database& db)
+{
+    const QStringList present = db.TableNames();
+    for (const Table& table : tables()) {
+        if (table.indexes.empty() || !present.contains(table.name, Qt::CaseInsensitive))
+            continue;
+        const QStringList fields = db.FieldNames(table.name);
+        const QStringList indexes = db.IndexNames(table.name);
+        for (const Index& index : table.indexes) {
+            bool fits = !indexes.contains(index.name, Qt::CaseInsensitive);
+            for (const QString& column : index.columns.split(QLatin1Char(',')))
+                fits = fits && fields.contains(column.trimmed(), Qt::CaseInsensitive);
+            if (fits)
+                db.Execute(QStringLiteral("CREATE INDEX %1 ON %2 (%3)").arg(index.name, table.name, index.columns));
+        }
+    }
+}
+
 void createSchema(dao::Database& db, SchemaRelease release)
 {
     for (const QString& statement : schemaStatements(release))

@@ -29,6 +29,11 @@ void createSchema(dao::Database& db, SchemaRelease release);
 // unless they are there. Part of a new site; the upgrade brings them to older files.
 void createCaseBlindIndexes(dao::Database& db);
 
+// The indexes of the present release that the file lacks, made where their table
+// has the columns: a file of the older release has no index on MessageOwner, which
+// a person's list of copies is read by.
+void createMissingIndexes(dao::Database& db);
+
 // The tables in the order they are created.
 QStringList schemaTables();
 // The Jet statements that make the schema of a release: CREATE TABLE, then CREATE INDEX.

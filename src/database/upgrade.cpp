@@ -156,9 +156,10 @@ void subUpdateDatabaseStructure()
             ResumeNext([&] { fnDatabase().Execute(QString::fromLatin1(row.statement)); });
         }
     }
-    // Look-ups of a person by name or login ID use an index on any file, however
-    // old; a file we may not change is used without it.
+    // Look-ups of a person by name or login ID, and of a person's messages, use an
+    // index on any file, however old; a file we may not change is used without it.
     ResumeNext([] { database::createCaseBlindIndexes(fnDatabase()); });
+    ResumeNext([] { database::createMissingIndexes(fnDatabase()); });
     subCloseDatabase();
     Err.Clear();
 }

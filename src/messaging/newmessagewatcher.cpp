@@ -19,8 +19,8 @@ QList<NewMessageAlert> NewMessageWatcher::fnCheckForNewMessages(const QString& p
         if (rs->RecordCount() > 0) {
             for (rs->MoveFirst(); !rs->isEOF(); rs->MoveNext()) {
                 alerts << NewMessageAlert{rs->Fields(QStringLiteral("MessageSubject")).Text(),
-                                          rs->Fields(QStringLiteral("SentDateTimeNum")).Text().toDouble(),
-                                          rs->Fields(QStringLiteral("MessageID")).Text().toLongLong(),
+                                          rs->Fields(QStringLiteral("SentDateTimeNum")).Value().toDouble(),
+                                          rs->Fields(QStringLiteral("MessageID")).Value().toLongLong(),
                                           rs->Fields(QStringLiteral("MessageBody")).Text()};
             }
         }

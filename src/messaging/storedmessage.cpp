@@ -16,7 +16,12 @@ StoredMessage messageOf(dao::Recordset& rs)
     const auto text = [&rs](const char* field) {
         return rs.Fields(QLatin1String(field)).Text();
     };
-    return {text("MessageID").toLongLong(),
+    // The numbers are read as numbers: going through their text costs more than
+    // the rest of the row, and a Null reads as 0 either way.
+    const auto number = [&rs](const char* field) {
+        return rs.Fields(QLatin1String(field)).Value();
+    };
+    return {number("MessageID").toLongLong(),
             text("Category"),
             text("SentFromName"),
             text("SentToName"),
@@ -24,8 +29,8 @@ StoredMessage messageOf(dao::Recordset& rs)
             text("MessageFrom"),
             text("MessageSubject"),
             text("MessageBody"),
-            text("SentDateTimeNum").toDouble(),
-            text("LastUsedDateTimeNum").toDouble()};
+            number("SentDateTimeNum").toDouble(),
+            number("LastUsedDateTimeNum").toDouble()};
 }
 
 // Every row of a statement, in the order the table gives them.

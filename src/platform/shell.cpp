@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <cstdio>
 
 namespace platform {
 
@@ -29,6 +30,12 @@ public:
     bool showHelp(const QString& helpFile, int) override
     {
         return QProcess::startDetached(QStringLiteral("xdg-open"), {helpFile});
+    }
+    // The terminal's bell, on standard error.
+    void beep() override
+    {
+        std::fputc('\a', stderr);
+        std::fflush(stderr);
     }
 };
 
@@ -74,6 +81,11 @@ bool RecordingShell::record(const QString& call)
         }
     }
     return result;
+}
+
+void RecordingShell::beep()
+{
+    record(QStringLiteral("beep"));
 }
 
 } // namespace platform

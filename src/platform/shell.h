@@ -20,6 +20,8 @@ public:
     virtual bool playSound(const QString& waveFile) = 0;
     // Shows the help file at a context number (0: its contents); VB's "{F1}".
     virtual bool showHelp(const QString& helpFile, int context) = 0;
+    // VB's Beep: the desktop's short warning sound.
+    virtual void beep() = 0;
 };
 
 void setShell(std::unique_ptr<Shell> impl); // nullptr: the real one
@@ -39,8 +41,9 @@ public:
     bool startProgram(const QString& program, const QStringList& arguments) override;
     bool playSound(const QString& waveFile) override;
     bool showHelp(const QString& helpFile, int context) override;
+    void beep() override;
 
-    QStringList calls;  // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>"
+    QStringList calls;  // "url <u>", "start <program> <args...>", "sound <f>", "help <f> <n>", "beep"
     bool result = true; // what every request answers; false to play a failing desktop
 
 private:

@@ -1,11 +1,16 @@
 // Messages on a real site file: the rows each send path writes, drafts, the
-// changes of a copy's category, the reply and forward bodies and the watcher.
+// changes of a copy's category, the reply and forward bodies, the watcher, and
+// the indexes the watcher, the pane and the Preview list are read through.
+#include "dao/jetsql.h"
 #include "dao/quote.h"
 #include "database/moddatabase.h"
+#include "database/upgrade.h"
 #include "kernel/globals.h"
+#include "messaging/messagesql.h"
 #include "messaging/messagestore.h"
 #include "messaging/newmessagewatcher.h"
 #include "messaging/storedmessage.h"
+#include "ondisk.h"
 #include "platform/clock.h"
 #include "realclient.h"
 #include "tempsite.h"
@@ -264,6 +269,36 @@ private slots:
         m.sent = platform::DateTimeNum(QDateTime(QDate(2026, 3, 4), QTime(7, 8, 9)));
         m.lastUsed = platform::DateTimeNum(QDateTime(QDate(2026, 3, 5), QTime(18, 0)));
         QCOMPARE(fnLastUsedLine(m).value_or("-"), line);
+    }
+
+    // The watcher, the pane and the Preview list find a person's copies through an
+    // index, on a new site and on an older file once it is brought up to date, so
+    // their cost does not grow with the table's age.
+    void messageQueriesUseAnIndex_data()
+    {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<QString>("search");
+        const QString recipient = QStringLiteral("MessagesByRecipient (SentToName=? AND Category=?");
+        QTest::newRow("watcher") << fnWatcherSql(kMe, 46000.25) << recipient + " AND SentDateTimeNum>?)";
+        QTest::newRow("pane") << fnPaneSql(kMe) << recipient + ")";
+        QTest::newRow("all copies") << fnOwnerMessagesSql(kMe) << "MessagesByOwner (MessageOwner=?)";
+        QTest::newRow("deleted copies") << fnOwnerMessagesSql(kMe, "Deleted") << "MessagesByOwner (MessageOwner=?)";
+    }
+    void messageQueriesUseAnIndex()
+    {
+        QFETCH(QString, sql);
+        QFETCH(QString, search);
+        TestGateways gw;
+        const auto plan = [&](const TempSite& site) {
+            return sqliteColumn(site.dbPath(), "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql, 3).join(" / ");
+        };
+        const QString used = "SEARCH MessagesTable USING INDEX " + search;
+        const TempSite present;
+        QVERIFY2(plan(present) == used, qPrintable(plan(present)));
+        TempSite older(database::SchemaRelease::Older);
+        older.makeCurrent();
+        subUpdateDatabaseStructure();
+        QVERIFY2(plan(older) == used, qPrintable(plan(older)));
     }
 
     // Three looks, a minute apart; each message joins the table before one of

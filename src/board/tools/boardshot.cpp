@@ -1,17 +1,22 @@
 // veskor-boardshot: the board of a site as a picture, for the README.
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
-//                    [--options=OPTIONS.png]
+//                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
-// draws; --status, --group and --options also draw the person's Change YOUR
-// Status screen, the Group Change screen over the list's second and third rows,
-// and the Options screen. The run leaves its marks on the site as any start does (the
-// person is active), so point it at a site made for the purpose.
+// draws; --status, --group, --options and --message also draw the person's
+// Change YOUR Status screen, the Group Change screen over the list's second and
+// third rows, the Options screen, and a new message to those two rows; --preview
+// the Preview Messages screen at its load. The run leaves its marks on the site
+// as any start does (the person is active), so point it at a site made for the
+// purpose.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "messaging/gui/frmmessage.h"
+#include "messaging/gui/frmmsgspreview.h"
+#include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
@@ -19,7 +24,9 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QTextStream>
 #include <QTreeWidget>
@@ -41,7 +48,7 @@ void settle()
     }
 }
 
-bool saveScreen(QDialog& screen, const QString& file)
+bool saveScreen(QWidget& screen, const QString& file)
 {
     screen.show();
     settle();
@@ -50,8 +57,8 @@ bool saveScreen(QDialog& screen, const QString& file)
     return saved;
 }
 
-// The Group Change screen as the board opens it over two selected rows.
-bool drawGroupScreen(frmMain* board, const QString& groupFile)
+// The list's second and third rows selected; false when there is no list.
+bool selectSecondAndThird(frmMain* board)
 {
     auto* list = board->findChild<QTreeWidget*>(QStringLiteral("ListViewMain"));
     if (!list) {
@@ -61,8 +68,31 @@ bool drawGroupScreen(frmMain* board, const QString& groupFile)
     for (int row = 1; row <= 2 && row < list->topLevelItemCount(); ++row) {
         list->topLevelItem(row)->setSelected(true);
     }
+    return true;
+}
+
+// The Group Change screen as the board opens it over two selected rows.
+bool drawGroupScreen(frmMain* board, const QString& groupFile)
+{
+    if (!selectSecondAndThird(board)) {
+        return false;
+    }
     frmGroup group(board);
     return group.Form_Load() && saveScreen(group, groupFile);
+}
+
+// A new message as the board opens it over the rows selected there.
+bool drawMessageScreen(frmMain* board, const QString& messageFile)
+{
+    selectSecondAndThird(board);
+    gstrMessageAction = QStringLiteral("New");
+    auto* message = new frmMessage;
+    message->Form_Load();
+    message->subCreateMessage(board, 0);
+    message->txtFrom->setText(QStringLiteral("Reception"));
+    message->txtSubject->setText(QStringLiteral("Visitor at the front desk"));
+    message->txtBody->setPlainText(QStringLiteral("Your 10:30 appointment has arrived and is waiting in the lobby."));
+    return saveScreen(*message, messageFile); // closing it lets it go
 }
 
 } // namespace
@@ -80,7 +110,8 @@ int main(int argc, char* argv[])
     }
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
-                               "[--group=GROUP.png] [--options=OPTIONS.png]\n";
+                               "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
+                               "[--preview=PREVIEW.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -117,6 +148,11 @@ int main(int argc, char* argv[])
             frmOptions options(board);
             options.Form_Load();
             drawn = saveScreen(options, file);
+        } else if (arg.startsWith(QStringLiteral("--message="))) {
+            drawn = drawMessageScreen(board, file);
+        } else if (arg.startsWith(QStringLiteral("--preview="))) {
+            subShowMsgsPreview();
+            drawn = saveScreen(*frmMsgsPreview::instance(), file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";

@@ -1,5 +1,6 @@
 #include "platform/gui/qtshell.h"
 
+#include <QApplication>
 #include <QAudioDevice>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -55,6 +56,11 @@ bool QtShell::showHelp(const QString& helpFile, int)
         return false;
     }
     return QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(helpFile).absoluteFilePath()));
+}
+
+void QtShell::beep()
+{
+    QApplication::beep();
 }
 
 } // namespace platform

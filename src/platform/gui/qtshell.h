@@ -21,6 +21,7 @@ public:
     // Opens the help file with the desktop's viewer, at its start: a viewer on
     // this desktop has no context numbers.
     bool showHelp(const QString& helpFile, int context) override;
+    void beep() override;
 
 private:
     // One player a file, owned by the application so it goes before the audio

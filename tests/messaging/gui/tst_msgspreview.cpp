@@ -1,0 +1,485 @@
+// The Preview Messages screen and the Select Users screen, offscreen, on a real
+// site file: what each category lists, the row's columns, the buttons a row
+// allows, delete, the commands; the groups of the picker and the line it hands back.
+#include "database/moddatabase.h"
+#include "database/site.h"
+#include "kernel/globals.h"
+#include "messaging/gui/frmmessagestoselection.h"
+#include "messaging/gui/frmmsgspreview.h"
+#include "messaging/gui/messagescreens.h"
+#include "platform/clock.h"
+#include "tempsite.h"
+#include "testgateways.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <optional>
+
+namespace {
+
+const QString kMe = QStringLiteral("Ann Lee");
+const QStringList kFive = {"View", "Reply", "Delete", "Forward", "Print"};
+using Row = QStringList;
+
+struct Fixture
+{
+    TestGateways gw;
+    TempSite site;
+    const double sent = platform::DateTimeNum(TestGateways::defaultStart());
+    Fixture()
+    {
+        site.person(kMe).person("Bob Ray").person("Cy Dee").person("Di Fox");
+        site.makeCurrent();
+        gRun.gblnDatabaseClosed = true;
+        gRun.gstrDefaultUser = kMe;
+    }
+    ~Fixture()
+    {
+        TimerCloseDatabase().stop();
+        gRun.gdbDatabase.reset();
+    }
+    long long add(const QString& category, const QString& body = "Body", const QString& owner = kMe)
+    {
+        return site.message({owner, category, "Bob Ray", "Front desk", owner, "Subject " + category, body, sent});
+    }
+    QStringList categoriesOf(const QList<long long>& ids) const
+    {
+        QStringList found;
+        for (long long id : ids) {
+            found << site.value("SELECT Category FROM MessagesTable WHERE MessageID = " + QString::number(id));
+        }
+        return found;
+    }
+    long long counter() const
+    {
+        return database::readCounter(*site.openDb(), QStringLiteral("Counter"));
+    }
+};
+
+frmMsgsPreview* shown()
+{
+    subShowMsgsPreview();
+    return frmMsgsPreview::instance();
+}
+
+// The node of either screen's tree by its key.
+QTreeWidgetItem* node(QTreeWidget* tree, const QString& key)
+{
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString() == key) {
+            return *it;
+        }
+    }
+    return nullptr;
+}
+
+void clickNode(frmMsgsPreview* screen, const QString& key)
+{
+    QTreeWidget* tree = screen->TreeViewCategories;
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node(tree, key)).center());
+}
+
+QStringList texts(const QTreeWidget* list, int column)
+{
+    QStringList found;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        found << list->topLevelItem(i)->text(column);
+    }
+    return found;
+}
+
+QStringList categories(frmMsgsPreview* screen)
+{
+    return texts(screen->listMsgsPreview, frmMsgsPreview::colCategory);
+}
+
+QList<bool> five(frmMsgsPreview* screen)
+{
+    QList<bool> states;
+    for (const QString& key : kFive) {
+        states << screen->toolbarButton(key)->isEnabled();
+    }
+    return states;
+}
+
+void selectRows(frmMsgsPreview* screen, const QList<int>& rows)
+{
+    QTreeWidget* list = screen->listMsgsPreview;
+    list->clearSelection();
+    for (int row : rows) {
+        list->setCurrentItem(list->topLevelItem(row), 0, QItemSelectionModel::Select);
+    }
+}
+
+} // namespace
+
+class TestMsgsPreview : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup()
+    {
+        // Windows that belong to another (the toolbar's pop-ups) go with it.
+        QList<QPointer<QWidget>> windows;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            windows << window;
+        }
+        for (const QPointer<QWidget>& window : windows) {
+            delete window.data();
+        }
+        gstrMessageAction.clear();
+        gRun = RunState();
+        gPerson = PersonSettings();
+    }
+
+    void listPerCategory_data()
+    {
+        QTest::addColumn<QStringList>("clicks");
+        QTest::addColumn<QStringList>("listed");
+        QTest::newRow("load: New") << QStringList() << QStringList{"New"};
+        QTest::newRow("All: every copy of mine, forwarded too")
+            << QStringList{"All"} << QStringList{"New", "Read", "Sent", "Deleted", "Draft", "Forward"};
+        QTest::newRow("Read") << QStringList{"Read"} << QStringList{"Read"};
+        QTest::newRow("Sent") << QStringList{"Sent"} << QStringList{"Sent"};
+        QTest::newRow("Deleted") << QStringList{"Deleted"} << QStringList{"Deleted"};
+        QTest::newRow("Drafts") << QStringList{"Drafts"} << QStringList{"Draft"};
+        QTest::newRow("root reads the last statement again") << QStringList{"Sent", "R"} << QStringList{"Sent"};
+    }
+
+    // Bob's copies of every kind are never mine; the forwarded copy stands only under All.
+    void listPerCategory()
+    {
+        QFETCH(QStringList, clicks);
+        QFETCH(QStringList, listed);
+        Fixture f;
+        for (const QString& owner : {QString("Bob Ray"), kMe}) {
+            for (const char* category : {"New", "Read", "Sent", "Deleted", "Draft", "Forward"}) {
+                f.add(category, "Body", owner);
+            }
+        }
+        frmMsgsPreview* screen = shown();
+        QCOMPARE(screen->windowTitle(), " VESK-OR Pro  - Preview Messages");
+        for (const QString& key : clicks) {
+            clickNode(screen, key);
+        }
+        QCOMPARE(categories(screen), listed);
+    }
+
+    void row_data()
+    {
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<bool>("nullFrom");
+        QTest::addColumn<QString>("preview");
+        QTest::addColumn<QString>("from");
+        QTest::newRow("line end in the first 30: one blank")
+            << "Call me\r\nback please" << false << "Call me back please"
+            << "Front desk";
+        QTest::newRow("only the first 30 characters")
+            << "0123456789abcdefghijABCDEFGHIJ-cut" << false << "0123456789abcdefghijABCDEFGHIJ"
+            << "Front desk";
+        QTest::newRow("a line end cut in two at 30 is trimmed")
+            << QString("x").repeated(29) + "\r\nmore" << false << QString("x").repeated(29) << "Front desk";
+        QTest::newRow("no From line: the sender") << "  Hi  " << true << "Hi"
+                                                  << "Bob Ray";
+    }
+
+    void row()
+    {
+        QFETCH(QString, body);
+        QFETCH(bool, nullFrom);
+        QFETCH(QString, preview);
+        QFETCH(QString, from);
+        Fixture f;
+        const long long id = f.add("New", body);
+        if (nullFrom) {
+            f.site.execute("UPDATE MessagesTable SET MessageFrom = Null WHERE MessageID = " + QString::number(id));
+        }
+        frmMsgsPreview* screen = shown();
+        QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), 1);
+        Row row;
+        for (int column = 0; column < frmMsgsPreview::kColumns; ++column) {
+            row << texts(screen->listMsgsPreview, column);
+        }
+        QCOMPARE(row, (Row{"New", from, "Subject New", preview, "11/22/2026", "Bob Ray", kMe, QString::number(id)}));
+    }
+
+    void buttons_data()
+    {
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QList<bool>>("states"); // View, Reply, Delete, Forward, Print
+        const QList<bool> on{true, true, true, true, true};
+        QTest::newRow("Deleted: no second delete") << "Deleted" << QList<bool>{true, true, false, true, true};
+        for (const char* category : {"Read", "Sent", "New", "Forward"}) {
+            QTest::newRow(category) << category << on;
+        }
+        QTest::newRow("Draft: no reply") << "Draft" << QList<bool>{true, false, true, true, true};
+        QTest::newRow("another program's category") << "Reply" << QList<bool>(5, false);
+    }
+
+    void buttons()
+    {
+        QFETCH(QString, category);
+        QFETCH(QList<bool>, states);
+        Fixture f;
+        f.add(category);
+        f.add("Read");
+        frmMsgsPreview* screen = shown();
+        clickNode(screen, "All");
+        QCOMPARE(five(screen), QList<bool>(5, false)); // two rows, none chosen
+        selectRows(screen, {1});                       // the Read row
+        QCOMPARE(five(screen), QList<bool>(5, true));
+        selectRows(screen, {0});
+        QCOMPARE(five(screen), states);
+        screen->listMsgsPreview->clearSelection();
+        QCOMPARE(five(screen), QList<bool>(5, false));
+    }
+
+    // At load the five buttons follow whether the list has rows; a node of one
+    // row chooses that row.
+    void loadAndOneRowNode()
+    {
+        Fixture f;
+        f.add("Draft");
+        frmMsgsPreview* screen = shown();
+        QCOMPARE(screen->selectedNodeKey(), "New");
+        QCOMPARE(five(screen), QList<bool>(5, false));
+        clickNode(screen, "Drafts");
+        QVERIFY(screen->listMsgsPreview->topLevelItem(0)->isSelected());
+        QCOMPARE(five(screen), (QList<bool>{true, false, true, true, true}));
+        f.add("Draft");
+        clickNode(screen, "Drafts"); // the node already chosen: read again
+        QCOMPARE(categories(screen), (QStringList{"Draft", "Draft"}));
+        screen->close();
+        f.add("New");
+        screen = shown(); // loaded again: the New node, its row, the buttons on
+        QCOMPARE(screen->selectedNodeKey(), "New");
+        QCOMPARE(categories(screen), QStringList{"New"});
+        QCOMPARE(five(screen), QList<bool>(5, true));
+    }
+
+    void invalidSelection_data()
+    {
+        QTest::addColumn<QString>("key");
+        for (const char* key : {"Reply All", "eMail", "QUIL", "Print"}) {
+            QTest::newRow(key) << key;
+        }
+    }
+
+    void invalidSelection()
+    {
+        QFETCH(QString, key);
+        Fixture f;
+        frmMsgsPreview* screen = shown();
+        f.gw.boxes().answer(platform::vbOK);
+        screen->toolbarButton(key)->setEnabled(true);
+        screen->toolbarButton(key)->trigger();
+        QCOMPARE(f.gw.boxes().count(), 1);
+        QCOMPARE(f.gw.boxes().last().prompt, "Invalid selection!");
+        QCOMPARE(f.gw.boxes().last().title, "Error!");
+        QCOMPARE(f.gw.boxes().last().icon(), int(platform::vbCritical));
+    }
+
+    void deleteRows_data()
+    {
+        QTest::addColumn<QList<int>>("selected");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QStringList>("stored");
+        QTest::addColumn<int>("left");
+        QTest::newRow("two of three, Yes")
+            << QList<int>{0, 2} << int(platform::vbYes) << QStringList{"Deleted", "New", "Deleted"} << 1;
+        QTest::newRow("No") << QList<int>{0, 2} << int(platform::vbNo) << QStringList{"New", "New", "New"} << 3;
+        QTest::newRow("none chosen: no question") << QList<int>{} << 0 << QStringList{"New", "New", "New"} << 3;
+        QTest::newRow("all three") << QList<int>{0, 1, 2} << int(platform::vbYes)
+                                   << QStringList{"Deleted", "Deleted", "Deleted"} << 0;
+    }
+
+    void deleteRows()
+    {
+        QFETCH(QList<int>, selected);
+        QFETCH(int, answer);
+        QFETCH(QStringList, stored);
+        QFETCH(int, left);
+        Fixture f;
+        const QList<long long> ids{f.add("New"), f.add("New"), f.add("New")};
+        const long long counterBefore = f.counter();
+        frmMsgsPreview* screen = shown();
+        selectRows(screen, selected);
+        if (answer) {
+            f.gw.boxes().answer(answer);
+        }
+        screen->toolbarButton("Delete")->trigger();
+        QCOMPARE(f.gw.boxes().prompts(),
+                 answer ? QStringList{"Are you sure you want to delete the selected message(s)?"} : QStringList());
+        QCOMPARE(f.gw.boxes().last().title, answer ? "Delete Confirmation Required" : "");
+        QCOMPARE(f.gw.boxes().last().flags, answer ? platform::vbYesNo | platform::vbQuestion : 0);
+        QCOMPARE(f.categoriesOf(ids), stored);
+        QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), left);
+        QCOMPARE(f.counter() > counterBefore, answer == platform::vbYes);
+        if (left == 0) {
+            QCOMPARE(five(screen), QList<bool>(5, false));
+        }
+    }
+
+    void commands_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<bool>("reloads");
+        QTest::newRow("View") << "View" << true;
+        QTest::newRow("New") << "New" << true;
+        QTest::newRow("Reply: no reload") << "Reply" << false;
+        QTest::newRow("Forward") << "Forward" << true;
+    }
+
+    // Each command opens its kind of message screen, and all but Reply read the
+    // list again (a copy that came in meanwhile shows).
+    void commands()
+    {
+        QFETCH(QString, key);
+        QFETCH(bool, reloads);
+        Fixture f;
+        f.add("New");
+        frmMsgsPreview* screen = shown();
+        selectRows(screen, {0});
+        f.add("New");
+        screen->toolbarButton(key)->trigger();
+        QCOMPARE(gstrMessageAction, key);
+        QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), reloads ? 2 : 1);
+    }
+
+    void helpAndEsc()
+    {
+        Fixture f;
+        gRun.gstrHelpFile = "/opt/veskor/user.chm";
+        frmMsgsPreview* screen = shown();
+        screen->toolbarButton("Help")->trigger();
+        QCOMPARE(f.gw.shell().calls, QStringList{"help /opt/veskor/user.chm 0"});
+        QTest::keyClick(screen, Qt::Key_Escape);
+        QVERIFY(!screen->isVisible());
+        QCOMPARE(frmMsgsPreview::instance(), screen); // the one screen stays for the next show
+    }
+
+    // Ten thousand copies under New: one layout of the list, not one a row.
+    void tenThousandCopies()
+    {
+        Fixture f;
+        QVERIFY(
+            f.site.rawExec("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10000) "
+                           "INSERT INTO MessagesTable (Category, SentFromName, SentToName, MessageOwner, MessageFrom, "
+                           "MessageSubject, MessageBody, SentDateTimeNum, LastUsedDateTimeNum) "
+                           "SELECT 'New', 'Bob Ray', 'Ann Lee', 'Ann Lee', 'Desk', 'Subject ' || i, "
+                           "'A body that runs on past the thirty characters', 46348.5, 46348.5 FROM n"));
+        frmMsgsPreview* screen = frmMsgsPreview::instance();
+        screen->show();
+        QElapsedTimer clock;
+        clock.start();
+        screen->Form_Load();
+        const qint64 ms = clock.elapsed();
+        QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), 10000);
+        qInfo("Preview of 10,000 copies loaded in %lld ms", ms);
+        QVERIFY2(ms < 1000, qPrintable(QString::number(ms)));
+    }
+
+    // ---- Select Users
+
+    void pickerIncludes_data()
+    {
+        QTest::addColumn<QString>("toLine");
+        QTest::addColumn<QStringList>("include"); // node keys, in turn
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("a given line, trimmed")
+            << "Cy Dee;  Bob Ray " << QStringList() << QStringList{"Cy Dee", "Bob Ray"};
+        QTest::newRow("two groups sharing a person: once")
+            << "" << QStringList{"Sales", "Support"} << QStringList{"Ann Lee", "Bob Ray", "Di Fox"};
+        QTest::newRow("a member already there")
+            << "Bob Ray" << QStringList{"Sales|Ann Lee", "Support|Bob Ray"} << QStringList{"Bob Ray", "Ann Lee"};
+        QTest::newRow("Everyone, in name order")
+            << "" << QStringList{"Everyone"} << QStringList{"Ann Lee", "Bob Ray", "Cy Dee", "Di Fox"};
+        QTest::newRow("the root is not taken") << "" << QStringList{"R"} << QStringList();
+    }
+
+    void pickerIncludes()
+    {
+        QFETCH(QString, toLine);
+        QFETCH(QStringList, include);
+        QFETCH(QStringList, names);
+        Fixture f;
+        f.site.group("Sales").group("Support").group("Empty");
+        // Everyone is built from the people themselves, not from rows of its own.
+        f.site.execute("INSERT INTO EmployeeGroupTable (GroupName, EmployeeName) VALUES (\"Everyone\", \"Cy Dee\")");
+        f.site.member("Sales", "Bob Ray")
+            .member("Sales", "Ann Lee")
+            .member("Support", "Di Fox")
+            .member("Support", "Bob Ray");
+        frmMessagesToSelection picker(nullptr, {});
+        picker.initialize(toLine);
+        for (const QString& key : include) {
+            picker.tvAvailalbeUsers->setCurrentItem(node(picker.tvAvailalbeUsers, key));
+            picker.cmdInclude->click();
+        }
+        QStringList got, groups;
+        for (int i = 0; i < picker.lstIncludeOthers->count(); ++i) {
+            got << picker.lstIncludeOthers->item(i)->text();
+        }
+        QCOMPARE(got, names);
+        for (int g = 0; g < picker.tvAvailalbeUsers->topLevelItem(0)->childCount(); ++g) {
+            groups << picker.tvAvailalbeUsers->topLevelItem(0)->child(g)->text(0);
+        }
+        QCOMPARE(groups, (QStringList{"Everyone", "Sales", "Support"}));
+        QCOMPARE(picker.cmdInclude->isEnabled(), include.value(0) != "R");
+        QCOMPARE(picker.cmdOK->isDefault(), !names.isEmpty());
+        QCOMPARE(picker.cmdRemove->isEnabled(), !names.isEmpty());
+    }
+
+    void pickerDelivers_data()
+    {
+        QTest::addColumn<QString>("toLine");
+        QTest::addColumn<int>("removals");
+        QTest::addColumn<bool>("escape");
+        QTest::addColumn<std::optional<QString>>("delivered");
+        QTest::newRow("OK as given") << "Bob Ray; Cy Dee" << 0 << false << std::optional<QString>("Bob Ray; Cy Dee");
+        QTest::newRow("first removed") << "Bob Ray; Cy Dee" << 1 << false << std::optional<QString>("Cy Dee");
+        QTest::newRow("all removed: an empty line") << "Bob Ray; Cy Dee" << 2 << false << std::optional<QString>("");
+        QTest::newRow("Esc: nothing") << "Bob Ray" << 1 << true << std::optional<QString>();
+    }
+
+    void pickerDelivers()
+    {
+        QFETCH(QString, toLine);
+        QFETCH(int, removals);
+        QFETCH(bool, escape);
+        QFETCH(std::optional<QString>, delivered);
+        Fixture f;
+        QWidget caller;
+        std::optional<QString> got;
+        MessagesToSelectionInitialize(&caller, toLine, [&got](const QString& line) { got = line; });
+        QPointer<frmMessagesToSelection> picker = caller.findChild<frmMessagesToSelection*>();
+        QVERIFY(picker && picker->isVisible());
+        QCOMPARE(picker->windowTitle(), " VESK-OR Pro  - Select Users");
+        for (int i = 0; i < removals; ++i) {
+            picker->lstIncludeOthers->setCurrentRow(0);
+            picker->cmdRemove->click();
+        }
+        QCOMPARE(picker->cmdOK->isDefault(), picker->lstIncludeOthers->count() > 0);
+        if (escape) {
+            QTest::keyClick(picker, Qt::Key_Escape);
+        } else {
+            QVERIFY(picker->cmdOK->isEnabled());
+            picker->cmdOK->click();
+        }
+        QCOMPARE(got, delivered);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!picker); // unloaded, not only hidden
+    }
+};
+
+QTEST_MAIN(TestMsgsPreview)
+#include "tst_msgspreview.moc"
