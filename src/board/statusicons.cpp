@@ -3,7 +3,7 @@
 // the colour is not the only clue: In a tick, Out an arrow leaving, Busy a bar.
 #include "board/statusicons.h"
 
-#include "board/iconpainter.h"
+#include "platform/gui/iconpainter.h"
 
 #include <QHash>
 #include <QPainterPath>
@@ -11,31 +11,6 @@
 #include <QRadialGradient>
 #include <cmath>
 #include <iterator>
-
-namespace icons {
-
-QIcon drawn(std::initializer_list<int> sizes, const Drawing& draw)
-{
-    QIcon icon;
-    for (int size : sizes) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(size / 32.0, size / 32.0);
-        draw(painter);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
-}
-
-QPen pen(const QColor& color, double width)
-{
-    return QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-}
-
-} // namespace icons
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The fourteen fixed pictures of ToolbarMain, in the buttons' order: simple
 // glyphs in one dark ink with one accent colour, so the row reads as one set.
-#include "board/iconpainter.h"
+#include "platform/gui/iconpainter.h"
 #include "board/statusicons.h"
 
 #include <QHash>

@@ -3,6 +3,7 @@
 #include "options/frmoptions.h"
 
 #include "kernel/globals.h"
+#include "platform/gui/screenplace.h"
 #include "platform/shell.h"
 
 #include <QButtonGroup>
@@ -183,10 +184,7 @@ int frmOptions::exec()
         return Rejected;
     }
     adjustSize();
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect area = screen->geometry();
-        move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
-    }
+    centreOnScreen(this);
     return QDialog::exec();
 }
 

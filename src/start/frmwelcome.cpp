@@ -2,6 +2,7 @@
 
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "platform/gui/screenplace.h"
 #include "platform/process.h"
 
 #include <QCoreApplication>
@@ -52,10 +53,7 @@ void frmWelcome::Form_Load()
     m_release->setText(QStringLiteral("Release 2006-07-22"));
     m_progress->setText(QStringLiteral("Starting..."));
     setFixedSize(sizeHint().expandedTo(QSize(360, 160)));
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect area = screen->geometry();
-        move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
-    }
+    centreOnScreen(this);
     setWindowState(Qt::WindowNoState);
 }
 

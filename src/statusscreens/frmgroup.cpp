@@ -9,6 +9,7 @@
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "platform/clock.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "platform/shell.h"
@@ -285,6 +286,7 @@ bool frmGroup::isChecked(int row) const
 // Centred once its contents are in place, then Activate.
 void frmGroup::showEvent(QShowEvent* event)
 {
+    adjustSize();
     centreOnScreen(this);
     QDialog::showEvent(event);
     Form_Activate();

@@ -8,6 +8,7 @@
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "platform/shell.h"
@@ -198,6 +199,7 @@ void frmStatus::fillCustomFields(dao::Recordset& rs)
 // Centred once its contents are in place, then Activate.
 void frmStatus::showEvent(QShowEvent* event)
 {
+    adjustSize();
     centreOnScreen(this);
     QDialog::showEvent(event);
     Form_Activate();

@@ -166,18 +166,6 @@ void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column)
     editor->setFocus();
 }
 
-void centreOnScreen(QDialog* screen)
-{
-    screen->adjustSize();
-    const QScreen* display = screen->screen() ? screen->screen() : QGuiApplication::primaryScreen();
-    if (!display) {
-        return;
-    }
-    const QRect area = display->geometry();
-    screen->move(area.left() + (area.width() - screen->width()) / 2,
-                 area.top() + (area.height() - screen->height()) / 2);
-}
-
 QString plainCaption(const QString& caption)
 {
     QString plain = caption;

@@ -57,9 +57,6 @@ void onFocusOut(QWidget* widget, std::function<void()> lostFocus);
 // Lays the editor exactly over the grid's cell, a little lower than the row, fills
 // it with the cell's text with the caret at the end, shows it and gives it the focus.
 void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column);
-
-// The middle of the display the screen is on.
-void centreOnScreen(QDialog* screen);
 // Hides the screen while it is still whole, its boxes silent: QDialog's own
 // destructor would hide it later, and a box losing the focus then would call
 // back into a screen already taken apart. Screens call it from their destructor.

@@ -6,6 +6,7 @@
 #include "kernel/globals.h"
 #include "messaging/gui/messagescreens.h"
 #include "messaging/messagestore.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 
@@ -136,8 +137,7 @@ frmMessage::frmMessage(QWidget* parent)
 void frmMessage::Form_Load()
 {
     setWindowTitle(gRun.gstrProgramTitle + QStringLiteral(" - ") + gstrMessageAction + QStringLiteral(" Message"));
-    const QRect display = (screen() ? screen() : QApplication::primaryScreen())->geometry();
-    move((display.width() - width()) / 2, (display.height() - height()) / 2);
+    centreOnScreen(this);
 }
 
 bool frmMessage::eventFilter(QObject* watched, QEvent* event)

@@ -66,11 +66,6 @@ public:
     void cmdTo_Click();
     void showHelp();
 
-    // The pictures of the four modes, by action ("View", "New", "Reply", "Forward").
-    static QPixmap modePicture(const QString& action);
-    // A toolbar button's picture by its key, size pixels square.
-    static QIcon buttonIcon(const QString& key, int size);
-
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

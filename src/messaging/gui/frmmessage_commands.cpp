@@ -5,6 +5,7 @@
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
 #include "messaging/gui/frmmessage.h"
+#include "messaging/gui/messageparts.h"
 #include "messaging/gui/messagescreens.h"
 #include "messaging/messagestore.h"
 #include "platform/msgbox.h"
@@ -90,7 +91,7 @@ void frmMessage::subBindMsgsToolBar()
     ToolbarNewMessage->setToolButtonStyle(captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
     for (QAction* button : ToolbarNewMessage->actions()) {
         const QString key = button->data().toString();
-        button->setIcon(buttonIcon(key, size));
+        button->setIcon(msgparts::messageIcon(key));
         button->setText(captions ? key : QString());
         button->setIconText(captions ? key : QString());
     }

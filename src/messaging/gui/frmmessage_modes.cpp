@@ -5,6 +5,7 @@
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "messaging/gui/frmmessage.h"
+#include "messaging/gui/messageparts.h"
 #include "messaging/gui/messagescreens.h"
 #include "messaging/storedmessage.h"
 #include "platform/clock.h"
@@ -51,7 +52,7 @@ void frmMessage::subCreateMessage(QWidget* caller, long long id)
     subBindMsgsToolBar();
     for (const Mode& mode : kModes) {
         if (gstrMessageAction == QLatin1String(mode.action)) {
-            imgTarget->setPixmap(modePicture(gstrMessageAction));
+            imgTarget->setPixmap(msgparts::messagePicture(gstrMessageAction, 48));
             HelpContextID = mode.helpContext;
         }
     }

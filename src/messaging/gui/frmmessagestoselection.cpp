@@ -3,8 +3,9 @@
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "kernel/globals.h"
-#include "messaging/gui/frmmsgspreview_parts.h"
+#include "messaging/gui/messageparts.h"
 #include "messaging/gui/messagescreens.h"
+#include "platform/gui/screenplace.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -99,7 +100,7 @@ frmMessagesToSelection::frmMessagesToSelection(QWidget* caller, Deliver deliver)
 
     // Load.
     setWindowTitle(gRun.gstrProgramTitle + QStringLiteral(" - Select Users"));
-    msgspreview::centreOnScreen(this);
+    centreOnScreen(this);
 }
 
 void frmMessagesToSelection::initialize(const QString& toLine)

@@ -4,10 +4,11 @@
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "kernel/globals.h"
-#include "messaging/gui/frmmsgspreview_parts.h"
+#include "messaging/gui/messageparts.h"
 #include "messaging/gui/messagescreens.h"
 #include "messaging/messagesql.h"
 #include "platform/clock.h"
+#include "platform/gui/screenplace.h"
 #include "status/statuscommon.h"
 
 #include <QAction>
@@ -129,8 +130,8 @@ frmMsgsPreview::frmMsgsPreview(QWidget* parent)
         listMsgsPreview->setColumnWidth(column, widths[column]);
     }
     listMsgsPreview->viewport()->installEventFilter(this);
-    imgPreviewIcon->setPixmap(msgspreview::buttonIcon(QStringLiteral("Preview")).pixmap(32, 32));
-    setWindowIcon(msgspreview::buttonIcon(QStringLiteral("Preview")));
+    imgPreviewIcon->setPixmap(msgparts::messageIcon(QStringLiteral("Preview")).pixmap(32, 32));
+    setWindowIcon(msgparts::messageIcon(QStringLiteral("Preview")));
     StatusBarMsgsPreview->setSizeGripEnabled(true);
     const std::pair<QWidget*, const char*> spoken[] = {
         {TreeViewCategories, "Select Message Type"},
@@ -214,9 +215,9 @@ void frmMsgsPreview::Form_Load()
         errorbox::showGeneral(QStringLiteral("frmMsgsPreview - Load event"), errorbox::Joined);
         return status::Resume::Next;
     });
-    msgspreview::BusyPointer busy;
+    msgparts::BusyPointer busy;
     setWindowTitle(gRun.gstrProgramTitle + QStringLiteral(" - Preview Messages"));
-    msgspreview::centreOnScreen(this);
+    centreOnScreen(this);
     trap([this] { subBindMsgsPreviewToolBar(); });
     trap([this] {
         const QTreeWidgetItem* root = TreeViewCategories->topLevelItem(0);

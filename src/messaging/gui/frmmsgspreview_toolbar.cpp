@@ -2,7 +2,7 @@
 // the commands behind it.
 #include "kernel/globals.h"
 #include "messaging/gui/frmmsgspreview.h"
-#include "messaging/gui/frmmsgspreview_parts.h"
+#include "messaging/gui/messageparts.h"
 #include "messaging/gui/messagescreens.h"
 #include "messaging/messagestore.h"
 #include "platform/msgbox.h"
@@ -97,7 +97,7 @@ void frmMsgsPreview::subBindMsgsPreviewToolBar()
     ToolbarMsgsPreview->setIconSize(QSize(side, side));
     ToolbarMsgsPreview->setToolButtonStyle(captions ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
     for (QAction* button : ToolbarMsgsPreview->actions()) {
-        trap([&] { button->setIcon(msgspreview::buttonIcon(button->data().toString())); });
+        trap([&] { button->setIcon(msgparts::messageIcon(button->data().toString())); });
     }
 }
 
