@@ -104,6 +104,10 @@ void frmMessage::subMessage_Reply(long long id)
         txtSubject->setText(fields.subject);
         txtBody->setPlainText(fields.body);
     }
+    // The answer is a message of its own: a Save keeps it as a new draft, never
+    // over the copy it answers (the screen may have shown that copy before).
+    txtMsgID->clear();
+    txtCategory->clear();
     subCloseDatabase();
     setFieldsLocked(true, false);
     showButtons({QStringLiteral("Send"), QStringLiteral("Save"), QStringLiteral("Help")});
@@ -120,6 +124,10 @@ void frmMessage::subMessage_Forward(long long id)
         txtSubject->setText(fields.subject);
         txtBody->setPlainText(fields.body);
     }
+    // The answer is a message of its own: a Save keeps it as a new draft, never
+    // over the copy it answers (the screen may have shown that copy before).
+    txtMsgID->clear();
+    txtCategory->clear();
     subCloseDatabase();
     setFieldsLocked(true, false);
     showButtons({QStringLiteral("Send"), QStringLiteral("Save"), QStringLiteral("Help")});

@@ -316,6 +316,7 @@ private slots:
         QTest::newRow("sent stays") << QStringList{"Sent", "Esc", "Sent"};
         QTest::newRow("forward stays") << QStringList{"Forward", "Esc", "Forward"};
         QTest::newRow("replied: stays new") << QStringList{"New", "Reply", "New"};
+        QTest::newRow("reply saved: a draft of its own") << QStringList{"New", "ReplySave", "New"};
         QTest::newRow("deleted, not read") << QStringList{"New", "Delete", "Deleted"};
     }
     void closingMarksRead()
@@ -329,13 +330,18 @@ private slots:
             f.gw.boxes().answer(vbYes);
             s->ToolbarNewMessage_ButtonClick("Delete");
         } else {
-            if (how == "Reply")
+            if (how.startsWith("Reply"))
                 s->ToolbarNewMessage_ButtonClick("Reply");
-            QTest::keyClick(s->txtBody, Qt::Key_Escape);
+            if (how == "ReplySave")
+                s->ToolbarNewMessage_ButtonClick("Save");
+            else
+                QTest::keyClick(s->txtBody, Qt::Key_Escape);
         }
         QVERIFY(s.gone());
         QCOMPARE(f.gw.boxes().count(), how == "Delete" ? 1 : 0);
         QCOMPARE(f.site.value("SELECT Category FROM MessagesTable WHERE MessageID = " + QString::number(id)), after);
+        QCOMPARE(f.site.value("SELECT COUNT(*) FROM MessagesTable WHERE Category = 'Draft'"),
+                 QString::number(how == "ReplySave" ? 1 : 0));
     }
 
     // A typed double quote becomes an apostrophe except in the To line; every
