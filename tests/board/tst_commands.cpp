@@ -32,7 +32,7 @@ struct Board : BoardFixture
 {
     Board()
     {
-        site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray"));
+        site.person("Ann Lee").person("Bob Ray");
         make();
     }
 
@@ -68,19 +68,19 @@ private slots:
     void statusButtons()
     {
         Board b;
-        b.site.statusType({QStringLiteral("Gone Home"), 9, QString(), QStringLiteral("Left for the day"), false, true});
-        b.site.statusType({QStringLiteral("Training"), 12, QStringLiteral("Train"), QString(), false, false});
-        b.site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET ToolBarText = 1 WHERE Name = \"Ann Lee\""));
+        b.site.statusType({"Gone Home", 9, QString(), "Left for the day", false, true});
+        b.site.statusType({"Training", 12, "Train", QString(), false, false});
+        b.site.execute("UPDATE EmployeeSettingsTable SET ToolBarText = 1 WHERE Name = \"Ann Lee\"");
         const QStringList expected = {"Out", "Busy", "In", "At Lunch", "In Meeting", "Gone Home"};
         b.form->subLoadToolBarButtons();
         QCOMPARE(b.statusKeys(), expected);
         b.form->subLoadToolBarButtons();
         QCOMPARE(b.statusKeys(), expected);
-        QCOMPARE(b.action("Change")->text(), QStringLiteral("Change"));
-        QCOMPARE(b.statusButton(QStringLiteral("At Lunch"))->text(), QStringLiteral("Lunch"));
-        QAction* imageOnly = b.statusButton(QStringLiteral("Gone Home"));
+        QCOMPARE(b.action("Change")->text(), "Change");
+        QCOMPARE(b.statusButton("At Lunch")->text(), "Lunch");
+        QAction* imageOnly = b.statusButton("Gone Home");
         QVERIFY(imageOnly->text().isEmpty());
-        QCOMPARE(imageOnly->toolTip(), QStringLiteral("Left for the day"));
+        QCOMPARE(imageOnly->toolTip(), "Left for the day");
         QVERIFY(!imageOnly->icon().isNull());
 
         gRun.gblnRemoteConnection = true;
@@ -112,7 +112,7 @@ private slots:
         gPerson.gblnAutoMinimize = autoMinimize;
         gPerson.gblnChangeScreenPopUp = false;
         b.action(key)->trigger();
-        QCOMPARE(b.ofAnn(QStringLiteral("Status")), key);
+        QCOMPARE(b.ofAnn("Status"), key);
         QCOMPARE(b.form->isMinimized(), autoMinimize);
     }
 
@@ -138,7 +138,7 @@ private slots:
         QFETCH(QStringList, shell);
         Board b;
         b.site.statusType({word, 9, word, word, false, true});
-        gRun.gstrHelpFile = QStringLiteral("user.chm");
+        gRun.gstrHelpFile = "user.chm";
         gPerson.gblnAutoMinimize = true;
         b.form->subLoadToolBarButtons();
         QString modal; // the screen the command opened, closed again at once
@@ -151,8 +151,8 @@ private slots:
         });
         closer.start(0);
         b.statusButton(word)->trigger();
-        QCOMPARE(modal, word == "Options" ? QStringLiteral("frmOptions") : QString());
-        QCOMPARE(b.ofAnn(QStringLiteral("Status")), status);
+        QCOMPARE(modal, word == "Options" ? "frmOptions" : QString());
+        QCOMPARE(b.ofAnn("Status"), status);
         QCOMPARE(b.gw.shell().calls, shell);
         QCOMPARE(b.form->isMinimized(), !status.isEmpty());
     }
@@ -178,23 +178,22 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(b.form));
         for (int i = 0; i < b.list()->topLevelItemCount(); ++i) {
             QTreeWidgetItem* row = b.list()->topLevelItem(i);
-            row->setSelected(selected.contains(row->text(b.column(QStringLiteral("Name")))));
+            row->setSelected(selected.contains(row->text(b.column("Name"))));
         }
         QString shown;
         QTimer::singleShot(0, [&shown] {
             auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             shown = screen->objectName();
-            screen->findChild<QComboBox*>(QStringLiteral("comboStatusTypes"))->setCurrentText("Visiting");
-            screen->findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+            screen->findChild<QComboBox*>("comboStatusTypes")->setCurrentText("Visiting");
+            screen->findChild<QPushButton*>("cmdOk")->click();
         });
         if (key == "Change")
             b.form->subCommand_Change();
         else
             b.form->subCommand_Group(); // the button's right is the rights table's own test
-        QCOMPARE(shown, key == "Change" ? QStringLiteral("frmStatus") : QStringLiteral("frmGroup"));
+        QCOMPARE(shown, key == "Change" ? "frmStatus" : "frmGroup");
         QVERIFY(QTest::qWaitForWindowActive(b.form));
-        QTRY_COMPARE(b.texts(QStringLiteral("Status")).count(QStringLiteral("Visiting")),
-                     qMax(qsizetype(1), selected.size()));
+        QTRY_COMPARE(b.texts("Status").count("Visiting"), qMax(qsizetype(1), selected.size()));
     }
 
     // The Group command with nobody selected, and a browser that cannot start.
@@ -217,12 +216,12 @@ private slots:
     {
         Board b;
         subReadOptions();
-        subReadUserSettings(QStringLiteral("Ann Lee"));
+        subReadUserSettings("Ann Lee");
         b.show(900, 600);
-        QCOMPARE(b.form->panelToolTip(2), QStringLiteral("Current database path"));
-        QCOMPARE(b.form->panelToolTip(3), QStringLiteral("Countdown to next Auto-Refresh"));
-        QVERIFY(b.form->panelToolTip(4).startsWith(QStringLiteral("System Security is ")));
-        QVERIFY(b.form->panelToolTip(5).startsWith(QStringLiteral("User Security is ")));
+        QCOMPARE(b.form->panelToolTip(2), "Current database path");
+        QCOMPARE(b.form->panelToolTip(3), "Countdown to next Auto-Refresh");
+        QVERIFY(b.form->panelToolTip(4).startsWith("System Security is "));
+        QVERIFY(b.form->panelToolTip(5).startsWith("User Security is "));
         QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
 
         QWidget* rows = b.list()->viewport();
@@ -249,17 +248,17 @@ private slots:
             }
             QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
             if (reachable && control->isVisible() && spoken && spoken->text(QAccessible::Name).trimmed().isEmpty()) {
-                unnamed << control->metaObject()->className() + QStringLiteral(" ") + control->objectName();
+                unnamed << QString(control->metaObject()->className()) + " " + control->objectName();
             }
         }
-        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(", ")));
     }
 
     // A first run opens at a size that suits the screen, centred on it.
     void firstRunPlace()
     {
         Board b;
-        subReadUserSettings(QStringLiteral("Ann Lee")); // no place saved
+        subReadUserSettings("Ann Lee"); // no place saved
         const QRect area = b.form->screen()->availableGeometry();
         const QRect place = b.form->geometry();
         QVERIFY(area.contains(place));
@@ -280,15 +279,14 @@ private slots:
     {
         QFETCH(QSize, size);
         Board b;
-        const QString longGroup = QStringLiteral("Facilities and Maintenance");
-        b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
-                                       QStringLiteral("Visiting the customer"));
-        b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
+        const QString longGroup = "Facilities and Maintenance";
+        b.site.group(longGroup).status("Bob Ray", "Out", "Monday", "Visiting the customer");
+        b.setForAnn("DisplayTreeView = True, ToolBarText = 1, IconSize = 0");
         gSite.gblnAllowStatusAlerts = gSite.gblnAllowMessaging = true;
         frmMain& f = b.open();
         f.subLoadToolBarButtons();
         b.show(size.width(), size.height());
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        f.subRefreshUserList("Everyone");
         QCoreApplication::processEvents();
 
         const QToolBar* toolbar = b.child<QToolBar>("ToolbarMain");
@@ -299,9 +297,8 @@ private slots:
         }
         const QHeaderView* header = b.list()->header();
         QVERIFY(header->length() >= b.list()->viewport()->width());
-        const int comments = b.column(QStringLiteral("Comments"));
-        QVERIFY(header->sectionSize(comments) >=
-                header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
+        const int comments = b.column("Comments");
+        QVERIFY(header->sectionSize(comments) >= header->fontMetrics().horizontalAdvance("Visiting the customer"));
         const QTreeWidget* tree = b.child<QTreeWidget>("TreeViewMain");
         QVERIFY(tree->viewport()->width() >= tree->indentation() + tree->fontMetrics().horizontalAdvance(longGroup));
 
@@ -310,7 +307,7 @@ private slots:
         const QTreeWidgetItem* firstRow = b.list()->topLevelItem(0);
         f.subRefreshUserList(QString());
         QCOMPARE(b.list()->topLevelItem(0), firstRow);
-        const QString saved = b.ofAnn(QStringLiteral("CommentsColumnWidth"), QStringLiteral("EmployeeSettingsTable"));
+        const QString saved = b.ofAnn("CommentsColumnWidth", "EmployeeSettingsTable");
         for (const ListColumn& column : f.listColumns()) {
             if (column.name == QLatin1String("Comments")) {
                 QCOMPARE(QString::number(column.width), saved);
@@ -323,8 +320,8 @@ private slots:
     void splitters()
     {
         Board b;
-        b.setForAnn(QStringLiteral("SplitterPositionVertical = 2400, DisplayTreeView = True"));
-        subReadUserSettings(QStringLiteral("Ann Lee"));
+        b.setForAnn("SplitterPositionVertical = 2400, DisplayTreeView = True");
+        subReadUserSettings("Ann Lee");
         b.show(900, 600);
         auto* tree = b.child<QTreeWidget>("TreeViewMain");
         const int left = tree->mapTo(b.form->centralWidget(), QPoint(0, 0)).x();

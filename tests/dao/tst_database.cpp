@@ -135,7 +135,7 @@ private slots:
                               "\"); DROP TABLE People; --|*?#[!a]-|[*]|[|]|Ærøskøbing 東京 😀")
                 .split(u'|');
         texts << QStringLiteral("a\0b") << QStringLiteral("\0") << QStringLiteral("\0[*]\0\"\0")
-              << QStringLiteral("\x01\x1b[0m\x7f\x1f");
+              << "\x01\x1b[0m\x7f\x1f";
         for (const QString& text : texts) {
             QString name;
             for (const QChar c : text)

@@ -142,7 +142,7 @@ private slots:
         QTest::newRow("parameter marker :") << "SELECT * FROM T WHERE A = :a" << 3075;
         QTest::newRow("parameter marker @") << "SELECT * FROM T WHERE A = @a" << 3075;
         QTest::newRow("date literal") << "SELECT * FROM T WHERE A > #1/1/2005#" << 3075;
-        QTest::newRow("control character") << QStringLiteral("SELECT 1\x01") << 3075;
+        QTest::newRow("control character") << "SELECT 1\x01" << 3075;
         QTest::newRow("nul outside a literal") << QStringLiteral("DELETE FROM T WHERE A = 1\0") << 3075;
         QTest::newRow("nul in a name") << QStringLiteral("DELETE FROM [a\0b]") << 3075;
         QTest::newRow("top percent") << "SELECT TOP 5 PERCENT * FROM T" << 3075;
@@ -154,7 +154,7 @@ private slots:
         QFETCH(int, number);
         try {
             const QString sql = dao::translateJet(jet).sql;
-            QFAIL(qPrintable(QStringLiteral("translated to: ") + sql));
+            QFAIL(qPrintable("translated to: " + sql));
         } catch (const dao::JetError& e) {
             QCOMPARE(e.number(), number);
         }

@@ -22,7 +22,7 @@ using namespace platform;
 
 namespace {
 
-const QString kProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
+const QString kProcedure = "modDatabase - subOpenDatabase event";
 
 using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
@@ -136,7 +136,7 @@ private slots:
         QCOMPARE(screen.unloads, unloads);
         // Three tries a round, 500 and 1000 ms apart, counted on the status bar.
         QCOMPARE(gw.clock().sleptMs(), 1500 * answers.size());
-        QCOMPARE(screen.panelText(2), QStringLiteral(" Opening database - try #2"));
+        QCOMPARE(screen.panelText(2), " Opening database - try #2");
     }
 
     void exclusiveOpenIsWaitedOut()
@@ -149,7 +149,7 @@ private slots:
         gw.boxes().answer(vbOK);
 
         subOpenDatabase();
-        QCOMPARE(gw.boxes().last().prompt.left(27), QStringLiteral("Non-fatal Error (3045 ) in "));
+        QCOMPARE(gw.boxes().last().prompt.left(27), "Non-fatal Error (3045 ) in ");
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
                                                   "Please wait a few seconds, then press OK to continue."));
         QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
@@ -277,7 +277,7 @@ private slots:
         QVERIFY2(gw.boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw.boxes().last().prompt));
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
         QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
-        QCOMPARE(gw.boxes().last().title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(gw.boxes().last().title, " VESK-OR Pro ");
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("1"));
 
         // Any other error is a warning, and the procedure leaves.

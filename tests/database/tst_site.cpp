@@ -27,7 +27,7 @@ template <typename F> QString siteErrorOf(F&& f)
     } catch (const database::SiteError& e) {
         return e.message();
     }
-    return QStringLiteral("<no error>");
+    return "<no error>";
 }
 
 } // namespace
@@ -56,7 +56,7 @@ private slots:
             QCOMPARE(count(site, table), 1LL);
         QCOMPARE(site.value("SELECT DatabaseVersion & '|' & RefreshRate & '|' & Counter FROM GlobalSettingsTable, "
                             "NewUserDefaultsTable, StatusCounterTable"),
-                 QStringLiteral("2005|5|1"));
+                 "2005|5|1");
         QVERIFY(count(site, "DueBackTable") > 0);
         QVERIFY(count(site, "StatusTypesTable WHERE ProtectedStatus = True") >= 1);
         // In, Out and Busy have codes of their own, none of those the clients keep.
@@ -70,18 +70,17 @@ private slots:
         site.column("New_Mobile").execute("UPDATE NewUserDefaultsTable SET New_Mobile = 'none yet', RefreshRate = 3");
         site.person("Liam \"Red\" O'Connor", "loconnor", "555 0101");
         const QString who = " WHERE Name = " + dao::quote("Liam \"Red\" O'Connor");
-        QCOMPARE(site.value("SELECT UID & '|' & New_Mobile FROM EmployeeTable" + who),
-                 QStringLiteral("loconnor|none yet"));
+        QCOMPARE(site.value("SELECT UID & '|' & New_Mobile FROM EmployeeTable" + who), "loconnor|none yet");
         QCOMPARE(site.value("SELECT RefreshRate & '|' & LastModifiedColumnOrder & '|' & SortColumnName FROM "
                             "EmployeeSettingsTable" +
                             who),
-                 QStringLiteral("3|6|Name"));
+                 "3|6|Name");
 
         site.tracking("Ann", "Bob", "Out", 45000.25);
         const long long first = site.message({.owner = "Bob", .fromName = "Ann", .toName = "Bob", .subject = "Hi"});
         QVERIFY(site.message({.owner = "Ann", .category = "Sent", .fromName = "Ann", .toName = "Bob"}) > first);
         const QString column = release == SchemaRelease::Present ? "TrackeeLastUpdated" : "TrackeeLastUpdate";
-        QCOMPARE(site.value("SELECT " + column + " FROM EmployeeStatusTracking"), QStringLiteral("45000.25"));
+        QCOMPARE(site.value("SELECT " + column + " FROM EmployeeStatusTracking"), "45000.25");
     }
 
     void refusals_data()
@@ -121,8 +120,8 @@ private slots:
     {
         TempSite site;
         site.person("Ann Lee").column("New_Desk", true);
-        QCOMPARE(site.value("SELECT New_DeskReadOnly FROM EmployeeTable"), QStringLiteral("True"));
-        QCOMPARE(database::extraColumnCaption("New_Desk"), QStringLiteral("Desk"));
+        QCOMPARE(site.value("SELECT New_DeskReadOnly FROM EmployeeTable"), "True");
+        QCOMPARE(database::extraColumnCaption("New_Desk"), "Desk");
     }
 
     void countersRise()
@@ -148,9 +147,9 @@ private slots:
         const QString outCode = site.value("SELECT StatusCode FROM StatusTypesTable WHERE Status = 'Out'");
         QCOMPARE(site.value("SELECT StatusCode & '|' & DueBack FROM EmployeeTable WHERE Name = 'Ann'"),
                  outCode + "|Tomorrow");
-        QCOMPARE(site.value("SELECT StatusCode FROM EmployeeTable WHERE Name = 'Bob'"), QStringLiteral("4"));
+        QCOMPARE(site.value("SELECT StatusCode FROM EmployeeTable WHERE Name = 'Bob'"), "4");
         QCOMPARE(site.value("SELECT StatusCode & '|' & LastModified FROM EmployeeTable WHERE Name = 'Cy'"),
-                 QStringLiteral("11|2024-01-02 03:04:05 by Ann"));
+                 "11|2024-01-02 03:04:05 by Ann");
     }
 
     void boardOfAGroup_data()

@@ -27,7 +27,7 @@ QStringList contents(const TempSite& site, const QStringList& tables, const QStr
         for (; !rs->isEOF(); rs->MoveNext()) {
             QStringList row;
             for (int i = 0; i < rs->FieldCount(); ++i)
-                row << (rs->Fields(i).IsNull() ? QStringLiteral("Null") : rs->Fields(i).Text());
+                row << (rs->Fields(i).IsNull() ? "Null" : rs->Fields(i).Text());
             lines << row.join('|');
         }
     }
@@ -100,7 +100,7 @@ private slots:
         QCOMPARE(contents(site, {"GlobalSettingsTable"},
                           "DatabaseReleaseVersion, AllowMessaging, AllowStatusAlerts, AllowPresenceSensing")
                      .value(1),
-                 QStringLiteral("Null|Null|Null|True"));
+                 "Null|Null|Null|True");
     }
 
     void presentFileIsUntouched()
@@ -204,11 +204,11 @@ private slots:
         site.makeCurrent();
         subTestStatusCounterTable();
         const QString columns = "Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter";
-        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), QStringLiteral("1|1|4|1|1"));
+        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), "1|1|4|1|1");
 
         site.execute("DELETE FROM StatusCounterTable");
         subTestStatusCounterTable();
-        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), QStringLiteral("1|1|1|1|1"));
+        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), "1|1|1|1|1");
     }
 };
 

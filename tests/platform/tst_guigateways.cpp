@@ -122,7 +122,7 @@ private slots:
             box->button(QMessageBox::Ignore)->click();
         });
         QtMessageBoxes boxes;
-        QCOMPARE(boxes.show(QStringLiteral("Proceed?"), flags, QStringLiteral("T")), answer);
+        QCOMPARE(boxes.show("Proceed?", flags, "T"), answer);
         QCOMPARE(seenButtons, buttons);
         QCOMPARE(seenIcon, icon);
         QCOMPARE(seenDefault, defaultButton);
@@ -130,7 +130,7 @@ private slots:
 
     void messageBox_textLinesAndTitle()
     {
-        setAppTitle(QStringLiteral(" VESK-OR Pro "));
+        setAppTitle(" VESK-OR Pro ");
         QString text;
         QString title;
         Qt::TextFormat format = Qt::AutoText;
@@ -141,11 +141,10 @@ private slots:
             box->button(QMessageBox::Ok)->click();
         });
         QtMessageBoxes boxes;
-        boxes.show(QStringLiteral("P:\\veskor.mdb\r\nis not a <b>database</b>.\rPress OK\nto exit."), vbOKOnly,
-                   QString());
-        QCOMPARE(text, QStringLiteral("P:\\veskor.mdb\nis not a <b>database</b>.\nPress OK\nto exit."));
+        boxes.show("P:\\veskor.mdb\r\nis not a <b>database</b>.\rPress OK\nto exit.", vbOKOnly, QString());
+        QCOMPARE(text, "P:\\veskor.mdb\nis not a <b>database</b>.\nPress OK\nto exit.");
         QCOMPARE(format, Qt::PlainText);
-        QCOMPARE(title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(title, " VESK-OR Pro ");
     }
 };
 

@@ -92,7 +92,7 @@ private slots:
         QFETCH(QString, defaultValue);
         QFETCH(int, bufferSize);
         QFETCH(QString, expected);
-        const QString path = m_dir.filePath(QStringLiteral("sample.ini"));
+        const QString path = m_dir.filePath("sample.ini");
         QVERIFY(writeFile(path, sample));
         QCOMPARE(GetPrivateProfileString(section, key, defaultValue, bufferSize, path), expected);
     }
@@ -134,11 +134,8 @@ private slots:
 
     void missingFileGivesTheDefaultAndAMissingFolderFails()
     {
-        QCOMPARE(GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QStringLiteral("d"),
-                                         200, m_dir.filePath(QStringLiteral("absent.ini"))),
-                 QStringLiteral("d"));
-        QVERIFY(!WritePrivateProfileString(QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"),
-                                           m_dir.filePath(QStringLiteral("no/such/folder/x.ini"))));
+        QCOMPARE(GetPrivateProfileString("DataPath", "DataPath", "d", 200, m_dir.filePath("absent.ini")), "d");
+        QVERIFY(!WritePrivateProfileString("A", "B", "C", m_dir.filePath("no/such/folder/x.ini")));
     }
 
     // A local path's spelling on the network, and back.
@@ -184,13 +181,11 @@ private slots:
     void profileFilesByUncPath()
     {
         QTemporaryDir dir;
-        setMountTable(MountTable{{QStringLiteral("//srv/share"), dir.path(), QStringLiteral("cifs")}});
-        const QString unc = QStringLiteral("\\\\SRV\\Share\\veskor.ini");
-        QVERIFY(WritePrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QStringLiteral("x"),
-                                          unc));
-        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("veskor.ini"))));
-        QCOMPARE(GetPrivateProfileString(QStringLiteral("datapath"), QStringLiteral("DATAPATH"), QString(), 200, unc),
-                 QStringLiteral("x"));
+        setMountTable(MountTable{{"//srv/share", dir.path(), "cifs"}});
+        const QString unc = "\\\\SRV\\Share\\veskor.ini";
+        QVERIFY(WritePrivateProfileString("DataPath", "DataPath", "x", unc));
+        QVERIFY(QFile::exists(dir.filePath("veskor.ini")));
+        QCOMPARE(GetPrivateProfileString("datapath", "DATAPATH", QString(), 200, unc), "x");
     }
 };
 

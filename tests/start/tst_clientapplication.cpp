@@ -22,7 +22,7 @@ class FailingControl : public QWidget
 public:
     explicit FailingControl(QWidget* window) : QWidget(window)
     {
-        setObjectName(QStringLiteral("cmdProbe"));
+        setObjectName("cmdProbe");
     }
     std::function<void()> failure;
 
@@ -63,12 +63,12 @@ private slots:
         TestGateways gw;
         gw.boxes().answer(platform::vbOK);
         QWidget window;
-        window.setObjectName(QStringLiteral("frmProbe"));
+        window.setObjectName("frmProbe");
         FailingControl control(&window);
         control.failure = [kind] {
             switch (kind) {
             case 0:
-                throw dao::JetError(3218, QStringLiteral("Could not update; currently locked."));
+                throw dao::JetError(3218, "Could not update; currently locked.");
             case 1:
                 throw std::bad_alloc();
             case 3:

@@ -89,14 +89,14 @@ private slots:
         setPersonField(f, "AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel", "1");
         gPerson.gblnAutoLogIn = true;
 
-        subReadUserSettings(QStringLiteral("Ann Lee"));
+        subReadUserSettings("Ann Lee");
 
         QCOMPARE(gPerson.gintRefreshRate, rate);
         QCOMPARE((QStringList{gRun.gstrCurrentGroup, gPerson.gstrDefaultGroup}), (QStringList{group, group}));
         QVERIFY(!gPerson.gblnAutoLogIn);
         QVERIFY(!gPerson.glngScreenTop.has_value());
         QCOMPARE(f.board.normalGeometry().left(), 40);
-        QCOMPARE(f.board.panelToolTip(5), QStringLiteral("User Security is MEDIUM"));
+        QCOMPARE(f.board.panelToolTip(5), "User Security is MEDIUM");
         QCOMPARE(f.gw.boxes().count(), 0);
     }
 
@@ -109,13 +109,13 @@ private slots:
         f.site.column("New_Mobile").group("Sales");
         f.board.columns = {{"Status", 1, 900}, {"Name", 2, 2000}, {"Mobile", 3, 1200}};
         f.board.setNormalGeometry(QRect(30, 20, 640, 480));
-        gRun.gstrCurrentGroup = QStringLiteral("Sales");
-        gPerson.gstrSortColumnName = QStringLiteral("Phone");
+        gRun.gstrCurrentGroup = "Sales";
+        gPerson.gstrSortColumnName = "Phone";
         layoutValues() = kLayout;
         gPerson.glngSplitterHorizontal = 3333;
         gSite.gblnAllowMessaging = gSite.gblnAllowStatusAlerts = false;
 
-        subSaveUserSettings(QStringLiteral("Ann Lee"));
+        subSaveUserSettings("Ann Lee");
 
         QCOMPARE(f.row("SELECT NameColumnOrder, NameColumnWidth, New_MobileColumnOrder, New_MobileColumnWidth,"
                        " SplitterPositionHorizontal FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""),
@@ -124,10 +124,10 @@ private slots:
         f.board.setNormalGeometry(QRect());
         gRun.gstrCurrentDatabasePath = f.site.path();
         gRun.gblnDatabaseClosed = true;
-        subReadUserSettings(QStringLiteral("Ann Lee"));
+        subReadUserSettings("Ann Lee");
         QVERIFY(layoutValues() == kLayout);
-        QCOMPARE(gRun.gstrCurrentGroup, QStringLiteral("Sales"));
-        QCOMPARE(gPerson.gstrSortColumnName, QStringLiteral("Phone"));
+        QCOMPARE(gRun.gstrCurrentGroup, "Sales");
+        QCOMPARE(gPerson.gstrSortColumnName, "Phone");
         QCOMPARE(f.board.normalGeometry(), QRect(30, 20, 640, 480));
     }
 
@@ -137,7 +137,7 @@ private slots:
         f.board.setNormalGeometry(QRect(30, 20, 640, 480));
         gRun.gblnRemoteConnection = true;
         const QStringList before = f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
-        subSaveUserSettings(QStringLiteral("Ann Lee"));
+        subSaveUserSettings("Ann Lee");
         QCOMPARE(f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""), before);
     }
 };

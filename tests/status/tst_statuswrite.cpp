@@ -16,10 +16,9 @@ using namespace platform;
 
 namespace {
 
-const QString kStamp = QStringLiteral("2026-11-22 09:30:00 by Ann Lee");
+const QString kStamp = "2026-11-22 09:30:00 by Ann Lee";
 constexpr double kNow = 46348.395833333336; // the fake clock's moment as a date number
-const QString kOwnOnly =
-    QStringLiteral(" Your security setting only allows you to change YOUR OWN Status in this Group.");
+const QString kOwnOnly = " Your security setting only allows you to change YOUR OWN Status in this Group.";
 
 struct Route
 {
@@ -75,12 +74,12 @@ private slots:
         f.board.selected = r.selected;
         f.board.current = r.current;
         f.board.groupButton = r.groupButton;
-        gRun.gstrDueBack = QStringLiteral("3pm");
-        gRun.gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = "3pm";
+        gRun.gstrComment = "Dentist";
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         for (const QString name : {"Ann Lee", "Bob Ray", "Cy Dee"}) {
             QCOMPARE(f.statusOf(name) == QLatin1String("Busy"), r.written.contains(name));
@@ -114,10 +113,10 @@ private slots:
         QFETCH(Word, w);
         StatusFixture f;
         f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
-        f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
+        f.board.setCaption(" VESK-OR Pro  - [Ann Lee] 'Out'");
         gPerson.gblnAutoClearComments = w.autoClear;
-        gRun.gstrDueBack = QStringLiteral("Tomorrow");
-        gRun.gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = "Tomorrow";
+        gRun.gstrComment = "Dentist";
 
         subSetStatus(w.word);
 
@@ -151,11 +150,11 @@ private slots:
         gRun.gstrDefaultUser = user;
         const long long before = f.counter();
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         QCOMPARE(f.statusOf("Ann Lee"), QString());
-        QCOMPARE(f.statusOf(user), hasRow ? QStringLiteral("Busy") : QStringLiteral("<no row>"));
-        QCOMPARE(f.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), QStringLiteral("Busy"));
+        QCOMPARE(f.statusOf(user), hasRow ? "Busy" : "<no row>");
+        QCOMPARE(f.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), "Busy");
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.site.value("SELECT Name FROM TransactionLogTable"), user);
     }
@@ -169,18 +168,18 @@ private slots:
         f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
         gRun.gblnSuppressNextLog = true;
 
-        subSetStatus(QStringLiteral("At Lunch"));
+        subSetStatus("At Lunch");
 
         auto rs = f.site.openDb()->OpenRecordset("SELECT TrackeeStatus, TrackeeLastUpdated FROM EmployeeStatusTracking"
                                                  " ORDER BY Tracker DESC",
                                                  dao::dbOpenSnapshot);
-        QCOMPARE(rs->Fields(0).Text(), QStringLiteral("At Lunch"));
+        QCOMPARE(rs->Fields(0).Text(), "At Lunch");
         QCOMPARE(rs->Fields(1).Value().toDouble(), kNow);
         rs->MoveNext();
         QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
         QCOMPARE(f.logRows(), 0);
         QVERIFY(!gRun.gblnSuppressNextLog);
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
         QCOMPARE(f.logRows(), 1);
     }
 
@@ -194,12 +193,12 @@ private slots:
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         const QList<ShownBox> boxes = f.gw.boxes().shown();
         QCOMPARE(boxes.size(), 4);
         QVERIFY(boxes[0].prompt.startsWith("Error ( 3027 ) in modUser - subUpdateSelectedUsersRecords event\r"));
-        QCOMPARE(boxes[0].title, QStringLiteral(" VESK-OR Pro  - Set Status Error"));
+        QCOMPARE(boxes[0].title, " VESK-OR Pro  - Set Status Error");
         QCOMPARE(boxes[1].flags, vbRetryCancel + vbQuestion);
         QVERIFY(boxes[1].prompt.startsWith(boxes[0].prompt + "\rUnable to update your status at present. Probable"));
         QVERIFY(boxes[1].prompt.endsWith("press Retry to continue or Cancel to abort the status change."));
@@ -228,7 +227,7 @@ private slots:
         QLocale::setDefault(locale);
         gSite.gblnTransactionLog = !logged.isEmpty();
 
-        subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
+        subUpdateTransactionLog("Busy", "3pm", "Say \"hi\"", name);
 
         const QStringList row = f.row("SELECT * FROM TransactionLogTable");
         if (logged.isEmpty()) {
@@ -252,15 +251,15 @@ private slots:
             renameTable(f.site, "TransactionLogTable", "LogAway");
             QTimer::singleShot(0, [&] {
                 renameTable(f.site, "LogAway", "TransactionLogTable");
-                gRun.gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+                gRun.gstrSQL = "SELECT * FROM StatusCounterTable";
             });
-            subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
+            subUpdateTransactionLog("Busy", QString(), QString(), QString());
             QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
             QCoreApplication::processEvents();
         }
         QCOMPARE(f.logRows(), 2);
         const ShownBox box = f.gw.boxes().last();
-        QCOMPARE(box.title, QStringLiteral("VESK-OR - Repair/Compacting Error"));
+        QCOMPARE(box.title, "VESK-OR - Repair/Compacting Error");
         QCOMPARE(box.flags, vbOKOnly + vbExclamation);
         QVERIFY(box.prompt.startsWith("Cannot complete the current operation due to the following error: ( 3078 ) \r"));
         QVERIFY(box.prompt.endsWith("\r\rPossible causes:\rSomeone was updating their status at the exact moment you "
@@ -268,7 +267,7 @@ private slots:
                                     "subUpdateTransactionLog event"));
 
         renameTable(f.site, "TransactionLogTable", "LogAway");
-        subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
+        subUpdateTransactionLog("Busy", QString(), QString(), QString());
         QCOMPARE(f.gw.boxes().count(), 1);
         QVERIFY(f.gw.clock().sleptMs() > 0);
     }
@@ -304,7 +303,7 @@ private slots:
             "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
             "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;"));
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         QCOMPARE(sqliteColumn(f.site.dbPath(), "SELECT W FROM Writes ORDER BY N"), writes);
     }
@@ -344,7 +343,7 @@ private slots:
         f.gw.boxes().answer(vbOK, boxes);
 
         try {
-            subSetStatus(QStringLiteral("Busy"));
+            subSetStatus("Busy");
             QVERIFY(group || breakage.startsWith("CREATE"));
         } catch (const dao::JetError& e) {
             QCOMPARE(e.number(), int(dao::errTableNotFound));
@@ -352,7 +351,7 @@ private slots:
 
         QCOMPARE(f.gw.boxes().count(), boxes);
         for (const QString& name : f.board.names)
-            QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
+            QCOMPARE(f.statusOf(name), "Out");
         if (!breakage.startsWith("ALTER"))
             QCOMPARE(f.site.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
         QCOMPARE(f.counter(), before);
@@ -388,10 +387,10 @@ private slots:
         });
         QTimer::singleShot(300, [&] { other.begin("COMMIT"); });
 
-        subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
+        subUpdateDefaultUsersRecord("Busy");
 
         QVERIFY(gRun.gdbDatabase->isOpen());
-        QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
+        QCOMPARE(f.statusOf("Ann Lee"), "Busy");
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.logRows(), 1);
     }
