@@ -111,8 +111,6 @@ private slots:
     void roundTrip()
     {
         QFETCH(Screen, chosen);
-        QFETCH(int, refreshRate);
-        QFETCH(int, minimizeSetting);
         Options o;
         const QString counter = o.value("SELECT Counter + 1 FROM StatusCounterTable");
         o.setForAnn("AutoClearComments = Null, AutoMinimize = Null");
@@ -125,8 +123,8 @@ private slots:
             f.cmdOkOptions->click();
             QCOMPARE(f.result(), int(QDialog::Accepted));
         }
-        QCOMPARE(o.setting("RefreshRate").toInt(), refreshRate);
-        QCOMPARE(o.setting("MinimizeSetting").toInt(), minimizeSetting);
+        QTEST(o.setting("RefreshRate").toInt(), "refreshRate");
+        QTEST(o.setting("MinimizeSetting").toInt(), "minimizeSetting");
         QCOMPARE(o.ofAnn("Phone"), chosen.phone);
         QVERIFY(!status::boolFromText(o.setting("AutoMinimize")));
         QCOMPARE(o.value("SELECT Counter FROM StatusCounterTable"), counter);
@@ -209,7 +207,6 @@ private slots:
     {
         QFETCH(Screen, chosen);
         QFETCH(int, countDown);
-        QFETCH(bool, tray);
         Options o;
         o.setForAnn("MinimizeSetting = 2");
         frmMain& board = o.open();
@@ -232,7 +229,7 @@ private slots:
         QCOMPARE(o.list()->font().pointSize(), chosen.fontSize);
 
         board.Form_Activate();
-        QCOMPARE(board.sysTrayIconExists(), tray);
+        QTEST(board.sysTrayIconExists(), "tray");
         QCOMPARE(gBoard.gintTimerMainCountDown, countDown);
         board.TimerMain_Timer();
         QCOMPARE(o.child<QTimer>("TimerMain")->isActive(), countDown != 0);

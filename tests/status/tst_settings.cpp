@@ -43,7 +43,6 @@ private slots:
     void readOptions()
     {
         QFETCH(QStringList, allowAndOverride);
-        QFETCH(bool, alertsOn);
         QFETCH(QString, level);
         StatusFixture f;
         const QString number = QString::number(QStringList{"LOW", "MEDIUM", "HIGH"}.indexOf(level));
@@ -56,7 +55,7 @@ private slots:
 
         subReadOptions();
 
-        QCOMPARE(gSite.gblnAllowStatusAlerts, alertsOn);
+        QTEST(gSite.gblnAllowStatusAlerts, "alertsOn");
         QCOMPARE(f.board.panelToolTip(4), "System Security is " + level);
         QVERIFY(!gSite.gblnUpdateStatusOnLock);
         QVERIFY(gSite.gblnTransactionLog);
@@ -80,7 +79,6 @@ private slots:
     {
         QFETCH(QString, refreshRate);
         QFETCH(QString, defaultGroup);
-        QFETCH(long long, rate);
         QFETCH(QString, group);
         StatusFixture f;
         f.site.group("Sales");
@@ -91,7 +89,7 @@ private slots:
 
         subReadUserSettings("Ann Lee");
 
-        QCOMPARE(gPerson.gintRefreshRate, rate);
+        QTEST(gPerson.gintRefreshRate, "rate");
         QCOMPARE((QStringList{gRun.gstrCurrentGroup, gPerson.gstrDefaultGroup}), (QStringList{group, group}));
         QVERIFY(!gPerson.gblnAutoLogIn);
         QVERIFY(!gPerson.glngScreenTop.has_value());

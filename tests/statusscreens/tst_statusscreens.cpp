@@ -315,8 +315,6 @@ private slots:
     {
         QFETCH(bool, group);
         QFETCH(int, key);
-        QFETCH(QString, stored);
-        QFETCH(QStringList, help);
         StatusFixture f;
         f.site.status("Ann Lee", "Out");
         f.board.select({0});
@@ -333,10 +331,10 @@ private slots:
 
         QTest::keyClick(status->lineEdit(), Qt::Key(key));
 
-        QCOMPARE(f.statusOf("Ann Lee"), stored);
+        QTEST(f.statusOf("Ann Lee"), "stored");
         QCOMPARE(screen->isVisible(), key == Qt::Key_F1);
         QCOMPARE(f.board.minimized, key == Qt::Key_Return);
-        QCOMPARE(f.gw.shell().calls, help);
+        QTEST(f.gw.shell().calls, "help");
     }
 
     void groupChange_data()
