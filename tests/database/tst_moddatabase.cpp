@@ -80,25 +80,27 @@ private slots:
         QTest::addColumn<int>("flags");
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("unloads");
+        const auto row = [](const char* name, const char* broken, QList<int> answers, const QString& start,
+                            const QString& end, int flags, const QString& title, int unloads) {
+            QTest::newRow(name) << broken << answers << start << end << flags << title << unloads;
+        };
         const int retryCancel = vbRetryCancel + vbExclamation;
         // Retry goes round again: three more tries, then the same box.
-        QTest::newRow("missing file: Retry, then Cancel ends without unloading")
-            << "file" << QList<int>{vbRetry, vbCancel} << "Non-fatal Error (3024 ) in " + kProcedure + "\r"
-            << "\r\rPossible Causes: \r                 1) The server is busy deleting the VESKOR.LDB file.\r       "
-               "          2) The network cable has been disconnected."
-            << retryCancel << " VESK-OR Pro  - Error in subOpenDatabase" << 0;
-        QTest::newRow("missing folder: Cancel unloads and ends")
-            << "folder" << QList<int>{vbCancel} << "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n"
-            << "\r\n\r\nPossible causes: \r\n1) Invalid Database Path in VESKOR.INI. \r\n2) You do not have access "
-               "permissions to the database via this path. \r\n3) The Network connection may have been permanently or "
-               "temporarily lost.\r\n\r\nSelect Retry to attempt to open the database again.\r\nSelect Cancel to exit."
-            << retryCancel << QString() << 1;
-        QTest::newRow("not a database: damaged")
-            << "garbage" << QList<int>{vbOK} << QString()
-            << "\rPlease inform the Network Supervisor that the database is damaged and must be repaired."
-            << int(vbExclamation) << kProcedure + " - Fatal Error in  VESK-OR Pro " << 1;
-        QTest::newRow("a folder by the file's name: any other number")
-            << "folder as file" << QList<int>{vbOK} << "Error (3055 - " << QString() << 0 << QString() << 1;
+        row("missing file: Retry, then Cancel ends without unloading", "file", {vbRetry, vbCancel},
+            "Non-fatal Error (3024 ) in " + kProcedure + "\r",
+            "\r\rPossible Causes: \r                 1) The server is busy deleting the VESKOR.LDB file.\r          "
+            "       2) The network cable has been disconnected.",
+            retryCancel, " VESK-OR Pro  - Error in subOpenDatabase", 0);
+        row("missing folder: Cancel unloads and ends", "folder", {vbCancel},
+            "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n",
+            "\r\n\r\nPossible causes: \r\n1) Invalid Database Path in VESKOR.INI. \r\n2) You do not have access "
+            "permissions to the database via this path. \r\n3) The Network connection may have been permanently or "
+            "temporarily lost.\r\n\r\nSelect Retry to attempt to open the database again.\r\nSelect Cancel to exit.",
+            retryCancel, "", 1);
+        row("not a database: damaged", "garbage", {vbOK}, "",
+            "\rPlease inform the Network Supervisor that the database is damaged and must be repaired.", vbExclamation,
+            kProcedure + " - Fatal Error in  VESK-OR Pro ", 1);
+        row("a folder by the file's name: any other number", "folder as file", {vbOK}, "Error (3055 - ", "", 0, "", 1);
     }
 
     void failedOpen()
