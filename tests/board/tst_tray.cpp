@@ -97,18 +97,13 @@ private slots:
 
     void menuClick_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("status");
+        QTest::addColumn<QString>("status"); // the row's name is the entry's key
         QTest::addColumn<long long>("code");
         QTest::addColumn<Qt::WindowStates>("state");
-        QTest::newRow("Out") << "Out"
-                             << "Out" << 1LL << Qt::WindowStates();
-        QTest::newRow("Busy") << "Busy"
-                              << "Busy" << 2LL << Qt::WindowStates();
-        QTest::newRow("Minimize") << "Minimize"
-                                  << "In" << 3LL << Qt::WindowStates(Qt::WindowMinimized);
-        QTest::newRow("Maximize") << "Maximize"
-                                  << "In" << 3LL << Qt::WindowStates(Qt::WindowMaximized);
+        QTest::newRow("Out") << "Out" << 1LL << Qt::WindowStates();
+        QTest::newRow("Busy") << "Busy" << 2LL << Qt::WindowStates();
+        QTest::newRow("Minimize") << "In" << 3LL << Qt::WindowStates(Qt::WindowMinimized);
+        QTest::newRow("Maximize") << "In" << 3LL << Qt::WindowStates(Qt::WindowMaximized);
     }
 
     // The status entries write without asking for rights (the Group button is off);
@@ -116,7 +111,7 @@ private slots:
     // board stays on the task bar, even when it is to live in the tray only.
     void menuClick()
     {
-        QFETCH(QString, key);
+        const QString key = QTest::currentDataTag();
         QFETCH(QString, status);
         QFETCH(long long, code);
         TrayBoard board(1);

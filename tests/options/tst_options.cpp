@@ -45,13 +45,8 @@ struct Screen
         const auto checkedAt = [](const QList<QRadioButton*>& b) {
             return int(std::find_if(b.begin(), b.end(), [](auto* r) { return r->isChecked(); }) - b.begin());
         };
-        Screen s{{},
-                 checkedAt(f.optionRefreshRate),
-                 checkedAt(f.optSysTrayTaskBar),
-                 checkedAt(f.optIconSize),
-                 checkedAt(f.optToolBarText),
-                 f.comboFontSizeDisplay->currentText().toInt(),
-                 f.txtPhone->text()};
+        Screen s(QString(), checkedAt(f.optionRefreshRate), checkedAt(f.optSysTrayTaskBar), checkedAt(f.optIconSize),
+                 checkedAt(f.optToolBarText), f.comboFontSizeDisplay->currentText().toInt(), f.txtPhone->text());
         for (const char* flag : kFlags) {
             s.flags += f.findChild<QCheckBox*>(flag)->isChecked() ? '1' : '0';
         }
