@@ -32,7 +32,9 @@ private slots:
     {
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
+        file = path("veskor.mdb");
         DBEngine::setBusyTimeoutMs(2000);
+        daotest::makePeople(file);
     }
 
     void openFailures_data()
@@ -65,7 +67,6 @@ private slots:
         } else if (setup == "jet" || setup == "ace") {
             QVERIFY(writeFile(target, legacyHeader(setup == "jet" ? "Standard Jet DB" : "Standard ACE DB")));
         } else if (setup == "truncated" || setup == "damaged") {
-            daotest::makePeople(target);
             QVERIFY(sqliteExec(target, "CREATE TABLE Filler (x); INSERT INTO Filler VALUES (randomblob(20000));"));
             QFile f(target);
             if (setup == "truncated") {
@@ -91,8 +92,6 @@ private slots:
     {
         if (::geteuid() == 0)
             QSKIP("root reads every file");
-        const QString file = path("veskor.mdb");
-        daotest::makePeople(file);
         QFile::setPermissions(file, QFileDevice::ReadOwner);
         QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file); }), int(errNoPermission));
         QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file, false, true); }), 0);
@@ -104,22 +103,20 @@ private slots:
     // a network share.
     void createDatabase()
     {
-        const QString file = path("new.mdb");
-        DBEngine::CreateDatabase(file)->Close();
-        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Execute("CREATE TABLE T (A LONG)"); }), 0);
-        QCOMPARE(DBEngine::OpenDatabase(file)->TableNames(), QStringList{"T"});
-        QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(file); }), int(errDatabaseExists));
+        const QString created = path("new.mdb");
+        DBEngine::CreateDatabase(created)->Close();
+        QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(created)->Execute("CREATE TABLE T (A LONG)"); }), 0);
+        QCOMPARE(DBEngine::OpenDatabase(created)->TableNames(), QStringList{"T"});
+        QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(created); }), int(errDatabaseExists));
         QCOMPARE(jetNumber([&] { DBEngine::CreateDatabase(path("no/new.mdb")); }), int(errInvalidPath));
 
-        QCOMPARE(sqliteValue(file, "PRAGMA journal_mode"), QString("delete"));
+        QCOMPARE(sqliteValue(created, "PRAGMA journal_mode"), QString("delete"));
     }
 
     // The maintenance open shuts out every other open with 3045, at once (without
     // the busy wait), in this process and in another; a holder that dies lets go.
     void exclusiveOpen()
     {
-        const QString file = path("veskor.mdb");
-        daotest::makePeople(file);
         DBEngine::OpenDatabase(file)->Close();
         QVERIFY(!QFile::exists(path("veskor.ldb"))); // a shared open makes no lock file
 
@@ -145,8 +142,6 @@ private slots:
 
     void busyFileAtOpen()
     {
-        const QString file = path("veskor.mdb");
-        daotest::makePeople(file);
         daotest::Helper helper;
         QCOMPARE(helper.start({"hold", file}), QString("locked"));
         DBEngine::setBusyTimeoutMs(300);
@@ -160,8 +155,6 @@ private slots:
 
     void closedDatabaseIsInvalid()
     {
-        const QString file = path("veskor.mdb");
-        daotest::makePeople(file);
         auto db = DBEngine::OpenDatabase(file);
         auto rs = db->OpenRecordset("People");
         db->Close();
@@ -175,8 +168,6 @@ private slots:
 
     void readOnlyOpen()
     {
-        const QString file = path("veskor.mdb");
-        daotest::makePeople(file);
         auto db = DBEngine::OpenDatabase(file, false, true);
         auto rs = db->OpenRecordset("People");
         QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
@@ -189,6 +180,7 @@ private:
         return m_dir->filePath(name);
     }
     std::unique_ptr<QTemporaryDir> m_dir;
+    QString file; // the small table of people, made afresh for each test
 };
 
 QTEST_GUILESS_MAIN(TestDBEngine)
