@@ -47,9 +47,9 @@ void renameTable(const TempSite& site, const QByteArray& from, const QByteArray&
     QVERIFY(site.rawExec("ALTER TABLE " + from + " RENAME TO " + to));
 }
 
-void setPersonField(StatusFixture& f, const QString& field, const QString& value)
+void setForAnn(StatusFixture& f, const QString& assignments)
 {
-    f.site.execute("UPDATE EmployeeSettingsTable SET " + field + " = " + value + " WHERE Name = \"Ann Lee\"");
+    f.site.execute("UPDATE EmployeeSettingsTable SET " + assignments + " WHERE Name = \"Ann Lee\"");
 }
 
 // Every value the end of a run writes, as the next start reads it back.
@@ -148,17 +148,16 @@ private slots:
 
     void nameMatchesOnlyItself_data()
     {
-        QTest::addColumn<QString>("user");
         QTest::addColumn<bool>("hasRow");
-        QTest::newRow("wildcard name with its row") << "A*" << true;
-        QTest::newRow("wildcard name without a row") << "A*" << false;
+        QTest::newRow("wildcard name with its row") << true;
+        QTest::newRow("wildcard name without a row") << false;
     }
 
     // A LIKE wildcard in the name matches only itself; with no row the mirror, the
     // counter and the log are written all the same.
     void nameMatchesOnlyItself()
     {
-        QFETCH(QString, user);
+        const QString user = "A*";
         QFETCH(bool, hasRow);
         StatusFixture f;
         if (hasRow) {
@@ -227,25 +226,23 @@ private slots:
 
     void logColumns_data()
     {
-        QTest::addColumn<QString>("name");
         QTest::addColumn<QLocale>("locale");
         QTest::addColumn<QStringList>("logged"); // Name, LogDateTime; {} for no row
         const QLocale us(QLocale::English, QLocale::UnitedStates);
-        QTest::newRow("empty name") << "" << us << QStringList{"Ann Lee", "46348.3958333333"};
-        QTest::newRow("comma kept") << "" << QLocale(QLocale::German) << QStringList{"Ann Lee", "46348,3958333333"};
-        QTest::newRow("log off") << "" << us << QStringList();
+        QTest::newRow("empty name") << us << QStringList{"Ann Lee", "46348.3958333333"};
+        QTest::newRow("comma kept") << QLocale(QLocale::German) << QStringList{"Ann Lee", "46348,3958333333"};
+        QTest::newRow("log off") << us << QStringList();
     }
 
     void logColumns()
     {
-        QFETCH(QString, name);
         QFETCH(QLocale, locale);
         QFETCH(QStringList, logged);
         StatusFixture f;
         QLocale::setDefault(locale);
         gSite.gblnTransactionLog = !logged.isEmpty();
 
-        subUpdateTransactionLog("Busy", "3pm", "Say \"hi\"", name);
+        subUpdateTransactionLog("Busy", "3pm", "Say \"hi\"", QString()); // an empty name is the person's own
 
         const QStringList row = f.row("SELECT * FROM TransactionLogTable");
         if (logged.isEmpty()) {
@@ -433,7 +430,7 @@ private slots:
             .setting("SystemSecurityLevel", number)
             .setting("UpdateStatusOnLock", "True")
             .setting("TransactionLogFlag", "True");
-        setPersonField(f, "StatusAlertsOverride", allowAndOverride[1]);
+        setForAnn(f, "StatusAlertsOverride = " + allowAndOverride[1]);
         gSite.gblnTransactionLog = false;
 
         subReadOptions();
@@ -446,28 +443,22 @@ private slots:
 
     void readUserSettings_data()
     {
-        QTest::addColumn<QString>("refreshRate");
-        QTest::addColumn<QString>("defaultGroup");
+        QTest::addColumn<QString>("settings");
         QTest::addColumn<long long>("rate");
         QTest::addColumn<QString>("group");
-        QTest::newRow("rate null, group exists") << "Null"
-                                                 << "\"Sales\"" << 5LL << "Sales";
-        QTest::newRow("rate set, group deleted") << "7"
-                                                 << "\"Gone\"" << 7LL << "Everyone";
+        QTest::newRow("rate null, group exists") << "RefreshRate = Null, DefaultGroup = \"Sales\"" << 5LL << "Sales";
+        QTest::newRow("rate set, group deleted") << "RefreshRate = 7, DefaultGroup = \"Gone\"" << 7LL << "Everyone";
     }
 
     // A null rate is 5 minutes, a null boolean False, a group that has gone
     // "Everyone"; the screen place is read only where one was saved.
     void readUserSettings()
     {
-        QFETCH(QString, refreshRate);
-        QFETCH(QString, defaultGroup);
+        QFETCH(QString, settings);
         QFETCH(QString, group);
         StatusFixture f;
         f.site.group("Sales");
-        setPersonField(f, "RefreshRate", refreshRate);
-        setPersonField(f, "DefaultGroup", defaultGroup);
-        setPersonField(f, "AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel", "1");
+        setForAnn(f, settings + ", AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel = 1");
         gPerson.gblnAutoLogIn = true;
 
         subReadUserSettings("Ann Lee");
