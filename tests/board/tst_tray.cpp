@@ -39,7 +39,7 @@ struct TrayBoard : BoardFixture
     }
     QString field(const QString& column) const
     {
-        return value(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = ").arg(column) + dao::quote(kJo));
+        return site.value(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = ").arg(column) + dao::quote(kJo));
     }
 };
 

@@ -70,7 +70,7 @@ struct Options : BoardFixture
     QString written() const
     {
         auto rs = site.openDb()->OpenRecordset("SELECT * FROM EmployeeSettingsTable");
-        QStringList texts = {ofAnn("Phone"), value("SELECT Counter FROM StatusCounterTable")};
+        QStringList texts = {ofAnn("Phone"), site.value("SELECT Counter FROM StatusCounterTable")};
         for (int i = 0; !rs->isEOF() && i < rs->FieldCount(); ++i) {
             texts << rs->Fields(i).Text();
         }
@@ -107,7 +107,7 @@ private slots:
     {
         QFETCH(Screen, chosen);
         Options o;
-        const QString counter = o.value("SELECT Counter + 1 FROM StatusCounterTable");
+        const QString counter = o.site.value("SELECT Counter + 1 FROM StatusCounterTable");
         o.setForAnn("AutoClearComments = Null, AutoMinimize = Null");
         gPerson.gblnAutoClearComments = gPerson.gblnAutoMinimize = true;
         {
@@ -122,7 +122,7 @@ private slots:
         QTEST(o.setting("MinimizeSetting").toInt(), "minimizeSetting");
         QCOMPARE(o.ofAnn("Phone"), chosen.phone);
         QVERIFY(!status::boolFromText(o.setting("AutoMinimize")));
-        QCOMPARE(o.value("SELECT Counter FROM StatusCounterTable"), counter);
+        QCOMPARE(o.site.value("SELECT Counter FROM StatusCounterTable"), counter);
 
         gPerson.reset();
         subReadUserSettings(gRun.gstrDefaultUser);

@@ -111,15 +111,9 @@ struct BoardFixture
         }
         return result;
     }
-    // The first field of the first row of a query on the site, "" when none.
-    QString value(const QString& sql) const
-    {
-        auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
-        return rs->isEOF() ? QString() : rs->Fields(0).Text();
-    }
     QString ofAnn(const QString& field, const QString& table = "EmployeeTable") const
     {
-        return value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
+        return site.value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
     }
     void setForAnn(const QString& assignments)
     {
