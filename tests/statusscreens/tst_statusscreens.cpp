@@ -2,6 +2,7 @@
 // writes (row, custom fields, mirror, log, counter), what it leaves alone, and
 // what a failure leaves behind.
 #include "database/moddatabase.h"
+#include "ondisk.h"
 #include "otherclient.h"
 #include "statusfixture.h"
 #include "statusscreens/frmgroup.h"
@@ -57,6 +58,13 @@ void addTrackersAndFields(StatusFixture& f)
         f.site.status(name, "Out", "Monday", "Away").tracking("Bob Ray", name, "Out").tracking("Cy Dee", name, "Out");
     f.site.column("New_Mobile").column("New_Desk", true).column("New_Car");
     f.site.execute("UPDATE EmployeeTable SET New_Mobile = \"0711\", New_Desk = \"D4\", New_CarReadOnly = Null");
+}
+
+// The status each tracker of the person sees, in the trackers' order.
+QStringList mirrorOf(const StatusFixture& f, const QString& name)
+{
+    return sqliteColumn(f.site.dbPath(), "SELECT TrackeeStatus FROM EmployeeStatusTracking WHERE Trackee = '" + name +
+                                             "' ORDER BY Tracker");
 }
 
 QStringList gridNames(const QTableWidget* grid, int column)
@@ -115,10 +123,7 @@ private slots:
         QCOMPARE(screen.result(), int(QDialog::Accepted));
         QCOMPARE(rowOf(f, "Ann Lee"), c.stored + QStringList{kStamp});
         QCOMPARE(rowOf(f, "Bob Ray").first(), "Out");
-        QCOMPARE(f.site.value(
-                     "SELECT Count(*) FROM EmployeeStatusTracking WHERE Trackee = \"Ann Lee\" AND TrackeeStatus = " +
-                     dao::quote(c.stored[0])),
-                 "2");
+        QCOMPARE(mirrorOf(f, "Ann Lee"), QStringList(2, c.stored[0]));
         QCOMPARE(f.row("SELECT Name, Status, DueBack, Comments FROM TransactionLogTable"),
                  (QStringList{"Ann Lee", c.stored[0], c.stored[2], c.stored[3]}));
         QCOMPARE(f.counter(), before + 1);
@@ -375,12 +380,7 @@ private slots:
             const bool chosen = c.selected.contains(i);
             QCOMPARE((QStringList{row[0], row[2], row[3]}), chosen ? c.stored : QStringList({"Out", "Monday", "Away"}));
             QCOMPARE(row[4], chosen ? kStamp : "old");
-            QCOMPARE(f.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking WHERE Trackee = " +
-                                  dao::quote(name) + " ORDER BY Tracker"),
-                     chosen ? c.mirror : "Out");
-            QCOMPARE(f.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking WHERE Trackee = " +
-                                  dao::quote(name) + " AND Tracker = \"Cy Dee\""),
-                     "Out");
+            QCOMPARE(mirrorOf(f, name), (QStringList{chosen ? c.mirror : "Out", "Out"})); // Cy Dee's stays
         }
         QCOMPARE(f.logRows(), c.selected.size());
         if (c.selected.size() > 1 && c.status == "=")
@@ -452,10 +452,7 @@ private slots:
         QCOMPARE(f.gw.boxes().count(), 1);
         QCOMPARE(f.statusOf("Ann Lee"), "Busy");
         QCOMPARE(f.statusOf("Cy Dee"), "Busy");
-        QCOMPARE(
-            f.site.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE Trackee = \"Bob Ray\" AND TrackeeStatus "
-                         "<> \"Out\""),
-            "0");
+        QCOMPARE(mirrorOf(f, "Bob Ray"), QStringList(2, "Out"));
         QCOMPARE(f.site.value("SELECT Count(*) FROM TransactionLogTable WHERE Name = \"Bob Ray\""), "0");
         QCOMPARE(f.logRows(), 2);
         QCOMPARE(f.counter(), before + 1);
