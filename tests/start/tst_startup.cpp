@@ -1,12 +1,16 @@
-// Start-up on real site files: finding the database through veskor.ini, each
-// failure's box and what follows it, the forced-shutdown file; who the person is
-// (the login name or the command line) and the -STS: token written at once.
+// Start-up on real site files: veskor.ini and each failure's box, the forced
+// shutdown, who the person is and the -STS: token; and a failure that reaches the
+// client's event loop ends the run with its box and code 1, whatever its kind.
 #include "countingscreen.h"
 #include "dao/dao.h"
+#include "dao/jeterror.h"
+#include "kernel/err.h"
 #include "kernel/globals.h"
 #include "ondisk.h"
 #include "otherclient.h"
 #include "platform/mounts.h"
+#include "platform/msgbox.h"
+#include "start/clientapplication.h"
 #include "start/commandline.h"
 #include "start/startup.h"
 #include "start/welcome.h"
@@ -14,9 +18,14 @@
 #include "testgateways.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QFile>
 #include <QTest>
+#include <QWidget>
+#include <functional>
+#include <new>
 #include <optional>
+#include <stdexcept>
 
 using namespace platform;
 
@@ -42,6 +51,26 @@ struct Case
     QString commandLine, login, person, userID;
     bool validName, validID, ends, unloadsWelcome;
     QString annStatus;
+};
+
+// A control whose event handler fails as it is told.
+class FailingControl : public QWidget
+{
+public:
+    explicit FailingControl(QWidget* window) : QWidget(window)
+    {
+        setObjectName("cmdProbe");
+    }
+    std::function<void()> failure;
+
+protected:
+    bool event(QEvent* e) override
+    {
+        if (e->type() == QEvent::User) {
+            failure();
+        }
+        return QWidget::event(e);
+    }
 };
 
 } // namespace
@@ -253,7 +282,55 @@ private slots:
         gRun.gdbDatabase.reset();
         QCOMPARE(site.value("SELECT Status FROM EmployeeTable WHERE Name = 'Ann Lee'"), c.annStatus);
     }
+
+    void failureReachingTheEventLoop_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("prompt");
+        QTest::newRow("engine") << 0 << "Run-time error '3218':\r\rCould not update; currently locked.";
+        QTest::newRow("language") << 3 << "Run-time error '91':\r\rObject variable or With block variable not set";
+        QTest::newRow("out of memory") << 1 << "Error (7 ) in frmProbe - cmdProbe event\rOut of memory";
+        QTest::newRow("standard library") << 2
+                                          << "Error (51 ) in frmProbe - cmdProbe event\rInternal error: "
+                                             "vector::at";
+    }
+
+    // Each kind gets one stop box and ends the run with code 1; none aborts.
+    void failureReachingTheEventLoop()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, prompt);
+        TestGateways gw;
+        gw.boxes().answer(platform::vbOK);
+        QWidget window;
+        window.setObjectName("frmProbe");
+        FailingControl control(&window);
+        control.failure = [kind] {
+            switch (kind) {
+            case 0:
+                throw dao::JetError(3218, "Could not update; currently locked.");
+            case 1:
+                throw std::bad_alloc();
+            case 3:
+                raiseObjectNotSet();
+            default:
+                throw std::out_of_range("vector::at");
+            }
+        };
+        QEvent event(QEvent::User);
+        QCOMPARE(TestGateways::endCodeOf([&] { QCoreApplication::sendEvent(&control, &event); }),
+                 std::optional<int>(1));
+        QCOMPARE(gw.boxes().prompts(), QStringList{prompt});
+        QCOMPARE(gw.boxes().last().flags, int(platform::vbCritical));
+    }
 };
 
-QTEST_GUILESS_MAIN(TestStartup)
+int main(int argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    ClientApplication app(argc, argv); // the application the client runs in
+    TestStartup test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_startup.moc"
