@@ -27,17 +27,9 @@ struct Board : BoardFixture
 {
     Board()
     {
-        site.person("Ann Lee", "alee", "201")
-            .person("Bob Ray", "bray", "305")
-            .person("alan Poe", "apoe", "102")
-            .person("~Room 1", QString(), "900")
-            .group("Sales")
-            .member("Sales", "Ann Lee")
-            .member("Sales", "~Room 1")
-            .group("Empty")
-            .status("Ann Lee", "In")
-            .status("Bob Ray", "Busy")
-            .status("alan Poe", "Out");
+        site.person("Ann Lee", "alee", "201").person("Bob Ray", "bray", "305").person("alan Poe", "apoe", "102");
+        site.person("~Room 1", QString(), "900").group("Sales").member("Sales", "Ann Lee").member("Sales", "~Room 1");
+        site.group("Empty").status("Ann Lee", "In").status("Bob Ray", "Busy").status("alan Poe", "Out");
     }
 };
 
@@ -167,10 +159,8 @@ private slots:
         QFETCH(QString, column);
         QFETCH(QStringList, sorted);
         Board b;
-        b.site.person("\u00c9milie Roux", "eroux", "99")
-            .person("Zachary Hume", "zhume", "1000")
-            .person("\u00d8ystein Berg", "oberg", "7")
-            .person("\u9648\u4f1f", "cwei", "50");
+        b.site.person("\u00c9milie Roux", "eroux", "99").person("Zachary Hume", "zhume", "1000");
+        b.site.person("\u00d8ystein Berg", "oberg", "7").person("\u9648\u4f1f", "cwei", "50");
         b.setForAnn(QStringLiteral("SortColumnName = \"%1\", SortOrder = 0").arg(column));
         frmMain& f = b.openOnEveryone();
         QCOMPARE(b.texts(column), sorted);

@@ -173,9 +173,8 @@ private slots:
     {
         TempSite site;
         site.person("Ann").person("Bob").person("Cy");
-        site.status("Ann", "out", "Tomorrow", "Dentist")
-            .status("Bob", "Gone fishing")
-            .status("Cy", {.status = "In", .lastModified = "2024-01-02 03:04:05 by Ann", .code = 11});
+        site.status("Ann", "out", "Tomorrow", "Dentist").status("Bob", "Gone fishing");
+        site.status("Cy", {.status = "In", .lastModified = "2024-01-02 03:04:05 by Ann", .code = 11});
         const QString outCode = site.value("SELECT StatusCode FROM StatusTypesTable WHERE Status = 'Out'");
         QCOMPARE(site.value("SELECT StatusCode & '|' & DueBack FROM EmployeeTable WHERE Name = 'Ann'"),
                  outCode + "|Tomorrow");

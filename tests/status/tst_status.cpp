@@ -426,10 +426,8 @@ private slots:
         QFETCH(QString, level);
         StatusFixture f;
         const QString number = QString::number(QStringList{"LOW", "MEDIUM", "HIGH"}.indexOf(level));
-        f.site.setting("AllowStatusAlerts", allowAndOverride[0])
-            .setting("SystemSecurityLevel", number)
-            .setting("UpdateStatusOnLock", "True")
-            .setting("TransactionLogFlag", "True");
+        f.site.setting("AllowStatusAlerts", allowAndOverride[0]).setting("SystemSecurityLevel", number);
+        f.site.setting("UpdateStatusOnLock", "True").setting("TransactionLogFlag", "True");
         setForAnn(f, "StatusAlertsOverride = " + allowAndOverride[1]);
         gSite.gblnTransactionLog = false;
 
