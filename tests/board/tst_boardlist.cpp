@@ -11,8 +11,6 @@
 #include "platform/msgbox.h"
 #include "status/settings.h"
 
-#include <QAction>
-#include <QFile>
 #include <QHeaderView>
 #include <QTest>
 #include <QTreeWidget>

@@ -13,7 +13,6 @@
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>

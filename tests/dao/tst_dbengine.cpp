@@ -7,7 +7,6 @@
 #include "dao/jetsql.h"
 #include "daotest.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTemporaryDir>

@@ -12,8 +12,6 @@
 #include "tempsite.h"
 #include "testgateways.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <functional>
