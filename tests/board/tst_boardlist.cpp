@@ -1,15 +1,10 @@
 // The board's list on real site files: the refresh and its cheap path, the group
 // queries, sort and columns, the timers, and the end of a run.
-#include "board/frmmain.h"
 #include "board/grouptabbar.h"
 #include "boardfixture.h"
-#include "dao/dao.h"
 #include "database/counters.h"
-#include "database/moddatabase.h"
-#include "kernel/globals.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
-#include "status/settings.h"
 
 #include <QHeaderView>
 #include <QTest>

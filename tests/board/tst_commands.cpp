@@ -1,9 +1,5 @@
 // The board's toolbar, commands and layout, on real site files.
-#include "board/frmmain.h"
 #include "boardfixture.h"
-#include "database/moddatabase.h"
-#include "kernel/globals.h"
-#include "status/settings.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

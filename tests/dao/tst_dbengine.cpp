@@ -3,7 +3,6 @@
 // file busy in another process; a closed or read-only database. The Jet dialect:
 // translation to SQLite (table definitions also run by the engine), its refusals,
 // Jet's LIKE and the text of numbers.
-#include "dao/dao.h"
 #include "dao/jetsql.h"
 #include "daotest.h"
 

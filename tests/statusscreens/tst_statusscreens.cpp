@@ -1,7 +1,6 @@
 // The Change YOUR Status and Group Change screens on a real site file: what OK
 // writes (row, custom fields, mirror, log, counter), what it leaves alone, and
 // what a failure leaves behind.
-#include "database/moddatabase.h"
 #include "ondisk.h"
 #include "otherclient.h"
 #include "statusfixture.h"
