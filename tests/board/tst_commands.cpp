@@ -179,10 +179,8 @@ private slots:
             screen->findChild<QComboBox*>("comboStatusTypes")->setCurrentText("Visiting");
             screen->findChild<QPushButton*>("cmdOk")->click();
         });
-        if (key == "Change")
-            b.form->subCommand_Change();
-        else
-            b.form->subCommand_Group(); // the button's right is the rights table's own test
+        // The Group button's right is the rights table's own test.
+        key == "Change" ? b.form->subCommand_Change() : b.form->subCommand_Group();
         QCOMPARE(shown, key == "Change" ? "frmStatus" : "frmGroup");
         QVERIFY(QTest::qWaitForWindowActive(b.form));
         QTRY_COMPARE(b.texts("Status").count("Visiting"), qMax(qsizetype(1), selected.size()));
