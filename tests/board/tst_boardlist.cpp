@@ -55,12 +55,8 @@ private slots:
         Board b;
         const double sent = platform::DateTimeNum(TestGateways::defaultStart());
         b.site.tracking("Ann Lee", "Bob Ray", "Busy", sent).tracking("alan Poe", "Ann Lee");
-        database::MessageRow message;
-        message.owner = message.toName = "Ann Lee";
-        message.fromName = "Bob Ray";
-        message.subject = "Lunch?";
-        message.sent = sent;
-        b.site.message(message);
+        b.site.message(
+            {.owner = "Ann Lee", .fromName = "Bob Ray", .toName = "Ann Lee", .subject = "Lunch?", .sent = sent});
         frmMain& f = b.open();
         f.subRefreshUserList("Everyone");
         QCOMPARE(rowTexts(b.child<QTreeWidget>("lstWhoAmITracking")), QStringList{"Bob Ray|Busy|2026-11-22 09:30:00"});
