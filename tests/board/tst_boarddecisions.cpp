@@ -68,9 +68,8 @@ private slots:
         QFETCH(QString, group);
         QFETCH(bool, held);
         QFETCH(int, test);
-        QFETCH(bool, allowed);
         QCOMPARE(int(changeOthersTest(system, user)), test);
-        QCOMPARE(mayChangeOthers(Test(test), held, group), allowed);
+        QTEST(mayChangeOthers(Test(test), held, group), "allowed");
     }
 
     void otherButtons_data()
