@@ -127,15 +127,15 @@ private slots:
         TempSite site;
         const Result got = run({"settings", "get", "DatabaseVersion", "--site", site.path()});
         QCOMPARE(got.code, 0);
-        QCOMPARE(got.out, QStringLiteral("2005\n"));
+        QCOMPARE(got.out, "2005\n");
         const auto forced = [&] {
             return platform::GetPrivateProfileString("ForceShutDown", "ForceShutDown", QString(), 1024,
                                                      QDir(site.path()).filePath("forceshutdown.ini"));
         };
         QCOMPARE(run({"shutdown", "on", "--site", site.path()}).code, 0);
-        QCOMPARE(forced(), QStringLiteral("TRUE"));
+        QCOMPARE(forced(), "TRUE");
         QCOMPARE(run({"shutdown", "OFF", "--site", site.path()}).code, 0);
-        QCOMPARE(forced(), QStringLiteral("FALSE"));
+        QCOMPARE(forced(), "FALSE");
     }
 
     void failures_data()
@@ -204,10 +204,10 @@ private slots:
         const Result json = run({"board", "--json", "--site", at});
         QCOMPARE(json.code, 0);
         const QJsonObject doc = QJsonDocument::fromJson(json.out.toUtf8()).object();
-        QCOMPARE(doc["group"].toString(), QStringLiteral("Everyone"));
+        QCOMPARE(doc["group"].toString(), "Everyone");
         const QJsonArray rows = doc["rows"].toArray();
         QCOMPARE(rows.size(), 2);
-        QCOMPARE(rows[1].toObject()["Comments"].toString(), QStringLiteral("Trip, \"north\""));
+        QCOMPARE(rows[1].toObject()["Comments"].toString(), "Trip, \"north\"");
         QCOMPARE(rows[1].toObject().keys().size(), 7);
 
         const Result text = run({"board", "--site", at});
@@ -266,7 +266,7 @@ private slots:
             QProcess p;
             p.start(VESKOR_ADMIN_BINARY, args);
             if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit)
-                return Result{-1, QString(), QStringLiteral("did not finish")};
+                return Result{-1, QString(), "did not finish"};
             return Result{p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
                           QString::fromUtf8(p.readAllStandardError())};
         };
@@ -275,7 +275,7 @@ private slots:
         QVERIFY2(added.code == 0, qPrintable(added.err));
         const Result board = admin({"board", "--site", tmp.path()});
         QCOMPARE(board.code, 0);
-        QVERIFY(board.out.contains(QStringLiteral("Zoë Kraus")));
+        QVERIFY(board.out.contains("Zoë Kraus"));
         const Result wrong = admin({"user", "add", "zoë kraus", "--site", tmp.path()});
         QCOMPARE(wrong.code, 1);
         QVERIFY(!wrong.err.isEmpty());

@@ -1,11 +1,7 @@
 // The board's toolbar, commands and layout, on real site files.
 #include "alerts/frmnewmessagesalert.h"
-#include "board/frmmain.h"
 #include "boardfixture.h"
-#include "database/moddatabase.h"
-#include "kernel/globals.h"
 #include "platform/clock.h"
-#include "status/settings.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -34,7 +30,7 @@ struct Board : BoardFixture
 {
     Board()
     {
-        site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray"));
+        site.person("Ann Lee").person("Bob Ray");
         make();
     }
 
@@ -70,19 +66,19 @@ private slots:
     void statusButtons()
     {
         Board b;
-        b.site.statusType({QStringLiteral("Gone Home"), 9, QString(), QStringLiteral("Left for the day"), false, true});
-        b.site.statusType({QStringLiteral("Training"), 12, QStringLiteral("Train"), QString(), false, false});
-        b.site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET ToolBarText = 1 WHERE Name = \"Ann Lee\""));
+        b.site.statusType({"Gone Home", 9, QString(), "Left for the day", false, true});
+        b.site.statusType({"Training", 12, "Train", QString(), false, false});
+        b.site.execute("UPDATE EmployeeSettingsTable SET ToolBarText = 1 WHERE Name = \"Ann Lee\"");
         const QStringList expected = {"Out", "Busy", "In", "At Lunch", "In Meeting", "Gone Home"};
         b.form->subLoadToolBarButtons();
         QCOMPARE(b.statusKeys(), expected);
         b.form->subLoadToolBarButtons();
         QCOMPARE(b.statusKeys(), expected);
-        QCOMPARE(b.action("Change")->text(), QStringLiteral("Change"));
-        QCOMPARE(b.statusButton(QStringLiteral("At Lunch"))->text(), QStringLiteral("Lunch"));
-        QAction* imageOnly = b.statusButton(QStringLiteral("Gone Home"));
+        QCOMPARE(b.action("Change")->text(), "Change");
+        QCOMPARE(b.statusButton("At Lunch")->text(), "Lunch");
+        QAction* imageOnly = b.statusButton("Gone Home");
         QVERIFY(imageOnly->text().isEmpty());
-        QCOMPARE(imageOnly->toolTip(), QStringLiteral("Left for the day"));
+        QCOMPARE(imageOnly->toolTip(), "Left for the day");
         QVERIFY(!imageOnly->icon().isNull());
 
         gRun.gblnRemoteConnection = true;
@@ -114,21 +110,18 @@ private slots:
         gPerson.gblnAutoMinimize = autoMinimize;
         gPerson.gblnChangeScreenPopUp = false;
         b.action(key)->trigger();
-        QCOMPARE(b.ofAnn(QStringLiteral("Status")), key);
+        QCOMPARE(b.ofAnn("Status"), key);
         QCOMPARE(b.form->isMinimized(), autoMinimize);
     }
 
     void statusWordOfACommand_data()
     {
         QTest::addColumn<QString>("word");
-        QTest::addColumn<QString>("status"); // Ann's status afterwards
+        QTest::addColumn<bool>("sets"); // the word becomes Ann's status
         QTest::addColumn<QStringList>("shell");
-        QTest::newRow("Options") << "Options"
-                                 << "" << QStringList();
-        QTest::newRow("Help") << "Help"
-                              << "" << QStringList{"help user.chm 3"};
-        QTest::newRow("a plain status word") << "Gone Home"
-                                             << "Gone Home" << QStringList();
+        QTest::newRow("Options") << "Options" << false << QStringList();
+        QTest::newRow("Help") << "Help" << false << QStringList{"help user.chm 3"};
+        QTest::newRow("a plain status word") << "Gone Home" << true << QStringList();
     }
 
     // A status whose word is a command's key runs the command and never sets the
@@ -136,11 +129,11 @@ private slots:
     void statusWordOfACommand()
     {
         QFETCH(QString, word);
-        QFETCH(QString, status);
+        QFETCH(bool, sets);
         QFETCH(QStringList, shell);
         Board b;
         b.site.statusType({word, 9, word, word, false, true});
-        gRun.gstrHelpFile = QStringLiteral("user.chm");
+        gRun.gstrHelpFile = "user.chm";
         gPerson.gblnAutoMinimize = true;
         b.form->subLoadToolBarButtons();
         QString modal; // the screen the command opened, closed again at once
@@ -153,10 +146,10 @@ private slots:
         });
         closer.start(0);
         b.statusButton(word)->trigger();
-        QCOMPARE(modal, word == "Options" ? QStringLiteral("frmOptions") : QString());
-        QCOMPARE(b.ofAnn(QStringLiteral("Status")), status);
+        QCOMPARE(modal, word == "Options" ? "frmOptions" : QString());
+        QCOMPARE(b.ofAnn("Status"), sets ? word : QString());
         QCOMPARE(b.gw.shell().calls, shell);
-        QCOMPARE(b.form->isMinimized(), !status.isEmpty());
+        QCOMPARE(b.form->isMinimized(), sets);
     }
 
     // Change and Group show their screens over the board; once one is done the board
@@ -180,23 +173,20 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(b.form));
         for (int i = 0; i < b.list()->topLevelItemCount(); ++i) {
             QTreeWidgetItem* row = b.list()->topLevelItem(i);
-            row->setSelected(selected.contains(row->text(b.column(QStringLiteral("Name")))));
+            row->setSelected(selected.contains(row->text(b.column("Name"))));
         }
         QString shown;
         QTimer::singleShot(0, [&shown] {
             auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             shown = screen->objectName();
-            screen->findChild<QComboBox*>(QStringLiteral("comboStatusTypes"))->setCurrentText("Visiting");
-            screen->findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+            screen->findChild<QComboBox*>("comboStatusTypes")->setCurrentText("Visiting");
+            screen->findChild<QPushButton*>("cmdOk")->click();
         });
-        if (key == "Change")
-            b.form->subCommand_Change();
-        else
-            b.form->subCommand_Group(); // the button's right is the rights table's own test
-        QCOMPARE(shown, key == "Change" ? QStringLiteral("frmStatus") : QStringLiteral("frmGroup"));
+        // The Group button's right is the rights table's own test.
+        key == "Change" ? b.form->subCommand_Change() : b.form->subCommand_Group();
+        QCOMPARE(shown, key == "Change" ? "frmStatus" : "frmGroup");
         QVERIFY(QTest::qWaitForWindowActive(b.form));
-        QTRY_COMPARE(b.texts(QStringLiteral("Status")).count(QStringLiteral("Visiting")),
-                     qMax(qsizetype(1), selected.size()));
+        QTRY_COMPARE(b.texts("Status").count("Visiting"), qMax(qsizetype(1), selected.size()));
     }
 
     // The Group command with nobody selected, and a browser that cannot start.
@@ -219,12 +209,12 @@ private slots:
     {
         Board b;
         subReadOptions();
-        subReadUserSettings(QStringLiteral("Ann Lee"));
+        subReadUserSettings("Ann Lee");
         b.show(900, 600);
-        QCOMPARE(b.form->panelToolTip(2), QStringLiteral("Current database path"));
-        QCOMPARE(b.form->panelToolTip(3), QStringLiteral("Countdown to next Auto-Refresh"));
-        QVERIFY(b.form->panelToolTip(4).startsWith(QStringLiteral("System Security is ")));
-        QVERIFY(b.form->panelToolTip(5).startsWith(QStringLiteral("User Security is ")));
+        QCOMPARE(b.form->panelToolTip(2), "Current database path");
+        QCOMPARE(b.form->panelToolTip(3), "Countdown to next Auto-Refresh");
+        QVERIFY(b.form->panelToolTip(4).startsWith("System Security is "));
+        QVERIFY(b.form->panelToolTip(5).startsWith("User Security is "));
         QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
 
         QWidget* rows = b.list()->viewport();
@@ -251,17 +241,17 @@ private slots:
             }
             QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
             if (reachable && control->isVisible() && spoken && spoken->text(QAccessible::Name).trimmed().isEmpty()) {
-                unnamed << control->metaObject()->className() + QStringLiteral(" ") + control->objectName();
+                unnamed << QString(control->metaObject()->className()) + " " + control->objectName();
             }
         }
-        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(QStringLiteral(", "))));
+        QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(", ")));
     }
 
     // A first run opens at a size that suits the screen, centred on it.
     void firstRunPlace()
     {
         Board b;
-        subReadUserSettings(QStringLiteral("Ann Lee")); // no place saved
+        subReadUserSettings("Ann Lee"); // no place saved
         const QRect area = b.form->screen()->availableGeometry();
         const QRect place = b.form->geometry();
         QVERIFY(area.contains(place));
@@ -282,15 +272,14 @@ private slots:
     {
         QFETCH(QSize, size);
         Board b;
-        const QString longGroup = QStringLiteral("Facilities and Maintenance");
-        b.site.group(longGroup).status(QStringLiteral("Bob Ray"), QStringLiteral("Out"), QStringLiteral("Monday"),
-                                       QStringLiteral("Visiting the customer"));
-        b.setForAnn(QStringLiteral("DisplayTreeView = True, ToolBarText = 1, IconSize = 0"));
+        const QString longGroup = "Facilities and Maintenance";
+        b.site.group(longGroup).status("Bob Ray", "Out", "Monday", "Visiting the customer");
+        b.setForAnn("DisplayTreeView = True, ToolBarText = 1, IconSize = 0");
         gSite.gblnAllowStatusAlerts = gSite.gblnAllowMessaging = true;
         frmMain& f = b.open();
         f.subLoadToolBarButtons();
         b.show(size.width(), size.height());
-        f.subRefreshUserList(QStringLiteral("Everyone"));
+        f.subRefreshUserList("Everyone");
         QCoreApplication::processEvents();
 
         const QToolBar* toolbar = b.child<QToolBar>("ToolbarMain");
@@ -301,9 +290,8 @@ private slots:
         }
         const QHeaderView* header = b.list()->header();
         QVERIFY(header->length() >= b.list()->viewport()->width());
-        const int comments = b.column(QStringLiteral("Comments"));
-        QVERIFY(header->sectionSize(comments) >=
-                header->fontMetrics().horizontalAdvance(QStringLiteral("Visiting the customer")));
+        const int comments = b.column("Comments");
+        QVERIFY(header->sectionSize(comments) >= header->fontMetrics().horizontalAdvance("Visiting the customer"));
         const QTreeWidget* tree = b.child<QTreeWidget>("TreeViewMain");
         QVERIFY(tree->viewport()->width() >= tree->indentation() + tree->fontMetrics().horizontalAdvance(longGroup));
 
@@ -312,7 +300,7 @@ private slots:
         const QTreeWidgetItem* firstRow = b.list()->topLevelItem(0);
         f.subRefreshUserList(QString());
         QCOMPARE(b.list()->topLevelItem(0), firstRow);
-        const QString saved = b.ofAnn(QStringLiteral("CommentsColumnWidth"), QStringLiteral("EmployeeSettingsTable"));
+        const QString saved = b.ofAnn("CommentsColumnWidth", "EmployeeSettingsTable");
         for (const ListColumn& column : f.listColumns()) {
             if (column.name == QLatin1String("Comments")) {
                 QCOMPARE(QString::number(column.width), saved);
@@ -325,8 +313,8 @@ private slots:
     void splitters()
     {
         Board b;
-        b.setForAnn(QStringLiteral("SplitterPositionVertical = 2400, DisplayTreeView = True"));
-        subReadUserSettings(QStringLiteral("Ann Lee"));
+        b.setForAnn("SplitterPositionVertical = 2400, DisplayTreeView = True");
+        subReadUserSettings("Ann Lee");
         b.show(900, 600);
         auto* tree = b.child<QTreeWidget>("TreeViewMain");
         const int left = tree->mapTo(b.form->centralWidget(), QPoint(0, 0)).x();
@@ -381,7 +369,7 @@ private slots:
 
         gCounters.glngLastStatusCounter = 0; // the next refresh reads the list and the panes again
         f.subRefreshUserList(QString());
-        const QString counter = b.value(QStringLiteral("SELECT Counter FROM StatusCounterTable"));
+        const QString counter = b.site.value(QStringLiteral("SELECT Counter FROM StatusCounterTable"));
         pane->selectAll();
         pane->topLevelItem(1)->setSelected(false);
         b.gw.boxes().answer(platform::vbNo).answer(platform::vbYes);
@@ -390,10 +378,10 @@ private slots:
         f.mnuRemoveMessages_Click();
         QCOMPARE(b.gw.boxes().last().title, QStringLiteral("Delete Alerts?"));
         QCOMPARE(pane->topLevelItemCount(), 1);
-        QCOMPARE(b.value(QStringLiteral("SELECT COUNT(*) FROM MessagesTable")), QStringLiteral("3"));
-        QCOMPARE(b.value(QStringLiteral("SELECT COUNT(*) FROM MessagesTable WHERE MessageID = 5000000000")),
+        QCOMPARE(b.site.value(QStringLiteral("SELECT COUNT(*) FROM MessagesTable")), QStringLiteral("3"));
+        QCOMPARE(b.site.value(QStringLiteral("SELECT COUNT(*) FROM MessagesTable WHERE MessageID = 5000000000")),
                  QStringLiteral("0"));
-        QCOMPARE(b.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")).toLongLong(),
+        QCOMPARE(b.site.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")).toLongLong(),
                  counter.toLongLong() + 1);
     }
 

@@ -22,24 +22,24 @@
 
 namespace {
 
-const QString kJo = QStringLiteral("Jo Bloggs");
+const QString kJo = "Jo Bloggs";
 
 // Jo's board on a site, loaded and activated as the client does it.
 struct TrayBoard : BoardFixture
 {
     explicit TrayBoard(int minimizeSetting)
     {
-        site.person(kJo, QStringLiteral("jo")).person(QStringLiteral("Ann Lee")).status(kJo, QStringLiteral("In"));
+        site.person(kJo, "jo").person("Ann Lee").status(kJo, "In");
         site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET MinimizeSetting = %1").arg(minimizeSetting));
         gRun.gstrDefaultUser = kJo;
-        gRun.gstrUserID = QStringLiteral("jo");
+        gRun.gstrUserID = "jo";
         form = static_cast<frmMain*>(frmMain::load());
         QApplication::setActiveWindow(form); // its Activate
         QCoreApplication::processEvents();
     }
     QString field(const QString& column) const
     {
-        return value(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = ").arg(column) + dao::quote(kJo));
+        return site.value(QStringLiteral("SELECT %1 FROM EmployeeTable WHERE Name = ").arg(column) + dao::quote(kJo));
     }
 };
 
@@ -87,7 +87,7 @@ private slots:
         QStringList entries;
         for (int i = 0; i < sysTray->mnuSysTray().size(); ++i) {
             QAction* entry = sysTray->mnuSysTray()[i];
-            entries << (entry->isSeparator() ? QStringLiteral("-") : entry->text()) + "|" + sysTray->menuKey(i);
+            entries << (entry->isSeparator() ? "-" : entry->text()) + "|" + sysTray->menuKey(i);
         }
         QCOMPARE(entries, QStringList({"&Restore VESK-OR|Restore", "Mi&nimize|Minimize", "Ma&ximize|Maximize",
                                        "&Close|Close", "-|", "Set YOUR Status to IN|In", "Set YOUR Status to OUT|Out",
@@ -97,16 +97,13 @@ private slots:
 
     void menuClick_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("status");
+        QTest::addColumn<QString>("status"); // the row's name is the entry's key
         QTest::addColumn<long long>("code");
         QTest::addColumn<Qt::WindowStates>("state");
-        QTest::newRow("Out") << QStringLiteral("Out") << QStringLiteral("Out") << 1LL << Qt::WindowStates();
-        QTest::newRow("Busy") << QStringLiteral("Busy") << QStringLiteral("Busy") << 2LL << Qt::WindowStates();
-        QTest::newRow("Minimize") << QStringLiteral("Minimize") << QStringLiteral("In") << 3LL
-                                  << Qt::WindowStates(Qt::WindowMinimized);
-        QTest::newRow("Maximize") << QStringLiteral("Maximize") << QStringLiteral("In") << 3LL
-                                  << Qt::WindowStates(Qt::WindowMaximized);
+        QTest::newRow("Out") << "Out" << 1LL << Qt::WindowStates();
+        QTest::newRow("Busy") << "Busy" << 2LL << Qt::WindowStates();
+        QTest::newRow("Minimize") << "In" << 3LL << Qt::WindowStates(Qt::WindowMinimized);
+        QTest::newRow("Maximize") << "In" << 3LL << Qt::WindowStates(Qt::WindowMaximized);
     }
 
     // The status entries write without asking for rights (the Group button is off);
@@ -114,10 +111,9 @@ private slots:
     // board stays on the task bar, even when it is to live in the tray only.
     void menuClick()
     {
-        QFETCH(QString, key);
+        const QString key = QTest::currentDataTag();
         QFETCH(QString, status);
         QFETCH(long long, code);
-        QFETCH(Qt::WindowStates, state);
         TrayBoard board(1);
         QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
         QVERIFY(!board.form->groupButtonEnabled());
@@ -127,14 +123,14 @@ private slots:
         emit sysTray->MenuClick(index, key);
         QCoreApplication::processEvents();
 
-        QCOMPARE(board.field(QStringLiteral("Status")), status);
+        QCOMPARE(board.field("Status"), status);
         QCOMPARE(sysTray->ToolTip(), QStringLiteral(" VESK-OR Pro  [Jo Bloggs] '%1'").arg(status));
         QCOMPARE(imageOf(sysTray->IconHandle(), 16), imageOf(statusIcon(code), 16));
-        QCOMPARE(board.form->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), state);
+        QTEST(board.form->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), "state");
         QVERIFY(board.form->isVisible());
 
         // Back from the tray: Restore and the double click both give the normal window.
-        emit sysTray->MenuClick(0, QStringLiteral("Restore"));
+        emit sysTray->MenuClick(0, "Restore");
         QCOMPARE(board.form->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
         board.form->showMinimized();
         emit sysTray->SysTrayDoubleClick(Qt::LeftButton);
@@ -156,15 +152,14 @@ private slots:
         board.form->subUnloadSysTrayIcon();
         QVERIFY(sysTray.isNull());
         QVERIFY(!board.form->sysTrayIconExists());
-        board.form->setTrayTip(QStringLiteral("x"));
+        board.form->setTrayTip("x");
         QCOMPARE(board.form->trayTip(), QString());
 
         board.form->subCreateSysTrayIcon();
         QVERIFY(board.form->sysTrayIconExists());
-        const auto end =
-            TestGateways::endCodeOf([&] { emit board.form->m_frmSysTray->MenuClick(3, QStringLiteral("Close")); });
+        const auto end = TestGateways::endCodeOf([&] { emit board.form->m_frmSysTray->MenuClick(3, "Close"); });
         QVERIFY(end.has_value());
-        QCOMPARE(board.field(QStringLiteral("ActiveFlag")), QStringLiteral("No"));
+        QCOMPARE(board.field("ActiveFlag"), "No");
     }
 
     // The first copy for a person listens and comes to the front when asked; a
@@ -173,21 +168,21 @@ private slots:
     {
         QTemporaryDir runtime;
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
-        const QString site = QStringLiteral("/srv/veskor/");
-        SingleInstance first(QStringLiteral("jo"), site, kJo);
+        const QString site = "/srv/veskor/";
+        SingleInstance first("jo", site, kJo);
         QVERIFY(first.claim());
         QVERIFY(first.isListening());
         QSignalSpy raised(&first, &SingleInstance::raiseRequested);
         QLocalSocket later;
-        later.connectToServer(SingleInstance::socketPath(QStringLiteral("jo"), site, kJo));
+        later.connectToServer(SingleInstance::socketPath("jo", site, kJo));
         QVERIFY(later.waitForConnected(1000));
         later.write("raise\n");
         QTRY_COMPARE(raised.size(), 1);
 
         // A first copy in another process, as the later copy sees it.
         QLocalServer other;
-        QVERIFY(other.listen(SingleInstance::socketPath(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"))));
-        SingleInstance second(QStringLiteral("jo"), site, QStringLiteral("Ann Lee"));
+        QVERIFY(other.listen(SingleInstance::socketPath("jo", site, "Ann Lee")));
+        SingleInstance second("jo", site, "Ann Lee");
         QVERIFY(!second.claim());
         QVERIFY(other.waitForNewConnection(1000));
         QLocalSocket* asked = other.nextPendingConnection();
@@ -225,7 +220,7 @@ private slots:
         const QString expected = runtimeUsed ? runtime.path() : temp.filePath("veskor-" + QString::number(geteuid()));
         QCOMPARE(SingleInstance::privateFolder(), expected);
         {
-            SingleInstance first(QStringLiteral("jo"), QStringLiteral("/srv/veskor/"), kJo);
+            SingleInstance first("jo", "/srv/veskor/", kJo);
             QVERIFY(first.claim());
             QVERIFY(first.isListening());
             QCOMPARE(QDir(expected).entryList(QDir::System | QDir::Files).size(), 2); // socket and lock
@@ -247,7 +242,7 @@ private slots:
         }
         QTemporaryDir runtime;
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
-        const QString path = SingleInstance::socketPath(QStringLiteral("jo"), QStringLiteral("/srv/veskor/"), kJo);
+        const QString path = SingleInstance::socketPath("jo", "/srv/veskor/", kJo);
         const QByteArray native = QFile::encodeName(path);
         sockaddr_un address = {};
         address.sun_family = AF_UNIX;
@@ -268,7 +263,7 @@ private slots:
         ::close(listener);
         QTest::qWait(200);
 
-        SingleInstance board(QStringLiteral("jo"), QStringLiteral("/srv/veskor/"), kJo);
+        SingleInstance board("jo", "/srv/veskor/", kJo);
         const bool first = board.claim();
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);

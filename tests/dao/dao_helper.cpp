@@ -58,9 +58,9 @@ int raise(const QString& path, int count)
     try {
         for (int i = 0; i < count; ++i) {
             auto db = dao::DBEngine::OpenDatabase(path);
-            auto rs = db->OpenRecordset(QStringLiteral("People"));
+            auto rs = db->OpenRecordset("People");
             rs->Edit();
-            rs->Fields(QStringLiteral("Num")) = rs->Fields(QStringLiteral("Num")).Value().toLongLong() + 1;
+            rs->Fields("Num") = rs->Fields("Num").Value().toLongLong() + 1;
             rs->Update();
             db->Close();
         }

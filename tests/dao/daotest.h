@@ -43,9 +43,9 @@ public:
     // Starts the helper and waits for its first line ("locked", "ready"...).
     QString start(const QStringList& arguments)
     {
-        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/dao_helper"), arguments);
+        process.start(QCoreApplication::applicationDirPath() + "/dao_helper", arguments);
         if (!process.waitForStarted(5000) || !process.waitForReadyRead(10000))
-            return QStringLiteral("<no answer>");
+            return "<no answer>";
         return QString::fromUtf8(process.readLine()).trimmed();
     }
     // Closes its stdin, which tells it to let go and end; returns its last output.

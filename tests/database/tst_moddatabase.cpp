@@ -22,7 +22,7 @@ using namespace platform;
 
 namespace {
 
-const QString kProcedure = QStringLiteral("modDatabase - subOpenDatabase event");
+const QString kProcedure = "modDatabase - subOpenDatabase event";
 
 using Counters = QList<long long>; // Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter
 
@@ -80,25 +80,27 @@ private slots:
         QTest::addColumn<int>("flags");
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("unloads");
+        const auto row = [](const char* name, const char* broken, QList<int> answers, const QString& start,
+                            const QString& end, int flags, const QString& title, int unloads) {
+            QTest::newRow(name) << broken << answers << start << end << flags << title << unloads;
+        };
         const int retryCancel = vbRetryCancel + vbExclamation;
         // Retry goes round again: three more tries, then the same box.
-        QTest::newRow("missing file: Retry, then Cancel ends without unloading")
-            << "file" << QList<int>{vbRetry, vbCancel} << "Non-fatal Error (3024 ) in " + kProcedure + "\r"
-            << "\r\rPossible Causes: \r                 1) The server is busy deleting the VESKOR.LDB file.\r       "
-               "          2) The network cable has been disconnected."
-            << retryCancel << " VESK-OR Pro  - Error in subOpenDatabase" << 0;
-        QTest::newRow("missing folder: Cancel unloads and ends")
-            << "folder" << QList<int>{vbCancel} << "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n"
-            << "\r\n\r\nPossible causes: \r\n1) Invalid Database Path in VESKOR.INI. \r\n2) You do not have access "
-               "permissions to the database via this path. \r\n3) The Network connection may have been permanently or "
-               "temporarily lost.\r\n\r\nSelect Retry to attempt to open the database again.\r\nSelect Cancel to exit."
-            << retryCancel << QString() << 1;
-        QTest::newRow("not a database: damaged")
-            << "garbage" << QList<int>{vbOK} << QString()
-            << "\rPlease inform the Network Supervisor that the database is damaged and must be repaired."
-            << int(vbExclamation) << kProcedure + " - Fatal Error in  VESK-OR Pro " << 1;
-        QTest::newRow("a folder by the file's name: any other number")
-            << "folder as file" << QList<int>{vbOK} << "Error (3055 - " << QString() << 0 << QString() << 1;
+        row("missing file: Retry, then Cancel ends without unloading", "file", {vbRetry, vbCancel},
+            "Non-fatal Error (3024 ) in " + kProcedure + "\r",
+            "\r\rPossible Causes: \r                 1) The server is busy deleting the VESKOR.LDB file.\r          "
+            "       2) The network cable has been disconnected.",
+            retryCancel, " VESK-OR Pro  - Error in subOpenDatabase", 0);
+        row("missing folder: Cancel unloads and ends", "folder", {vbCancel},
+            "Database Path Error (3044 ) in " + kProcedure + "\r\n\r\n",
+            "\r\n\r\nPossible causes: \r\n1) Invalid Database Path in VESKOR.INI. \r\n2) You do not have access "
+            "permissions to the database via this path. \r\n3) The Network connection may have been permanently or "
+            "temporarily lost.\r\n\r\nSelect Retry to attempt to open the database again.\r\nSelect Cancel to exit.",
+            retryCancel, "", 1);
+        row("not a database: damaged", "garbage", {vbOK}, "",
+            "\rPlease inform the Network Supervisor that the database is damaged and must be repaired.", vbExclamation,
+            kProcedure + " - Fatal Error in  VESK-OR Pro ", 1);
+        row("a folder by the file's name: any other number", "folder as file", {vbOK}, "Error (3055 - ", "", 0, "", 1);
     }
 
     void failedOpen()
@@ -136,7 +138,7 @@ private slots:
         QCOMPARE(screen.unloads, unloads);
         // Three tries a round, 500 and 1000 ms apart, counted on the status bar.
         QCOMPARE(gw.clock().sleptMs(), 1500 * answers.size());
-        QCOMPARE(screen.panelText(2), QStringLiteral(" Opening database - try #2"));
+        QCOMPARE(screen.panelText(2), " Opening database - try #2");
     }
 
     void exclusiveOpenIsWaitedOut()
@@ -149,7 +151,7 @@ private slots:
         gw.boxes().answer(vbOK);
 
         subOpenDatabase();
-        QCOMPARE(gw.boxes().last().prompt.left(27), QStringLiteral("Non-fatal Error (3045 ) in "));
+        QCOMPARE(gw.boxes().last().prompt.left(27), "Non-fatal Error (3045 ) in ");
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
                                                   "Please wait a few seconds, then press OK to continue."));
         QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
@@ -209,7 +211,6 @@ private slots:
         QFETCH(Counters, file);
         QFETCH(Counters, acted);
         QFETCH(QList<int>, reactions);
-        QFETCH(Counters, actedAfter);
         TestGateways gw;
         CountingScreen screen;
         setMainScreen(&screen);
@@ -229,7 +230,7 @@ private slots:
         QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
         QCOMPARE(screen.reactions, reactions);
         QCOMPARE(gSite.gintSystemSecurityLevel, reactions[2] ? 2 : 0);
-        QCOMPARE(lastActedOn(), actedAfter);
+        QTEST(lastActedOn(), "actedAfter");
 
         // Nothing moved since: the next poll acts on nothing and only reads, the
         // check's two reads and its own.
@@ -277,7 +278,7 @@ private slots:
         QVERIFY2(gw.boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw.boxes().last().prompt));
         QVERIFY(gw.boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
         QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
-        QCOMPARE(gw.boxes().last().title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(gw.boxes().last().title, " VESK-OR Pro ");
         QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("1"));
 
         // Any other error is a warning, and the procedure leaves.

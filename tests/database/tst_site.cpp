@@ -1,12 +1,19 @@
-// A new site's files and standing rows, and the row functions the admin tool and
-// the test fixture share.
+// A new site's files and standing rows, the row functions the admin tool and the
+// test fixture share; bringing an older file up to date, leaving a present one
+// alone, the test that a file belongs to this system, and the check on the
+// counters' table.
 #include "dao/dao.h"
+#include "dao/jetsql.h"
+#include "database/moddatabase.h"
 #include "database/site.h"
+#include "database/upgrade.h"
+#include "kernel/globals.h"
+#include "ondisk.h"
 #include "tempsite.h"
+#include "testgateways.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 
 using database::SchemaRelease;
@@ -27,7 +34,25 @@ template <typename F> QString siteErrorOf(F&& f)
     } catch (const database::SiteError& e) {
         return e.message();
     }
-    return QStringLiteral("<no error>");
+    return "<no error>";
+}
+
+// Each table's columns and rows as text; with `only`, those columns of the first row.
+QStringList contents(const TempSite& site, const QStringList& tables, const QString& only = {})
+{
+    auto db = site.openDb();
+    QStringList lines;
+    for (const QString& table : tables) {
+        auto rs = db->OpenRecordset("SELECT " + (only.isEmpty() ? "*" : only) + " FROM " + table, dao::dbOpenSnapshot);
+        lines << table + ": " + db->FieldNames(table).join(',');
+        for (; !rs->isEOF(); rs->MoveNext()) {
+            QStringList row;
+            for (int i = 0; i < rs->FieldCount(); ++i)
+                row << (rs->Fields(i).IsNull() ? "Null" : rs->Fields(i).Text());
+            lines << row.join('|');
+        }
+    }
+    return lines;
 }
 
 } // namespace
@@ -39,6 +64,11 @@ class TstSite : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup()
+    {
+        TimerCloseDatabase().stop();
+    }
+
     void newSite_data()
     {
         QTest::addColumn<SchemaRelease>("release");
@@ -56,7 +86,7 @@ private slots:
             QCOMPARE(count(site, table), 1LL);
         QCOMPARE(site.value("SELECT DatabaseVersion & '|' & RefreshRate & '|' & Counter FROM GlobalSettingsTable, "
                             "NewUserDefaultsTable, StatusCounterTable"),
-                 QStringLiteral("2005|5|1"));
+                 "2005|5|1");
         QVERIFY(count(site, "DueBackTable") > 0);
         QVERIFY(count(site, "StatusTypesTable WHERE ProtectedStatus = True") >= 1);
         // In, Out and Busy have codes of their own, none of those the clients keep.
@@ -70,18 +100,17 @@ private slots:
         site.column("New_Mobile").execute("UPDATE NewUserDefaultsTable SET New_Mobile = 'none yet', RefreshRate = 3");
         site.person("Liam \"Red\" O'Connor", "loconnor", "555 0101");
         const QString who = " WHERE Name = " + dao::quote("Liam \"Red\" O'Connor");
-        QCOMPARE(site.value("SELECT UID & '|' & New_Mobile FROM EmployeeTable" + who),
-                 QStringLiteral("loconnor|none yet"));
+        QCOMPARE(site.value("SELECT UID & '|' & New_Mobile FROM EmployeeTable" + who), "loconnor|none yet");
         QCOMPARE(site.value("SELECT RefreshRate & '|' & LastModifiedColumnOrder & '|' & SortColumnName FROM "
                             "EmployeeSettingsTable" +
                             who),
-                 QStringLiteral("3|6|Name"));
+                 "3|6|Name");
 
         site.tracking("Ann", "Bob", "Out", 45000.25);
         const long long first = site.message({.owner = "Bob", .fromName = "Ann", .toName = "Bob", .subject = "Hi"});
         QVERIFY(site.message({.owner = "Ann", .category = "Sent", .fromName = "Ann", .toName = "Bob"}) > first);
         const QString column = release == SchemaRelease::Present ? "TrackeeLastUpdated" : "TrackeeLastUpdate";
-        QCOMPARE(site.value("SELECT " + column + " FROM EmployeeStatusTracking"), QStringLiteral("45000.25"));
+        QCOMPARE(site.value("SELECT " + column + " FROM EmployeeStatusTracking"), "45000.25");
     }
 
     void refusals_data()
@@ -121,8 +150,8 @@ private slots:
     {
         TempSite site;
         site.person("Ann Lee").column("New_Desk", true);
-        QCOMPARE(site.value("SELECT New_DeskReadOnly FROM EmployeeTable"), QStringLiteral("True"));
-        QCOMPARE(database::extraColumnCaption("New_Desk"), QStringLiteral("Desk"));
+        QCOMPARE(site.value("SELECT New_DeskReadOnly FROM EmployeeTable"), "True");
+        QCOMPARE(database::extraColumnCaption("New_Desk"), "Desk");
     }
 
     void countersRise()
@@ -142,15 +171,14 @@ private slots:
     {
         TempSite site;
         site.person("Ann").person("Bob").person("Cy");
-        site.status("Ann", "out", "Tomorrow", "Dentist")
-            .status("Bob", "Gone fishing")
-            .status("Cy", {.status = "In", .lastModified = "2024-01-02 03:04:05 by Ann", .code = 11});
+        site.status("Ann", "out", "Tomorrow", "Dentist").status("Bob", "Gone fishing");
+        site.status("Cy", {.status = "In", .lastModified = "2024-01-02 03:04:05 by Ann", .code = 11});
         const QString outCode = site.value("SELECT StatusCode FROM StatusTypesTable WHERE Status = 'Out'");
         QCOMPARE(site.value("SELECT StatusCode & '|' & DueBack FROM EmployeeTable WHERE Name = 'Ann'"),
                  outCode + "|Tomorrow");
-        QCOMPARE(site.value("SELECT StatusCode FROM EmployeeTable WHERE Name = 'Bob'"), QStringLiteral("4"));
+        QCOMPARE(site.value("SELECT StatusCode FROM EmployeeTable WHERE Name = 'Bob'"), "4");
         QCOMPARE(site.value("SELECT StatusCode & '|' & LastModified FROM EmployeeTable WHERE Name = 'Cy'"),
-                 QStringLiteral("11|2024-01-02 03:04:05 by Ann"));
+                 "11|2024-01-02 03:04:05 by Ann");
     }
 
     void boardOfAGroup_data()
@@ -173,6 +201,171 @@ private slots:
         for (const QStringList& row : database::readBoard(*site.openDb(), group).rows)
             shown << row[0];
         QCOMPARE(shown, names);
+    }
+
+    // Every table ends with the present release's columns; the new columns hold
+    // the values written, and a column renamed by a drop and an add starts Null.
+    void olderFileGainsEveryColumn()
+    {
+        TestGateways gw;
+        TempSite site(SchemaRelease::Older);
+        site.person("Ann Lee").tracking("Ann Lee", "Ann Lee");
+        site.execute("INSERT INTO MessagesTable (Category, SentToName) VALUES (\"New\", \"Ann Lee\")");
+        site.execute("INSERT INTO TransactionLogTable (Name) VALUES (\"Ann Lee\")");
+        site.makeCurrent();
+        subUpdateDatabaseStructure();
+        subTestStatusCounterTable(); // adds the counter of extra columns
+
+        const auto sortedColumns = [](const TempSite& s, const QString& table) {
+            QStringList names = s.openDb()->FieldNames(table);
+            names.sort(Qt::CaseInsensitive);
+            return names;
+        };
+        const TempSite present;
+        for (const QString& table : present.openDb()->TableNames())
+            QCOMPARE(sortedColumns(site, table), sortedColumns(present, table));
+        const QStringList expected = {
+            "GlobalSettingsTable: DatabaseReleaseVersion, AllowMessaging, AllowStatusAlerts, AllowPresenceSensing, "
+            "AllowUserToAddVeskOrToStartupFolder, UpdateStatusOnLock = 2005|True|True|True|True|False",
+            "EmployeeSettingsTable: SplitterPositionVertical, SplitterPositionHorizontal, DisplayTreeView, "
+            "StatusAlertsOverride, FontBoldDisplay, FontSizeDisplay = 1800|1575|1|False|0|8",
+            "NewUserDefaultsTable: SplitterPositionVertical, SplitterPositionHorizontal, FontBoldDisplay, "
+            "FontSizeDisplay = 1800|1575|0|8",
+            "AdminSettingsTable: LastSelectedNode, AdminFontBoldDisplay, AdminFontSizeDisplay = Users|0|8",
+            "EmployeeStatusTracking: TrackeeLastUpdated = Null",
+            "MessagesTable: MessageOwner = Null",
+            "TransactionLogTable: LogDateTime, ComputerName, IPAddress = Null|Null|Null",
+            "StatusCounterTable: ExtraColumnsCounter = 1",
+        };
+        for (const QString& line : expected) {
+            const QString table = line.section(": ", 0, 0);
+            const QString columns = line.section(": ", 1).section(" = ", 0, 0);
+            QCOMPARE(table + ": " + columns + " = " + contents(site, {table}, columns).value(1), line);
+        }
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    // A row marked "if it went well" sees the number the rows before it left: a
+    // success does not clear it, only a "clear" row does.
+    void aFailureStandsUntilAClearingRow()
+    {
+        TestGateways gw;
+        TempSite site(SchemaRelease::Older);
+        site.execute("ALTER TABLE GlobalSettingsTable ADD COLUMN DatabaseReleaseVersion TEXT(10)");
+        site.makeCurrent();
+        subUpdateDatabaseStructure();
+        QCOMPARE(contents(site, {"GlobalSettingsTable"},
+                          "DatabaseReleaseVersion, AllowMessaging, AllowStatusAlerts, AllowPresenceSensing")
+                     .value(1),
+                 "Null|Null|Null|True");
+    }
+
+    void presentFileIsUntouched()
+    {
+        TestGateways gw;
+        TempSite site;
+        site.person("Ann Lee").person("Bob Ray").group("Sales").member("Sales", "Ann Lee", true);
+        site.tracking("Bob Ray", "Ann Lee", "In", 46300.5).status("Ann Lee", "Busy", "Noon", "Call");
+        site.execute("UPDATE AdminSettingsTable SET LastSelectedNode = \"Groups\", AdminFontSizeDisplay = 10");
+        site.execute("UPDATE EmployeeSettingsTable SET FontSizeDisplay = 12, DisplayTreeView = 0");
+        site.execute("UPDATE GlobalSettingsTable SET AllowMessaging = False, DatabaseReleaseVersion = \"2006\"");
+        const QStringList tables = site.openDb()->TableNames();
+        const QStringList before = contents(site, tables);
+        site.makeCurrent();
+        subUpdateDatabaseStructure();
+        QCOMPARE(contents(site, tables), before);
+    }
+
+    // The test that a file belongs to this system reads it and writes nothing: a
+    // file another program keeps in WAL mode stays so, byte for byte.
+    void validDatabase_data()
+    {
+        QTest::addColumn<SchemaRelease>("release");
+        QTest::addColumn<QString>("change"); // SQLite's own statements on the file, or "=" and bytes over it
+        QTest::addColumn<bool>("valid");
+        const auto row = [](const char* name, SchemaRelease release, const char* change, bool valid) {
+            QTest::newRow(name) << release << QString(change) << valid;
+        };
+        row("older release", SchemaRelease::Older, "", true);
+        row("our site in WAL mode", SchemaRelease::Present, "PRAGMA journal_mode=WAL", true);
+        row("2005 stored as a number", SchemaRelease::Present,
+            "DROP TABLE GlobalSettingsTable; CREATE TABLE GlobalSettingsTable (DatabaseVersion LONG);"
+            "INSERT INTO GlobalSettingsTable VALUES (2005)",
+            true);
+        row("another version", SchemaRelease::Present, "UPDATE GlobalSettingsTable SET DatabaseVersion = '2004'",
+            false);
+        row("another program's file in WAL mode", SchemaRelease::Present,
+            "DROP TABLE GlobalSettingsTable; CREATE TABLE Invoices (N); INSERT INTO Invoices VALUES (7);"
+            "PRAGMA journal_mode=WAL",
+            false);
+        row("not a database", SchemaRelease::Present, "=Standard Jet DB", false);
+    }
+    void validDatabase()
+    {
+        QFETCH(SchemaRelease, release);
+        QFETCH(QString, change);
+        QFETCH(bool, valid);
+        TestGateways gw;
+        TempSite site(release);
+        if (change.startsWith('='))
+            QVERIFY(writeFile(site.dbPath(), change.mid(1).toLatin1()));
+        else
+            QVERIFY(change.isEmpty() || sqliteExec(site.dbPath(), change));
+        const QByteArray before = readFile(site.dbPath());
+        QCOMPARE(fnIsValidDatabase(site.path()), valid);
+        QVERIFY(readFile(site.dbPath()) == before);
+        QVERIFY(!fnIsValidDatabase(site.path() + "elsewhere/"));
+        QCOMPARE(gw.boxes().count(), 0);
+    }
+
+    // A person's row by name or login ID, as the program asks for it, is found
+    // through an index on a new site and on an older file once it is upgraded.
+    void nameLookUpsUseAnIndex_data()
+    {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<QString>("index");
+        const QString name = dao::quoteLike("Ann [Lee]*");
+        QTest::newRow("row by name") << "SELECT * FROM EmployeeTable WHERE Name LIKE " + name
+                                     << "EmployeeTable_FoldedName";
+        QTest::newRow("row by name, lower case")
+            << "SELECT * FROM EmployeeTable WHERE name LIKE " + name << "EmployeeTable_FoldedName";
+        QTest::newRow("row by login ID") << "SELECT * FROM EmployeeTable WHERE UID LIKE " + dao::quoteLike("alee")
+                                         << "EmployeeTable_FoldedUID";
+        QTest::newRow("settings row") << "SELECT * FROM EmployeeSettingsTable WHERE Name LIKE " + name +
+                                             " ORDER BY Name"
+                                      << "EmployeeSettingsTable_FoldedName";
+    }
+    void nameLookUpsUseAnIndex()
+    {
+        QFETCH(QString, sql);
+        QFETCH(QString, index);
+        TestGateways gw;
+        const auto plan = [&](const TempSite& site) {
+            return sqliteColumn(site.dbPath(), "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql, 3).join(" / ");
+        };
+        const QString used = " USING INDEX " + index + " ";
+        const TempSite present;
+        QVERIFY2(plan(present).contains(used), qPrintable(plan(present)));
+        TempSite older(SchemaRelease::Older);
+        QVERIFY2(plan(older).startsWith("SCAN "), qPrintable(plan(older)));
+        older.makeCurrent();
+        subUpdateDatabaseStructure();
+        QVERIFY2(plan(older).contains(used), qPrintable(plan(older)));
+    }
+
+    void counterTableIsRepaired()
+    {
+        TestGateways gw;
+        TempSite site(SchemaRelease::Older);
+        site.execute("UPDATE StatusCounterTable SET Counter = Null, GroupCounter = 4");
+        site.makeCurrent();
+        subTestStatusCounterTable();
+        const QString columns = "Counter, StatusTypeCounter, GroupCounter, SecurityCounter, ExtraColumnsCounter";
+        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), "1|1|4|1|1");
+
+        site.execute("DELETE FROM StatusCounterTable");
+        subTestStatusCounterTable();
+        QCOMPARE(contents(site, {"StatusCounterTable"}, columns).value(1), "1|1|1|1|1");
     }
 };
 

@@ -45,13 +45,8 @@ struct Screen
         const auto checkedAt = [](const QList<QRadioButton*>& b) {
             return int(std::find_if(b.begin(), b.end(), [](auto* r) { return r->isChecked(); }) - b.begin());
         };
-        Screen s{{},
-                 checkedAt(f.optionRefreshRate),
-                 checkedAt(f.optSysTrayTaskBar),
-                 checkedAt(f.optIconSize),
-                 checkedAt(f.optToolBarText),
-                 f.comboFontSizeDisplay->currentText().toInt(),
-                 f.txtPhone->text()};
+        Screen s(QString(), checkedAt(f.optionRefreshRate), checkedAt(f.optSysTrayTaskBar), checkedAt(f.optIconSize),
+                 checkedAt(f.optToolBarText), f.comboFontSizeDisplay->currentText().toInt(), f.txtPhone->text());
         for (const char* flag : kFlags) {
             s.flags += f.findChild<QCheckBox*>(flag)->isChecked() ? '1' : '0';
         }
@@ -64,19 +59,18 @@ struct Options : BoardFixture
 {
     Options()
     {
-        site.person(QStringLiteral("Ann Lee"), QStringLiteral("alee"), QStringLiteral("1234"));
+        site.person("Ann Lee", "alee", "1234");
         subReadUserSettings(gRun.gstrDefaultUser);
     }
     QString setting(const QString& field) const
     {
-        return ofAnn(field, QStringLiteral("EmployeeSettingsTable"));
+        return ofAnn(field, "EmployeeSettingsTable");
     }
     // Ann's settings row, her phone and Counter, as one text.
     QString written() const
     {
-        auto rs = site.openDb()->OpenRecordset(QStringLiteral("SELECT * FROM EmployeeSettingsTable"));
-        QStringList texts = {ofAnn(QStringLiteral("Phone")),
-                             value(QStringLiteral("SELECT Counter FROM StatusCounterTable"))};
+        auto rs = site.openDb()->OpenRecordset("SELECT * FROM EmployeeSettingsTable");
+        QStringList texts = {ofAnn("Phone"), site.value("SELECT Counter FROM StatusCounterTable")};
         for (int i = 0; !rs->isEOF() && i < rs->FieldCount(); ++i) {
             texts << rs->Fields(i).Text();
         }
@@ -112,11 +106,9 @@ private slots:
     void roundTrip()
     {
         QFETCH(Screen, chosen);
-        QFETCH(int, refreshRate);
-        QFETCH(int, minimizeSetting);
         Options o;
-        const QString counter = o.value(QStringLiteral("SELECT Counter + 1 FROM StatusCounterTable"));
-        o.setForAnn(QStringLiteral("AutoClearComments = Null, AutoMinimize = Null"));
+        const QString counter = o.site.value("SELECT Counter + 1 FROM StatusCounterTable");
+        o.setForAnn("AutoClearComments = Null, AutoMinimize = Null");
         gPerson.gblnAutoClearComments = gPerson.gblnAutoMinimize = true;
         {
             frmOptions f;
@@ -126,11 +118,11 @@ private slots:
             f.cmdOkOptions->click();
             QCOMPARE(f.result(), int(QDialog::Accepted));
         }
-        QCOMPARE(o.setting(QStringLiteral("RefreshRate")).toInt(), refreshRate);
-        QCOMPARE(o.setting(QStringLiteral("MinimizeSetting")).toInt(), minimizeSetting);
-        QCOMPARE(o.ofAnn(QStringLiteral("Phone")), chosen.phone);
-        QVERIFY(!status::boolFromText(o.setting(QStringLiteral("AutoMinimize"))));
-        QCOMPARE(o.value(QStringLiteral("SELECT Counter FROM StatusCounterTable")), counter);
+        QTEST(o.setting("RefreshRate").toInt(), "refreshRate");
+        QTEST(o.setting("MinimizeSetting").toInt(), "minimizeSetting");
+        QCOMPARE(o.ofAnn("Phone"), chosen.phone);
+        QVERIFY(!status::boolFromText(o.setting("AutoMinimize")));
+        QCOMPARE(o.site.value("SELECT Counter FROM StatusCounterTable"), counter);
 
         gPerson.reset();
         subReadUserSettings(gRun.gstrDefaultUser);
@@ -156,7 +148,7 @@ private slots:
         QFETCH(QString, how);
         Options o;
         const long long treeView = gPerson.gvarDisplayTreeView;
-        const QString deleteAnn = QStringLiteral("DELETE FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
+        const QString deleteAnn = "DELETE FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"";
         o.gw.boxes().answer(platform::vbOK);
         frmOptions f;
         if (how == "gone before Load") {
@@ -210,9 +202,8 @@ private slots:
     {
         QFETCH(Screen, chosen);
         QFETCH(int, countDown);
-        QFETCH(bool, tray);
         Options o;
-        o.setForAnn(QStringLiteral("MinimizeSetting = 2"));
+        o.setForAnn("MinimizeSetting = 2");
         frmMain& board = o.open();
         o.show(1600, 700);
         board.Form_Activate();
@@ -227,18 +218,18 @@ private slots:
         QVERIFY(!trayDuringScreen);
         QCOMPARE(o.child<QTreeWidget>("TreeViewMain")->isVisible(), chosen.flags[5] == '1');
         QCOMPARE(o.child("TabStripMain")->isVisible(), chosen.flags[5] == '0');
-        QCOMPARE(o.action(QStringLiteral("Change"))->text(), chosen.text ? QStringLiteral("Change") : QString());
+        QCOMPARE(o.action("Change")->text(), chosen.text ? "Change" : QString());
         QCOMPARE(o.child<QToolBar>("ToolbarMain")->iconSize().width(), chosen.icon ? 16 : 32);
         QCOMPARE(o.list()->font().bold(), chosen.flags[7] == '1');
         QCOMPARE(o.list()->font().pointSize(), chosen.fontSize);
 
         board.Form_Activate();
-        QCOMPARE(board.sysTrayIconExists(), tray);
+        QTEST(board.sysTrayIconExists(), "tray");
         QCOMPARE(gBoard.gintTimerMainCountDown, countDown);
         board.TimerMain_Timer();
         QCOMPARE(o.child<QTimer>("TimerMain")->isActive(), countDown != 0);
-        QCOMPARE(board.panelText(3), countDown ? QStringLiteral("Next refresh in %1 ").arg(countDown - 1)
-                                               : QStringLiteral(" Refresh OFF "));
+        QCOMPARE(board.panelText(3),
+                 countDown ? QStringLiteral("Next refresh in %1 ").arg(countDown - 1) : " Refresh OFF ");
     }
 };
 

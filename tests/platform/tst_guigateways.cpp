@@ -1,20 +1,23 @@
-// The client's message boxes driven offscreen: real QMessageBoxes looked at and
-// answered from a timer.
-
+// The client's gateways for real, offscreen: QMessageBoxes looked at and answered
+// from a timer; and the real End seen from outside, as a copy of this program
+// started as a child runs a QApplication with a window, registers closing work
+// and ends, and the parent reads its exit code and output, the static objects'
+// destruction included.
 #include "platform/gui/qtmessageboxes.h"
+#include "platform/process.h"
 
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
+#include <QProcess>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWidget>
+#include <cstdio>
 
 using namespace platform;
 using Button = QMessageBox::StandardButton;
-
-Q_DECLARE_METATYPE(QMessageBox::Icon)
-Q_DECLARE_METATYPE(QMessageBox::StandardButton)
 
 namespace {
 
@@ -48,7 +51,47 @@ void whenBoxShows(std::function<void(QMessageBox*)> act)
     poll->start();
 }
 
+const char* const childMode = "TST_PROCESS_CHILD";
+
+// A static object of the program: the ordinary end destroys it, after the closing work.
+struct StaticMarker
+{
+    ~StaticMarker()
+    {
+        std::fputs("statics\n", stdout);
+    }
+};
+
+int childMain(int argc, char** argv)
+{
+    static StaticMarker marker;
+    // As the client does: the application on the heap, taken down by the first
+    // work registered, so it runs last, before the static objects go.
+    auto* app = new QApplication(argc, argv);
+    auto* window = new QWidget;
+    platform::atEnd([app, window] {
+        delete window;
+        delete app;
+    });
+    window->show();
+    const QByteArray mode = qgetenv(childMode);
+    // Plain stdio, unflushed: End must flush it.
+    platform::atEnd([] { std::fputs("database\n", stdout); });
+    platform::atEnd([mode] {
+        std::fputs("tray\n", stdout);
+        if (mode == "again") {
+            platform::End(9); // an End inside the closing work ends at once, without looping
+        }
+    });
+    QTimer::singleShot(0, [] { platform::End(7); });
+    QApplication::exec();
+    return 0;
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(QMessageBox::Icon)
+Q_DECLARE_METATYPE(QMessageBox::StandardButton)
 
 class TestGuiGateways : public QObject
 {
@@ -96,13 +139,9 @@ private slots:
         QFETCH(QString, press);
         QFETCH(int, answer);
 
-        QList<int> seenButtons;
-        QMessageBox::Icon seenIcon = QMessageBox::NoIcon;
-        Button seenDefault = QMessageBox::NoButton;
+        QList<int> seen; // the answers of the buttons, the icon, the default button
         whenBoxShows([&](QMessageBox* box) {
-            seenButtons = answersOf(box);
-            seenIcon = box->icon();
-            seenDefault = box->standardButton(box->defaultButton());
+            seen = answersOf(box) << box->icon() << box->standardButton(box->defaultButton());
             if (press == QLatin1String("Escape")) {
                 QTest::keyClick(box, Qt::Key_Escape);
                 QPointer<QMessageBox> still(box);
@@ -122,15 +161,13 @@ private slots:
             box->button(QMessageBox::Ignore)->click();
         });
         QtMessageBoxes boxes;
-        QCOMPARE(boxes.show(QStringLiteral("Proceed?"), flags, QStringLiteral("T")), answer);
-        QCOMPARE(seenButtons, buttons);
-        QCOMPARE(seenIcon, icon);
-        QCOMPARE(seenDefault, defaultButton);
+        QCOMPARE(boxes.show("Proceed?", flags, "T"), answer);
+        QCOMPARE(seen, buttons + QList<int>({icon, defaultButton}));
     }
 
     void messageBox_textLinesAndTitle()
     {
-        setAppTitle(QStringLiteral(" VESK-OR Pro "));
+        setAppTitle(" VESK-OR Pro ");
         QString text;
         QString title;
         Qt::TextFormat format = Qt::AutoText;
@@ -141,13 +178,45 @@ private slots:
             box->button(QMessageBox::Ok)->click();
         });
         QtMessageBoxes boxes;
-        boxes.show(QStringLiteral("P:\\veskor.mdb\r\nis not a <b>database</b>.\rPress OK\nto exit."), vbOKOnly,
-                   QString());
-        QCOMPARE(text, QStringLiteral("P:\\veskor.mdb\nis not a <b>database</b>.\nPress OK\nto exit."));
+        boxes.show("P:\\veskor.mdb\r\nis not a <b>database</b>.\rPress OK\nto exit.", vbOKOnly, QString());
+        QCOMPARE(text, "P:\\veskor.mdb\nis not a <b>database</b>.\nPress OK\nto exit.");
         QCOMPARE(format, Qt::PlainText);
-        QCOMPARE(title, QStringLiteral(" VESK-OR Pro "));
+        QCOMPARE(title, " VESK-OR Pro ");
+    }
+
+    void realEnd_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("output");
+        QTest::newRow("work newest first, then exit") << "plain" << 7 << QByteArray("tray\ndatabase\nstatics\n");
+        QTest::newRow("End within the work") << "again" << 9 << QByteArray("tray\ndatabase\nstatics\n");
+    }
+    void realEnd()
+    {
+        QFETCH(QString, mode);
+        QFETCH(int, exitCode);
+        QFETCH(QByteArray, output);
+        QProcess child;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QLatin1String(childMode), mode);
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        child.setProcessEnvironment(env);
+        child.start(QCoreApplication::applicationFilePath(), {});
+        QVERIFY(child.waitForFinished(60000));
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(child.exitCode(), exitCode);
+        QCOMPARE(child.readAllStandardOutput(), output);
     }
 };
 
-QTEST_MAIN(TestGuiGateways)
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsSet(childMode))
+        return childMain(argc, argv);
+    QApplication app(argc, argv);
+    TestGuiGateways test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_guigateways.moc"

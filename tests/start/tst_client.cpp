@@ -15,8 +15,8 @@
 
 namespace {
 
-const QString kJo = QStringLiteral("Jo Bloggs");
-const QString kAnn = QStringLiteral("Ann Lee");
+const QString kJo = "Jo Bloggs";
+const QString kAnn = "Ann Lee";
 
 QString fieldOf(const TempSite& site, const QString& name, const QString& column)
 {
@@ -25,7 +25,7 @@ QString fieldOf(const TempSite& site, const QString& name, const QString& column
 
 bool isActive(const TempSite& site, const QString& name)
 {
-    return fieldOf(site, name, QStringLiteral("ActiveFlag")) == QLatin1String("Yes");
+    return fieldOf(site, name, "ActiveFlag") == QLatin1String("Yes");
 }
 
 // What a board leaves in the private folder: its socket and lock file while it runs.
@@ -44,10 +44,8 @@ private slots:
     void statusFromTheCommandLine()
     {
         TempSite site;
-        site.person(QStringLiteral("Jo Bloggs"), QStringLiteral("jo"))
-            .person(QStringLiteral("Ann Lee"), QStringLiteral("alee"))
-            .status(QStringLiteral("Jo Bloggs"), QStringLiteral("Out"));
-        RealClient client(site.path(), {QStringLiteral("-UID:jo"), QStringLiteral("-STS:Busy")});
+        site.person("Jo Bloggs", "jo").person("Ann Lee", "alee").status("Jo Bloggs", "Out");
+        RealClient client(site.path(), {"-UID:jo", "-STS:Busy"});
 
         // The write lands within a few seconds; the client then runs on until stopped.
         const auto written = [&] {
@@ -62,7 +60,7 @@ private slots:
         QCOMPARE(client.process.state(), QProcess::Running);
         // The log row names who and where: login, machine and address are all known at start.
         for (const char* column : {"NetworkLogonID", "ComputerName", "IPAddress"}) {
-            const QString sql = QStringLiteral("SELECT %1 FROM TransactionLogTable WHERE Status = \"Busy\"");
+            const QString sql = "SELECT %1 FROM TransactionLogTable WHERE Status = \"Busy\"";
             QVERIFY2(!site.value(sql.arg(QLatin1String(column))).isEmpty(), column);
         }
         QCOMPARE(client.boxesShown(), QByteArray()); // no box on the way
@@ -72,7 +70,7 @@ private slots:
     {
         QTest::addColumn<QString>("refusal");
         QTest::addColumn<QString>("box"); // the start of the one box: title, flags, text
-        const QString title = QStringLiteral(" VESK-OR Pro  - Error in Initialize Local Database\t");
+        const QString title = " VESK-OR Pro  - Error in Initialize Local Database\t";
         QTest::newRow("not a database") << "foreign" << title + "48\t";
         QTest::newRow("another DatabaseVersion") << "version" << title + "16\t%1veskor.mdb";
         QTest::newRow("busy past three tries")
@@ -88,11 +86,11 @@ private slots:
         QFETCH(QString, refusal);
         QFETCH(QString, box);
         TempSite site;
-        site.person(QStringLiteral("Jo Bloggs"), QStringLiteral("jo"));
+        site.person("Jo Bloggs", "jo");
         if (refusal == "foreign")
             QVERIFY(writeFile(site.dbPath(), QByteArray(8192, 'x')));
         if (refusal == "version")
-            site.setting(QStringLiteral("DatabaseVersion"), QStringLiteral("2004"));
+            site.setting("DatabaseVersion", "2004");
         if (refusal == "damaged") { // the schema's page overwritten past the file header
             QFile file(site.dbPath());
             QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(100) && file.write(QByteArray(400, '\xff')) == 400);
@@ -107,14 +105,13 @@ private slots:
             administrator = dao::DBEngine::OpenDatabase(site.dbPath(), true);
         QTemporaryDir runtime;
 
-        RealClient client(site.path(), {QStringLiteral("-UID:jo")}, "OK\n", runtime.path());
+        RealClient client(site.path(), {"-UID:jo"}, "OK\n", runtime.path());
         const bool clean = client.finishedCleanly(60000);
         otherClient.reset();
         QVERIFY(clean);
         const QStringList boxes = QString::fromUtf8(client.boxesShown()).split(u'\n', Qt::SkipEmptyParts);
         QCOMPARE(boxes.size(), 1);
-        QVERIFY2(boxes.front().startsWith(QString(box).replace(QStringLiteral("%1"), site.path())),
-                 qPrintable(boxes.front()));
+        QVERIFY2(boxes.front().startsWith(QString(box).replace("%1", site.path())), qPrintable(boxes.front()));
         administrator.reset();
         QVERIFY(readFile(site.dbPath()) == before);
         QCOMPARE(QDir(runtime.path()).entryList(QDir::Files | QDir::System), QStringList());
@@ -123,19 +120,19 @@ private slots:
     void inicheckWaitsThenStartsTheClient()
     {
         QTemporaryDir folder;
-        const QString inicheck = folder.filePath(QStringLiteral("inicheck"));
+        const QString inicheck = folder.filePath("inicheck");
         QVERIFY(QFile::copy(QStringLiteral(VESKOR_INICHECK_BINARY), inicheck));
         // A stand-in client that writes down the arguments it was started with.
-        const QString started = folder.filePath(QStringLiteral("started"));
-        QVERIFY(writeFile(folder.filePath(QStringLiteral("user")),
-                          "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$(dirname \"$0\")/started\"\n"));
-        QFile(folder.filePath(QStringLiteral("user")))
+        const QString started = folder.filePath("started");
+        QVERIFY(
+            writeFile(folder.filePath("user"), "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$(dirname \"$0\")/started\"\n"));
+        QFile(folder.filePath("user"))
             .setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         database::writeSettingsFile(folder.path());
         database::setForcedShutDown(folder.path(), true);
 
         QProcess process;
-        process.start(inicheck, {QStringLiteral("-UID:  -STS:ForcedShutDown")});
+        process.start(inicheck, {"-UID:  -STS:ForcedShutDown"});
         QVERIFY(process.waitForStarted());
         QTest::qWait(1500);
         QCOMPARE(process.state(), QProcess::Running);
@@ -165,41 +162,40 @@ private slots:
         QFETCH(bool, autoLogOut);
         QFETCH(QString, status);
         TempSite site;
-        site.person(kJo, QStringLiteral("jo")).status(kJo, QStringLiteral("Busy"));
+        site.person(kJo, "jo").status(kJo, "Busy");
         site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET AutoLogIn = False, AutoLogOut = %1")
-                         .arg(autoLogOut ? QStringLiteral("True") : QStringLiteral("False")));
+                         .arg(autoLogOut ? "True" : "False"));
         QTemporaryDir runtime;
-        RealClient client(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        RealClient client(site.path(), {"-UID:jo"}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
         QCOMPARE(leftIn(runtime).size(), 2);
 
         ::kill(pid_t(client.process.processId()), signal);
         QVERIFY(client.finishedCleanly());
         QCOMPARE(leftIn(runtime), QStringList());
-        QCOMPARE(fieldOf(site, kJo, QStringLiteral("ActiveFlag")), QStringLiteral("No"));
-        QCOMPARE(fieldOf(site, kJo, QStringLiteral("Status")), status);
+        QCOMPARE(fieldOf(site, kJo, "ActiveFlag & '/' & Status"), "No/" + status);
         QCOMPARE(client.boxesShown(), QByteArray());
     }
 
     void secondStart()
     {
         TempSite site;
-        site.person(kJo, QStringLiteral("jo")).person(kAnn, QStringLiteral("alee"));
+        site.person(kJo, "jo").person(kAnn, "alee");
         QTemporaryDir runtime;
-        RealClient first(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        RealClient first(site.path(), {"-UID:jo"}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
         const QStringList firstBoards = leftIn(runtime);
 
         // The same person again: it leaves at once, and leaves the first one's row,
         // socket and lock file alone.
-        RealClient second(site.path(), {QStringLiteral("-UID:jo")}, {}, runtime.path());
+        RealClient second(site.path(), {"-UID:jo"}, {}, runtime.path());
         QVERIFY(second.finishedCleanly());
         QCOMPARE(first.process.state(), QProcess::Running);
         QVERIFY(isActive(site, kJo));
         QCOMPARE(leftIn(runtime), firstBoards);
 
         // Another person on the same desktop goes on.
-        RealClient other(site.path(), {QStringLiteral("-UID:alee")}, {}, runtime.path());
+        RealClient other(site.path(), {"-UID:alee"}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kAnn), 20000);
         QTest::qWait(500);
         QCOMPARE(other.process.state(), QProcess::Running);

@@ -31,14 +31,12 @@ struct Crowd
 
     explicit Crowd(int count)
     {
-        site.person(QStringLiteral("Watcher"));
+        site.person("Watcher");
         for (int i = 1; i <= count; ++i) {
             const QString name = QStringLiteral("Person %1").arg(i);
-            site.person(name, QStringLiteral("p%1").arg(i))
-                .status(name, QStringLiteral("Start"))
-                .tracking(QStringLiteral("Watcher"), name, QStringLiteral("Start"));
+            site.person(name, QStringLiteral("p%1").arg(i)).status(name, "Start").tracking("Watcher", name, "Start");
         }
-        counterBefore = value(QStringLiteral("SELECT Counter FROM StatusCounterTable"));
+        counterBefore = value("SELECT Counter FROM StatusCounterTable");
     }
     // One client for each of people 1..count, with the word on its command line.
     void start(int count, const QString& word)
@@ -46,7 +44,7 @@ struct Crowd
         clients.clear();
         for (int i = 1; i <= count; ++i) {
             clients.push_back(std::make_unique<RealClient>(
-                site.path(), QStringList{QStringLiteral("-UID:p%1").arg(i), QStringLiteral("-STS:") + word}));
+                site.path(), QStringList{QStringLiteral("-UID:p%1").arg(i), "-STS:" + word}));
         }
     }
     void endAll()
@@ -66,11 +64,11 @@ struct Crowd
     // rows added, and each person's row, mirror and last log row; "" when nothing.
     QString disagreement() const
     {
-        const QString integrity = value(QStringLiteral("PRAGMA integrity_check"));
-        const QString unlogged = value(QStringLiteral("SELECT (SELECT Counter FROM StatusCounterTable) - ") +
-                                       counterBefore + QStringLiteral(" - (SELECT Count(*) FROM TransactionLogTable)"));
+        const QString integrity = value("PRAGMA integrity_check");
+        const QString unlogged = value("SELECT (SELECT Counter FROM StatusCounterTable) - " + counterBefore +
+                                       " - (SELECT Count(*) FROM TransactionLogTable)");
         if (integrity != QLatin1String("ok") || unlogged != QLatin1String("0")) {
-            return integrity + QStringLiteral(", counter rise less log rows added: ") + unlogged;
+            return integrity + ", counter rise less log rows added: " + unlogged;
         }
         return value(kDisagreeing);
     }
@@ -95,12 +93,12 @@ private slots:
     {
         constexpr int kClients = 20;
         Crowd crowd(kClients);
-        crowd.site.statusType({QStringLiteral("Training"), 12}).statusType({QStringLiteral("Visiting"), 13});
+        crowd.site.statusType({"Training", 12}).statusType({"Visiting", 13});
         for (const QString word : {"Busy", "At Lunch", "In Meeting", "Training", "Visiting"}) {
             crowd.start(kClients, word);
             QTRY_COMPARE_WITH_TIMEOUT(crowd.peopleWith(word), kClients, 90000);
             crowd.endAll();
-            QCOMPARE(crowd.peopleWith(QStringLiteral("Out")), kClients);
+            QCOMPARE(crowd.peopleWith("Out"), kClients);
             QCOMPARE(crowd.value("SELECT Count(*) FROM TransactionLogTable WHERE Status = '" + word + "'"),
                      QString::number(kClients));
         }
@@ -127,8 +125,8 @@ private slots:
             QCOMPARE(crowd.disagreement(), QString());
         }
         // The next clients start cleanly on what the killed ones left.
-        crowd.start(kClients, QStringLiteral("After"));
-        QTRY_COMPARE_WITH_TIMEOUT(crowd.peopleWith(QStringLiteral("After")), kClients, 60000);
+        crowd.start(kClients, "After");
+        QTRY_COMPARE_WITH_TIMEOUT(crowd.peopleWith("After"), kClients, 60000);
         crowd.endAll();
         QCOMPARE(readFile(crowd.site.path() + "boxes.log"), QByteArray());
         QCOMPARE(crowd.disagreement(), QString());

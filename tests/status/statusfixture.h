@@ -24,7 +24,7 @@ public:
 
     QStringList listHeaders() const override
     {
-        return {QStringLiteral("Status"), QStringLiteral("Name")};
+        return {"Status", "Name"};
     }
     int listRowCount() const override
     {
@@ -57,10 +57,11 @@ public:
     // Ann Lee, Bob Ray and Cy Dee listed, these rows selected and the first current.
     void select(const QList<int>& rows, bool button = true)
     {
-        names = {QStringLiteral("Ann Lee"), QStringLiteral("Bob Ray"), QStringLiteral("Cy Dee")};
+        names = {"Ann Lee", "Bob Ray", "Cy Dee"};
         selected = rows;
         current = rows.value(0, -1);
         groupButton = button;
+        gBoard.gintNameColumn = 1; // as the board finds its Name column
     }
 };
 
@@ -73,14 +74,14 @@ struct StatusFixture
 
     StatusFixture()
     {
-        site.person(QStringLiteral("Ann Lee")).person(QStringLiteral("Bob Ray")).person(QStringLiteral("Cy Dee"));
+        site.person("Ann Lee").person("Bob Ray").person("Cy Dee");
         setMainScreen(&board);
         gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = site.path();
         gRun.gblnDatabaseClosed = true;
-        gRun.gstrDefaultUser = QStringLiteral("Ann Lee");
-        gRun.gstrLoginName = QStringLiteral("alee");
-        gRun.gstrComputerName = QStringLiteral("DESK-07");
-        gRun.gstrIPAddress = QStringLiteral("10.0.0.5");
+        gRun.gstrDefaultUser = "Ann Lee";
+        gRun.gstrLoginName = "alee";
+        gRun.gstrComputerName = "DESK-07";
+        gRun.gstrIPAddress = "10.0.0.5";
         gSite.gblnTransactionLog = true;
     }
     ~StatusFixture()
@@ -101,14 +102,14 @@ struct StatusFixture
     }
     QString statusOf(const QString& name) const
     {
-        return site.value(QStringLiteral("SELECT Status FROM EmployeeTable WHERE Name = ") + dao::quote(name));
+        return site.value("SELECT Status FROM EmployeeTable WHERE Name = " + dao::quote(name));
     }
     long long counter() const
     {
-        return database::readCounter(*site.openDb(), QStringLiteral("Counter"));
+        return database::readCounter(*site.openDb(), "Counter");
     }
     long long logRows() const
     {
-        return site.value(QStringLiteral("SELECT COUNT(*) FROM TransactionLogTable")).toLongLong();
+        return site.value("SELECT COUNT(*) FROM TransactionLogTable").toLongLong();
     }
 };

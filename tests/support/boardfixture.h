@@ -33,10 +33,10 @@ struct BoardFixture
     BoardFixture()
     {
         gRun.gstrDatabasePath = gRun.gstrCurrentDatabasePath = site.path();
-        gRun.gstrApplicationPath = QStringLiteral("/opt/veskor/");
+        gRun.gstrApplicationPath = "/opt/veskor/";
         gRun.gblnDatabaseClosed = true;
-        gRun.gstrDefaultUser = QStringLiteral("Ann Lee");
-        gRun.gstrCurrentGroup = QStringLiteral("Everyone");
+        gRun.gstrDefaultUser = "Ann Lee";
+        gRun.gstrCurrentGroup = "Everyone";
     }
     ~BoardFixture()
     {
@@ -67,7 +67,7 @@ struct BoardFixture
     // open(), then the list drawn for Everyone.
     frmMain& openOnEveryone()
     {
-        open().subRefreshUserList(QStringLiteral("Everyone"));
+        open().subRefreshUserList("Everyone");
         return *form;
     }
     // The window on screen at a size, laid out.
@@ -111,15 +111,9 @@ struct BoardFixture
         }
         return result;
     }
-    // The first field of the first row of a query on the site, "" when none.
-    QString value(const QString& sql) const
+    QString ofAnn(const QString& field, const QString& table = "EmployeeTable") const
     {
-        auto rs = site.openDb()->OpenRecordset(sql, dao::dbOpenSnapshot);
-        return rs->isEOF() ? QString() : rs->Fields(0).Text();
-    }
-    QString ofAnn(const QString& field, const QString& table = QStringLiteral("EmployeeTable")) const
-    {
-        return value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
+        return site.value(QStringLiteral("SELECT %1 FROM %2 WHERE Name = \"Ann Lee\"").arg(field, table));
     }
     void setForAnn(const QString& assignments)
     {

@@ -54,5 +54,5 @@ QStringList sqliteColumn(const QString& path, const QString& sql, int column)
 
 QString sqliteValue(const QString& path, const QString& sql)
 {
-    return sqliteColumn(path, sql).value(0, QStringLiteral("<no row>"));
+    return sqliteColumn(path, sql).value(0, "<no row>");
 }

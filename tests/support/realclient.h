@@ -19,17 +19,17 @@ public:
                const QString& runtime = {})
         : m_folder(folder)
     {
-        const QString program = QDir(folder).filePath(QStringLiteral("user"));
+        const QString program = QDir(folder).filePath("user");
         if (!QFile::exists(program))
             QFile::copy(QStringLiteral(VESKOR_USER_BINARY), program);
-        writeFile(QDir(folder).filePath(QStringLiteral("answers.txt")), answers);
+        writeFile(QDir(folder).filePath("answers.txt"), answers);
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        env.insert(QStringLiteral("VESKOR_MSGBOX_ANSWERS"), QDir(folder).filePath(QStringLiteral("answers.txt")));
-        env.insert(QStringLiteral("VESKOR_MSGBOX_LOG"), QDir(folder).filePath(QStringLiteral("boxes.log")));
-        env.insert(QStringLiteral("VESKOR_SHELL_LOG"), QDir(folder).filePath(QStringLiteral("shell.log")));
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.insert("VESKOR_MSGBOX_ANSWERS", QDir(folder).filePath("answers.txt"));
+        env.insert("VESKOR_MSGBOX_LOG", QDir(folder).filePath("boxes.log"));
+        env.insert("VESKOR_SHELL_LOG", QDir(folder).filePath("shell.log"));
         if (!runtime.isEmpty())
-            env.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
+            env.insert("XDG_RUNTIME_DIR", runtime);
         process.setProcessEnvironment(env);
         process.setWorkingDirectory(folder);
         process.start(program, arguments);
@@ -46,12 +46,12 @@ public:
     // The boxes the client showed, as logged.
     QByteArray boxesShown() const
     {
-        return readFile(QDir(m_folder).filePath(QStringLiteral("boxes.log")));
+        return readFile(QDir(m_folder).filePath("boxes.log"));
     }
     // The URLs, programs, sounds and help the client asked the desktop for, as logged.
     QByteArray shellRequests() const
     {
-        return readFile(QDir(m_folder).filePath(QStringLiteral("shell.log")));
+        return readFile(QDir(m_folder).filePath("shell.log"));
     }
     // Waits for the run's end: true when it ended normally, with code 0.
     bool finishedCleanly(int ms = 20000)

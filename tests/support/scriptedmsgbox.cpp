@@ -18,7 +18,7 @@ int ScriptedMessageBoxes::show(const QString& prompt, int flags, const QString& 
 {
     int answer = platform::firstButtonAnswer(flags);
     if (m_answers.isEmpty()) {
-        failTest(QStringLiteral("Unexpected message box"), prompt, flags, title);
+        failTest("Unexpected message box", prompt, flags, title);
     } else if (const int queued = m_answers.dequeue(); !platform::buttonSetHas(flags, queued)) {
         failTest(QStringLiteral("Queued answer %1 is no button of the box").arg(platform::answerName(queued)), prompt,
                  flags, title);

@@ -66,7 +66,7 @@ void TempSite::makeCurrent() const
 QString TempSite::value(const QString& jetSql) const
 {
     auto rs = openDb()->OpenRecordset(jetSql, dao::dbOpenSnapshot);
-    return rs->isEOF() ? QStringLiteral("<no row>") : rs->Fields(0).Text();
+    return rs->isEOF() ? "<no row>" : rs->Fields(0).Text();
 }
 
 TempSite& TempSite::person(const QString& name, const QString& uid, const QString& phone)

@@ -35,8 +35,7 @@ TestGateways::TestGateways(const QDateTime& start) : m_savedLocale(QLocale())
     m_boxes =
         install(std::make_unique<ScriptedMessageBoxes>(), [](auto p) { platform::setMessageBoxes(std::move(p)); });
     m_clock = install(std::make_unique<platform::FakeClock>(start), [](auto p) { platform::setClock(std::move(p)); });
-    m_identity = install(std::make_unique<platform::FixedIdentity>(QStringLiteral("jo"), QStringLiteral("DESK-07"),
-                                                                   QStringLiteral("10.0.0.5")),
+    m_identity = install(std::make_unique<platform::FixedIdentity>("jo", "DESK-07", "10.0.0.5"),
                          [](auto p) { platform::setIdentity(std::move(p)); });
     m_shell = install(std::make_unique<platform::RecordingShell>(), [](auto p) { platform::setShell(std::move(p)); });
     m_presence =

@@ -1,25 +1,28 @@
 // The status writes and the log on a real site file: whose row a change goes to,
-// the code of the word, the comment rule, the mirror, the counter and log rows.
+// the code of the word, the comment rule, the mirror, the counter and log rows;
+// the system's and the person's settings read into run-wide values, and the
+// layout saved at the end of a run and read back at the next start.
 #include "database/objectref.h"
 #include "database/unitofchange.h"
 #include "kernel/err.h"
 #include "ondisk.h"
 #include "otherclient.h"
+#include "status/settings.h"
 #include "status/statuscommon.h"
 #include "status/statuswrite.h"
 #include "status/translog.h"
 #include "statusfixture.h"
 
 #include <QTest>
+#include <tuple>
 
 using namespace platform;
 
 namespace {
 
-const QString kStamp = QStringLiteral("2026-11-22 09:30:00 by Ann Lee");
+const QString kStamp = "2026-11-22 09:30:00 by Ann Lee";
 constexpr double kNow = 46348.395833333336; // the fake clock's moment as a date number
-const QString kOwnOnly =
-    QStringLiteral(" Your security setting only allows you to change YOUR OWN Status in this Group.");
+const QString kOwnOnly = " Your security setting only allows you to change YOUR OWN Status in this Group.";
 
 struct Route
 {
@@ -44,12 +47,26 @@ void renameTable(const TempSite& site, const QByteArray& from, const QByteArray&
     QVERIFY(site.rawExec("ALTER TABLE " + from + " RENAME TO " + to));
 }
 
+void setForAnn(StatusFixture& f, const QString& assignments)
+{
+    f.site.execute("UPDATE EmployeeSettingsTable SET " + assignments + " WHERE Name = \"Ann Lee\"");
+}
+
+// Every value the end of a run writes, as the next start reads it back.
+auto layoutValues()
+{
+    return std::tie(gPerson.gintSortOrder, gPerson.gintSortKey, gPerson.gintMinimizeSetting,
+                    gPerson.gblnMinimizeOnClose, gPerson.gvarDisplayTreeView, gPerson.gintIconSize,
+                    gPerson.gintToolBarText, gPerson.gblnPhotoSizeToFit, gPerson.glngSplitterVertical);
+}
+const auto kLayout = std::tuple(1LL, 2LL, 2LL, true, 0LL, 1LL, 1LL, true, 2222LL);
+
 } // namespace
 
 Q_DECLARE_METATYPE(Route)
 Q_DECLARE_METATYPE(Word)
 
-class TstStatusWrite : public QObject
+class TstStatus : public QObject
 {
     Q_OBJECT
 
@@ -75,12 +92,12 @@ private slots:
         f.board.selected = r.selected;
         f.board.current = r.current;
         f.board.groupButton = r.groupButton;
-        gRun.gstrDueBack = QStringLiteral("3pm");
-        gRun.gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = "3pm";
+        gRun.gstrComment = "Dentist";
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK, r.written.isEmpty() ? 1 : 0);
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         for (const QString name : {"Ann Lee", "Bob Ray", "Cy Dee"}) {
             QCOMPARE(f.statusOf(name) == QLatin1String("Busy"), r.written.contains(name));
@@ -114,10 +131,10 @@ private slots:
         QFETCH(Word, w);
         StatusFixture f;
         f.site.status("Ann Lee", "Out", "Tomorrow", "Dentist");
-        f.board.setCaption(QStringLiteral(" VESK-OR Pro  - [Ann Lee] 'Out'"));
+        f.board.setCaption(" VESK-OR Pro  - [Ann Lee] 'Out'");
         gPerson.gblnAutoClearComments = w.autoClear;
-        gRun.gstrDueBack = QStringLiteral("Tomorrow");
-        gRun.gstrComment = QStringLiteral("Dentist");
+        gRun.gstrDueBack = "Tomorrow";
+        gRun.gstrComment = "Dentist";
 
         subSetStatus(w.word);
 
@@ -131,17 +148,16 @@ private slots:
 
     void nameMatchesOnlyItself_data()
     {
-        QTest::addColumn<QString>("user");
         QTest::addColumn<bool>("hasRow");
-        QTest::newRow("wildcard name with its row") << "A*" << true;
-        QTest::newRow("wildcard name without a row") << "A*" << false;
+        QTest::newRow("wildcard name with its row") << true;
+        QTest::newRow("wildcard name without a row") << false;
     }
 
     // A LIKE wildcard in the name matches only itself; with no row the mirror, the
     // counter and the log are written all the same.
     void nameMatchesOnlyItself()
     {
-        QFETCH(QString, user);
+        const QString user = "A*";
         QFETCH(bool, hasRow);
         StatusFixture f;
         if (hasRow) {
@@ -151,11 +167,11 @@ private slots:
         gRun.gstrDefaultUser = user;
         const long long before = f.counter();
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         QCOMPARE(f.statusOf("Ann Lee"), QString());
-        QCOMPARE(f.statusOf(user), hasRow ? QStringLiteral("Busy") : QStringLiteral("<no row>"));
-        QCOMPARE(f.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), QStringLiteral("Busy"));
+        QCOMPARE(f.statusOf(user), hasRow ? "Busy" : "<no row>");
+        QCOMPARE(f.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), "Busy");
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.site.value("SELECT Name FROM TransactionLogTable"), user);
     }
@@ -169,18 +185,18 @@ private slots:
         f.site.tracking("Bob Ray", "Ann Lee", "In", 1.5).tracking("Ann Lee", "Bob Ray", "In", 1.5);
         gRun.gblnSuppressNextLog = true;
 
-        subSetStatus(QStringLiteral("At Lunch"));
+        subSetStatus("At Lunch");
 
         auto rs = f.site.openDb()->OpenRecordset("SELECT TrackeeStatus, TrackeeLastUpdated FROM EmployeeStatusTracking"
                                                  " ORDER BY Tracker DESC",
                                                  dao::dbOpenSnapshot);
-        QCOMPARE(rs->Fields(0).Text(), QStringLiteral("At Lunch"));
+        QCOMPARE(rs->Fields(0).Text(), "At Lunch");
         QCOMPARE(rs->Fields(1).Value().toDouble(), kNow);
         rs->MoveNext();
         QCOMPARE(rs->Fields(1).Value().toDouble(), 1.5);
         QCOMPARE(f.logRows(), 0);
         QVERIFY(!gRun.gblnSuppressNextLog);
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
         QCOMPARE(f.logRows(), 1);
     }
 
@@ -194,12 +210,12 @@ private slots:
         const long long before = f.counter();
         f.gw.boxes().answer(vbOK).answer(vbRetry).answer(vbOK).answer(vbCancel);
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
         const QList<ShownBox> boxes = f.gw.boxes().shown();
         QCOMPARE(boxes.size(), 4);
         QVERIFY(boxes[0].prompt.startsWith("Error ( 3027 ) in modUser - subUpdateSelectedUsersRecords event\r"));
-        QCOMPARE(boxes[0].title, QStringLiteral(" VESK-OR Pro  - Set Status Error"));
+        QCOMPARE(boxes[0].title, " VESK-OR Pro  - Set Status Error");
         QCOMPARE(boxes[1].flags, vbRetryCancel + vbQuestion);
         QVERIFY(boxes[1].prompt.startsWith(boxes[0].prompt + "\rUnable to update your status at present. Probable"));
         QVERIFY(boxes[1].prompt.endsWith("press Retry to continue or Cancel to abort the status change."));
@@ -210,25 +226,23 @@ private slots:
 
     void logColumns_data()
     {
-        QTest::addColumn<QString>("name");
         QTest::addColumn<QLocale>("locale");
         QTest::addColumn<QStringList>("logged"); // Name, LogDateTime; {} for no row
         const QLocale us(QLocale::English, QLocale::UnitedStates);
-        QTest::newRow("empty name") << "" << us << QStringList{"Ann Lee", "46348.3958333333"};
-        QTest::newRow("comma kept") << "" << QLocale(QLocale::German) << QStringList{"Ann Lee", "46348,3958333333"};
-        QTest::newRow("log off") << "" << us << QStringList();
+        QTest::newRow("empty name") << us << QStringList{"Ann Lee", "46348.3958333333"};
+        QTest::newRow("comma kept") << QLocale(QLocale::German) << QStringList{"Ann Lee", "46348,3958333333"};
+        QTest::newRow("log off") << us << QStringList();
     }
 
     void logColumns()
     {
-        QFETCH(QString, name);
         QFETCH(QLocale, locale);
         QFETCH(QStringList, logged);
         StatusFixture f;
         QLocale::setDefault(locale);
         gSite.gblnTransactionLog = !logged.isEmpty();
 
-        subUpdateTransactionLog(QStringLiteral("Busy"), QStringLiteral("3pm"), QStringLiteral("Say \"hi\""), name);
+        subUpdateTransactionLog("Busy", "3pm", "Say \"hi\"", QString()); // an empty name is the person's own
 
         const QStringList row = f.row("SELECT * FROM TransactionLogTable");
         if (logged.isEmpty()) {
@@ -252,15 +266,15 @@ private slots:
             renameTable(f.site, "TransactionLogTable", "LogAway");
             QTimer::singleShot(0, [&] {
                 renameTable(f.site, "LogAway", "TransactionLogTable");
-                gRun.gstrSQL = QStringLiteral("SELECT * FROM StatusCounterTable");
+                gRun.gstrSQL = "SELECT * FROM StatusCounterTable";
             });
-            subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
+            subUpdateTransactionLog("Busy", QString(), QString(), QString());
             QCOMPARE(f.gw.boxes().count(), change == 3 ? 1 : 0);
             QCoreApplication::processEvents();
         }
         QCOMPARE(f.logRows(), 2);
         const ShownBox box = f.gw.boxes().last();
-        QCOMPARE(box.title, QStringLiteral("VESK-OR - Repair/Compacting Error"));
+        QCOMPARE(box.title, "VESK-OR - Repair/Compacting Error");
         QCOMPARE(box.flags, vbOKOnly + vbExclamation);
         QVERIFY(box.prompt.startsWith("Cannot complete the current operation due to the following error: ( 3078 ) \r"));
         QVERIFY(box.prompt.endsWith("\r\rPossible causes:\rSomeone was updating their status at the exact moment you "
@@ -268,7 +282,7 @@ private slots:
                                     "subUpdateTransactionLog event"));
 
         renameTable(f.site, "TransactionLogTable", "LogAway");
-        subUpdateTransactionLog(QStringLiteral("Busy"), QString(), QString(), QString());
+        subUpdateTransactionLog("Busy", QString(), QString(), QString());
         QCOMPARE(f.gw.boxes().count(), 1);
         QVERIFY(f.gw.clock().sleptMs() > 0);
     }
@@ -289,7 +303,6 @@ private slots:
     void writeOrder()
     {
         QFETCH(QList<int>, selected);
-        QFETCH(QStringList, writes);
         StatusFixture f;
         f.board.select(selected);
         for (const QString& name : f.board.names)
@@ -304,9 +317,9 @@ private slots:
             "CREATE TRIGGER l AFTER INSERT ON TransactionLogTable BEGIN "
             "INSERT INTO Writes (W) VALUES ('log ' || NEW.Name); END;"));
 
-        subSetStatus(QStringLiteral("Busy"));
+        subSetStatus("Busy");
 
-        QCOMPARE(sqliteColumn(f.site.dbPath(), "SELECT W FROM Writes ORDER BY N"), writes);
+        QTEST(sqliteColumn(f.site.dbPath(), "SELECT W FROM Writes ORDER BY N"), "writes");
     }
 
     // One write of a status change fails: the row, the mirror, the counter and the
@@ -344,7 +357,7 @@ private slots:
         f.gw.boxes().answer(vbOK, boxes);
 
         try {
-            subSetStatus(QStringLiteral("Busy"));
+            subSetStatus("Busy");
             QVERIFY(group || breakage.startsWith("CREATE"));
         } catch (const dao::JetError& e) {
             QCOMPARE(e.number(), int(dao::errTableNotFound));
@@ -352,7 +365,7 @@ private slots:
 
         QCOMPARE(f.gw.boxes().count(), boxes);
         for (const QString& name : f.board.names)
-            QCOMPARE(f.statusOf(name), QStringLiteral("Out"));
+            QCOMPARE(f.statusOf(name), "Out");
         if (!breakage.startsWith("ALTER"))
             QCOMPARE(f.site.value("SELECT Count(*) FROM EmployeeStatusTracking WHERE TrackeeStatus = \"Out\""), "3");
         QCOMPARE(f.counter(), before);
@@ -388,14 +401,116 @@ private slots:
         });
         QTimer::singleShot(300, [&] { other.begin("COMMIT"); });
 
-        subUpdateDefaultUsersRecord(QStringLiteral("Busy"));
+        subUpdateDefaultUsersRecord("Busy");
 
         QVERIFY(gRun.gdbDatabase->isOpen());
-        QCOMPARE(f.statusOf("Ann Lee"), QStringLiteral("Busy"));
+        QCOMPARE(f.statusOf("Ann Lee"), "Busy");
         QCOMPARE(f.counter(), before + 1);
         QCOMPARE(f.logRows(), 1);
     }
+
+    void readOptions_data()
+    {
+        QTest::addColumn<QStringList>("allowAndOverride");
+        QTest::addColumn<bool>("alertsOn");
+        QTest::addColumn<QString>("level");
+        QTest::newRow("override turns alerts on") << QStringList{"False", "True"} << true << "HIGH";
+        QTest::newRow("override off keeps them on") << QStringList{"True", "False"} << true << "MEDIUM";
+        QTest::newRow("both off") << QStringList{"False", "False"} << false << "LOW";
+    }
+
+    // UpdateStatusOnLock is read under a name no table has, so it stays False.
+    void readOptions()
+    {
+        QFETCH(QStringList, allowAndOverride);
+        QFETCH(QString, level);
+        StatusFixture f;
+        const QString number = QString::number(QStringList{"LOW", "MEDIUM", "HIGH"}.indexOf(level));
+        f.site.setting("AllowStatusAlerts", allowAndOverride[0]).setting("SystemSecurityLevel", number);
+        f.site.setting("UpdateStatusOnLock", "True").setting("TransactionLogFlag", "True");
+        setForAnn(f, "StatusAlertsOverride = " + allowAndOverride[1]);
+        gSite.gblnTransactionLog = false;
+
+        subReadOptions();
+
+        QTEST(gSite.gblnAllowStatusAlerts, "alertsOn");
+        QCOMPARE(f.board.panelToolTip(4), "System Security is " + level);
+        QVERIFY(!gSite.gblnUpdateStatusOnLock);
+        QVERIFY(gSite.gblnTransactionLog);
+    }
+
+    void readUserSettings_data()
+    {
+        QTest::addColumn<QString>("settings");
+        QTest::addColumn<long long>("rate");
+        QTest::addColumn<QString>("group");
+        QTest::newRow("rate null, group exists") << "RefreshRate = Null, DefaultGroup = \"Sales\"" << 5LL << "Sales";
+        QTest::newRow("rate set, group deleted") << "RefreshRate = 7, DefaultGroup = \"Gone\"" << 7LL << "Everyone";
+    }
+
+    // A null rate is 5 minutes, a null boolean False, a group that has gone
+    // "Everyone"; the screen place is read only where one was saved.
+    void readUserSettings()
+    {
+        QFETCH(QString, settings);
+        QFETCH(QString, group);
+        StatusFixture f;
+        f.site.group("Sales");
+        setForAnn(f, settings + ", AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel = 1");
+        gPerson.gblnAutoLogIn = true;
+
+        subReadUserSettings("Ann Lee");
+
+        QTEST(gPerson.gintRefreshRate, "rate");
+        QCOMPARE((QStringList{gRun.gstrCurrentGroup, gPerson.gstrDefaultGroup}), (QStringList{group, group}));
+        QVERIFY(!gPerson.gblnAutoLogIn);
+        QVERIFY(!gPerson.glngScreenTop.has_value());
+        QCOMPARE(f.board.normalGeometry().left(), 40);
+        QCOMPARE(f.board.panelToolTip(5), "User Security is MEDIUM");
+        QCOMPARE(f.gw.boxes().count(), 0);
+    }
+
+    // Every layout value comes back from a save and a read. An extra column's layout
+    // is kept under its "New_" name; the lower splitter only while messaging or
+    // status alerts are on.
+    void saveThenReadKeepsTheLayout()
+    {
+        StatusFixture f;
+        f.site.column("New_Mobile").group("Sales");
+        f.board.columns = {{"Status", 1, 900}, {"Name", 2, 2000}, {"Mobile", 3, 1200}};
+        f.board.setNormalGeometry(QRect(30, 20, 640, 480));
+        gRun.gstrCurrentGroup = "Sales";
+        gPerson.gstrSortColumnName = "Phone";
+        layoutValues() = kLayout;
+        gPerson.glngSplitterHorizontal = 3333;
+        gSite.gblnAllowMessaging = gSite.gblnAllowStatusAlerts = false;
+
+        subSaveUserSettings("Ann Lee");
+
+        QCOMPARE(f.row("SELECT NameColumnOrder, NameColumnWidth, New_MobileColumnOrder, New_MobileColumnWidth,"
+                       " SplitterPositionHorizontal FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""),
+                 (QStringList{"2", "2000", "3", "1200", "1575"}));
+        resetRunWide();
+        f.board.setNormalGeometry(QRect());
+        gRun.gstrCurrentDatabasePath = f.site.path();
+        gRun.gblnDatabaseClosed = true;
+        subReadUserSettings("Ann Lee");
+        QVERIFY(layoutValues() == kLayout);
+        QCOMPARE(gRun.gstrCurrentGroup, "Sales");
+        QCOMPARE(gPerson.gstrSortColumnName, "Phone");
+        QCOMPARE(f.board.normalGeometry(), QRect(30, 20, 640, 480));
+    }
+
+    void remoteConnectionSavesNothing()
+    {
+        StatusFixture f;
+        f.board.setNormalGeometry(QRect(30, 20, 640, 480));
+        gRun.gblnRemoteConnection = true;
+        const QStringList before = f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\"");
+        subSaveUserSettings("Ann Lee");
+        QCOMPARE(f.row("SELECT * FROM EmployeeSettingsTable WHERE Name = \"Ann Lee\""), before);
+    }
 };
 
-QTEST_GUILESS_MAIN(TstStatusWrite)
-#include "tst_statuswrite.moc"
+QTEST_GUILESS_MAIN(TstStatus)
+#include "tst_status.moc"

@@ -1,7 +1,8 @@
-// Settings files read and written as Windows' profile functions do, the mount
-// table, and the two spellings of a network path.
-
+// The platform's parts without a screen: settings files read and written as
+// Windows' profile functions do, the mount table, the two spellings of a network
+// path; the engine's date numbers both ways and VB's date formats in two locales.
 #include "ondisk.h"
+#include "platform/clock.h"
 #include "platform/mounts.h"
 #include "platform/profile.h"
 
@@ -38,13 +39,17 @@ const char* kMountInfo =
 
 } // namespace
 
-class TestProfile : public QObject
+class TestPlatform : public QObject
 {
     Q_OBJECT
 
     QTemporaryDir m_dir;
 
 private slots:
+    void init()
+    {
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    }
     void cleanup()
     {
         setMountTable(std::nullopt);
@@ -91,10 +96,9 @@ private slots:
         QFETCH(QString, key);
         QFETCH(QString, defaultValue);
         QFETCH(int, bufferSize);
-        QFETCH(QString, expected);
-        const QString path = m_dir.filePath(QStringLiteral("sample.ini"));
+        const QString path = m_dir.filePath("sample.ini");
         QVERIFY(writeFile(path, sample));
-        QCOMPARE(GetPrivateProfileString(section, key, defaultValue, bufferSize, path), expected);
+        QTEST(GetPrivateProfileString(section, key, defaultValue, bufferSize, path), "expected");
     }
 
     void write_data()
@@ -125,20 +129,16 @@ private slots:
         QFETCH(QString, section);
         QFETCH(QString, key);
         QFETCH(QString, value);
-        QFETCH(QByteArray, after);
         const QString path = m_dir.filePath(QStringLiteral("w-%1.ini").arg(QTest::currentDataTag()));
         QVERIFY(before.isEmpty() || writeFile(path, before));
         QVERIFY(WritePrivateProfileString(section, key, value, path));
-        QCOMPARE(readFile(path), after);
+        QTEST(readFile(path), "after");
     }
 
     void missingFileGivesTheDefaultAndAMissingFolderFails()
     {
-        QCOMPARE(GetPrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QStringLiteral("d"),
-                                         200, m_dir.filePath(QStringLiteral("absent.ini"))),
-                 QStringLiteral("d"));
-        QVERIFY(!WritePrivateProfileString(QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C"),
-                                           m_dir.filePath(QStringLiteral("no/such/folder/x.ini"))));
+        QCOMPARE(GetPrivateProfileString("DataPath", "DataPath", "d", 200, m_dir.filePath("absent.ini")), "d");
+        QVERIFY(!WritePrivateProfileString("A", "B", "C", m_dir.filePath("no/such/folder/x.ini")));
     }
 
     // A local path's spelling on the network, and back.
@@ -184,15 +184,87 @@ private slots:
     void profileFilesByUncPath()
     {
         QTemporaryDir dir;
-        setMountTable(MountTable{{QStringLiteral("//srv/share"), dir.path(), QStringLiteral("cifs")}});
-        const QString unc = QStringLiteral("\\\\SRV\\Share\\veskor.ini");
-        QVERIFY(WritePrivateProfileString(QStringLiteral("DataPath"), QStringLiteral("DataPath"), QStringLiteral("x"),
-                                          unc));
-        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("veskor.ini"))));
-        QCOMPARE(GetPrivateProfileString(QStringLiteral("datapath"), QStringLiteral("DATAPATH"), QString(), 200, unc),
-                 QStringLiteral("x"));
+        setMountTable(MountTable{{"//srv/share", dir.path(), "cifs"}});
+        const QString unc = "\\\\SRV\\Share\\veskor.ini";
+        QVERIFY(WritePrivateProfileString("DataPath", "DataPath", "x", unc));
+        QVERIFY(QFile::exists(dir.filePath("veskor.ini")));
+        QCOMPARE(GetPrivateProfileString("datapath", "DATAPATH", QString(), 200, unc), "x");
+    }
+
+    // both: the date gives the number too; else the number rounds to the date.
+    void dateTimeNum_data()
+    {
+        QTest::addColumn<QDateTime>("when");
+        QTest::addColumn<double>("number");
+        QTest::addColumn<bool>("both");
+        const auto row = [](const char* name, QDate day, QTime time, double number, bool both = true) {
+            QTest::newRow(name) << QDateTime(day, time) << number << both;
+        };
+        row("day zero noon", QDate(1899, 12, 30), QTime(12, 0), 0.5);
+        row("release day noon", QDate(2006, 7, 22), QTime(12, 0), 38920.5);
+        row("quarter past six", QDate(2026, 11, 22), QTime(6, 0), 46348.25);
+        row("last second of a day", QDate(2026, 11, 22), QTime(23, 59, 59), 46348.0 + 86399.0 / 86400.0);
+        // Before day zero the whole part counts back, the fraction still forward.
+        row("day before zero", QDate(1899, 12, 29), QTime(0, 0), -1.0);
+        row("day before zero, 06:00", QDate(1899, 12, 29), QTime(6, 0), -1.25);
+        row("1800", QDate(1800, 1, 1), QTime(18, 0), -36522.75);
+        row("a hair under a second", QDate(1899, 12, 31), QTime(0, 0, 1), 1.0 + 0.9999 / 86400.0, false);
+        row("a hair under midnight", QDate(1900, 1, 1), QTime(0, 0), 2.0 - 1e-9, false);
+        row("negative, a hair under midnight", QDate(1899, 12, 30), QTime(0, 0), -2.0 + 1e-9, false);
+    }
+    void dateTimeNum()
+    {
+        QFETCH(QDateTime, when);
+        QFETCH(double, number);
+        QFETCH(bool, both);
+        if (both)
+            QCOMPARE(DateTimeNum(when), number);
+        QCOMPARE(dateFromDateTimeNum(number), when);
+    }
+
+    void format_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QDateTime>("when");
+        QTest::addColumn<QString>("form");
+        QTest::addColumn<QString>("expected");
+        const QDateTime pm(QDate(2026, 11, 22), QTime(14, 5, 9));
+        const QDateTime am(QDate(2026, 3, 4), QTime(7, 8, 9));
+        const auto row = [](const char* name, const char* locale, const QDateTime& when, const char* form,
+                            const char* expected) {
+            QTest::newRow(name) << locale << when << form << QString::fromUtf8(expected);
+        };
+        row("stamp", "en_US", am, "yyyy-mm-dd hh:mm:ss", "2026-03-04 07:08:09");
+        row("stamp, de", "de_DE", pm, "yyyy-mm-dd hh:mm:ss", "2026-11-22 14:05:09");
+        row("month name", "en_US", am, "mmm dd, yyyy hh:mm:ss", "Mar 04, 2026 07:08:09");
+        row("long date", "en_US", pm, "Long Date", "Sunday, November 22, 2026");
+        row("long date, de", "de_DE", pm, "Long Date", "Sonntag, 22. November 2026");
+        row("long time", "en_US", pm, "Long Time", "2:05:09 PM");
+        row("long time, morning", "en_US", am, "Long Time", "7:08:09 AM");
+        row("long time, de", "de_DE", pm, "Long Time", "14:05:09");
+        row("short time, morning", "en_US", am, "Short Time", "07:08");
+        row("general", "en_US", pm, "General Date", "11/22/2026 2:05:09 PM");
+        row("general, de", "de_DE", pm, "General Date", "22.11.2026 14:05:09");
+        row("general, midnight", "en_US", QDateTime(QDate(2026, 11, 22), QTime(0, 0)), "General Date", "11/22/2026");
+        row("general, day zero", "en_US", QDateTime(QDate(1899, 12, 30), QTime(14, 5, 9)), "General Date",
+            "2:05:09 PM");
+        row("general, day zero midnight", "en_US", QDateTime(QDate(1899, 12, 30), QTime(0, 0)), "General Date",
+            "12:00:00 AM");
+        row("form names ignore case", "en_US", pm, "long time", "2:05:09 PM");
+        row("minutes before seconds", "en_US", pm, "mm:ss", "05:09");
+        row("12-hour pattern", "en_US", pm, "h:nn AM/PM", "2:05 PM");
+        row("literals", "en_US", pm, "\"on\" d\\m mmmm", "on 22m November");
+    }
+    void format()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QDateTime, when);
+        QFETCH(QString, form);
+        QFETCH(QString, expected);
+        QLocale::setDefault(QLocale(locale));
+        QCOMPARE(Format(when, form), expected);
     }
 };
 
-QTEST_GUILESS_MAIN(TestProfile)
-#include "tst_profile.moc"
+QTEST_GUILESS_MAIN(TestPlatform)
+#include "tst_platform.moc"
