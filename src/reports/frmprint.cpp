@@ -174,7 +174,12 @@ bool frmPrint::printerInstalled()
         return false;
     }
     if (!m_printer) {
-        m_printer = std::make_unique<QPrinter>(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
+        // The desktop's default printer; a print system with printers but no default gives its first.
+        QPrinterInfo chosen = QPrinterInfo::defaultPrinter();
+        if (chosen.isNull()) {
+            chosen = QPrinterInfo::availablePrinters().constFirst();
+        }
+        m_printer = std::make_unique<QPrinter>(chosen, QPrinter::HighResolution);
     }
     return true;
 }

@@ -21,7 +21,12 @@ QFont reportFont(const QStringList& lines, QPaintDevice& device, qreal pageWidth
     const QFontMetricsF metrics(font, &device);
     qreal widest = 0;
     for (const QString& line : lines) {
-        widest = std::max(widest, metrics.horizontalAdvance(line));
+        // The padding after a line's last field takes no room on paper.
+        qsizetype printed = line.size();
+        while (printed > 0 && line[printed - 1] == QLatin1Char(' ')) {
+            --printed;
+        }
+        widest = std::max(widest, metrics.horizontalAdvance(line.left(printed)));
     }
     if (widest > pageWidth) {
         font.setPointSizeF(kLargestPoints * pageWidth / widest);
