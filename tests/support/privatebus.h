@@ -1,12 +1,6 @@
 #pragma once
-// A D-Bus daemon of the test's own, on a private address, for as long as the
-// object lives: no desktop service can answer there but the fakes a test puts up.
-//
-//   PrivateBus bus;
-//   if (bus.address().isEmpty()) QSKIP("dbus-daemon cannot start here");
-//   QDBusConnection client = privateConnection(bus.address());
-//
-// Header only: the support library does not link Qt D-Bus.
+// A dbus-daemon of the test's own while the object lives: only the fakes a test
+// puts up answer there. Header only: the support library does not link Qt D-Bus.
 
 #include <QDBusConnection>
 #include <QFile>
@@ -44,11 +38,7 @@ public:
         m_daemon.kill();
         m_daemon.waitForFinished();
     }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-
-    // Empty when the daemon did not start.
-    QString address() const
+    QString address() const // empty when the daemon did not start
     {
         return m_address;
     }
