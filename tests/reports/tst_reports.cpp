@@ -37,9 +37,8 @@ struct SelectionScreen : MainScreen
 };
 
 // QUIL on the bus: every call recorded as "Member(args)"; Poke refused when told.
-class FakeQuil : public QDBusVirtualObject
+struct FakeQuil : QDBusVirtualObject
 {
-public:
     explicit FakeQuil(const QString& address, bool refusePoke) : m_bus(privateConnection(address)), m_refuse(refusePoke)
     {
         m_bus.registerVirtualObject(kQuilPath, this);
@@ -60,8 +59,6 @@ public:
         return bus.send(refuse ? call.createErrorReply(QDBusError::InvalidArgs, "No such item") : call.createReply());
     }
     QStringList calls;
-
-private:
     QDBusConnection m_bus;
     bool m_refuse;
 };
