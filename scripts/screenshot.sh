@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Draws the board of a fresh demo site offscreen into docs/board.png (the README's picture),
-# and its Change YOUR Status, Group Change, Options, new message and Preview Messages screens into
-# status.png, group.png, options.png, message.png and preview.png beside it.
+# and its Change YOUR Status, Group Change, Options, new message, Preview Messages and Print Reports
+# screens into status.png, group.png, options.png, message.png, preview.png and print.png beside it,
+# with the first page of the printed status list in report.png.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -19,4 +20,5 @@ mkdir -p "$(dirname "$out")"
 QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$out" amoreton "$size" \
     --status="$(dirname "$out")/status.png" --group="$(dirname "$out")/group.png" \
     --options="$(dirname "$out")/options.png" --message="$(dirname "$out")/message.png" \
-    --preview="$(dirname "$out")/preview.png"
+    --preview="$(dirname "$out")/preview.png" --print="$(dirname "$out")/print.png" \
+    --report="$(dirname "$out")/report.png"

@@ -272,6 +272,7 @@ public:
     void mnuMessages_Click(); // Preview Messages from the menu: no refresh after it
     void subCommand_Mail();
     void subCommand_QUIL();
+    void showQuilCommand(bool running); // the QUIL button and menu entry, shown while the program runs
     void subCommand_Options();
     void subCommand_Print();
     void subCommand_DisplayPhoto();

@@ -6,6 +6,9 @@
 #include "options/frmoptions.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
+#include "reports/frmprint.h"
+#include "reports/quillink.h"
+#include "reports/sendmail.h"
 #include "status/statuswrite.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -69,10 +72,10 @@ private:
 void frmMain::initToolbarAndMenus()
 {
     buildMenus();
-    // There is no sibling message program on this platform to find, so the QUIL
-    // button and its menu entry stay disabled.
-    toolbarButton(QStringLiteral("QUIL"))->setEnabled(false);
-    mnuCommand_QUIL->setEnabled(false);
+    // The QUIL command is there while the sibling message program is: shown when it
+    // comes onto the bus, hidden when it leaves.
+    showQuilCommand(false);
+    reports::quilLink().watch(this, [this](bool running) { showQuilCommand(running); });
 
     // The right-click menu of the list, which its hint promises: the Commands menu.
     ListViewMain->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -275,14 +278,25 @@ void frmMain::subCommand_Home()
     subRefreshUserList(QString());
 }
 
-// Mail to the selected people comes with the mail link.
 void frmMain::subCommand_Mail()
 {
+    reports::subSendMail();
+    subRefreshUserList(QString());
 }
 
-// Disabled for good: there is no sibling message program on this platform.
 void frmMain::subCommand_QUIL()
 {
+    reports::subSendQUILMessage(reports::quilLink(), [this](bool running) { showQuilCommand(running); });
+    subRefreshUserList(QString());
+}
+
+// The QUIL button and its menu entry, as the sibling message program is found or missed.
+void frmMain::showQuilCommand(bool running)
+{
+    QAction* button = toolbarButton(QStringLiteral("QUIL"));
+    button->setVisible(running);
+    button->setEnabled(running);
+    mnuCommand_QUIL->setEnabled(running);
 }
 
 // The tray icon comes back, as the person now chose, with the next Activate.
@@ -296,9 +310,14 @@ void frmMain::subCommand_Options()
     });
 }
 
-// The print screen comes with the reports; the board is refreshed after it.
 void frmMain::subCommand_Print()
 {
+    showScreen([this] {
+        frmPrint print(this);
+        print.Form_Load();
+        print.exec();
+        subRefreshUserList(QString());
+    });
 }
 
 // The photo viewer comes with the side screens; the board is refreshed after it.

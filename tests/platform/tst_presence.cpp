@@ -3,6 +3,7 @@
 // fakes answer in this thread: the client never waits on a reply, so they can.
 
 #include "platform/gui/dbuspresence.h"
+#include "privatebus.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
@@ -10,8 +11,6 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 
@@ -28,8 +27,7 @@ constexpr int kNever = 600000; // no re-ask while a test runs: only signals and 
 
 QDBusConnection connectTo(const QString& address)
 {
-    static int count = 0;
-    return QDBusConnection::connectToBus(address, QStringLiteral("tst-%1").arg(++count));
+    return privateConnection(address);
 }
 
 // Desktop services on a connection of their own, every path answered by this one
@@ -115,21 +113,10 @@ class TestPresence : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_dir;
-    QProcess m_sessionDaemon;
-    QProcess m_systemDaemon;
+    std::unique_ptr<PrivateBus> m_sessionBus;
+    std::unique_ptr<PrivateBus> m_systemBus;
     QString m_session;
     QString m_system;
-
-    QString startBus(QProcess& daemon)
-    {
-        daemon.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + m_dir.filePath("bus.conf"),
-                                                     QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-        if (!daemon.waitForReadyRead(5000)) {
-            return {};
-        }
-        return QString::fromUtf8(daemon.readLine()).trimmed();
-    }
 
     std::unique_ptr<DBusPresence> presenceOn(const QString& session, const QString& system, int reaskMs = kNever)
     {
@@ -139,14 +126,10 @@ class TestPresence : public QObject
 private slots:
     void initTestCase()
     {
-        QFile config(m_dir.filePath("bus.conf"));
-        QVERIFY(config.open(QIODevice::WriteOnly));
-        config.write("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>"
-                     "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
-                     "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>");
-        config.close();
-        m_session = startBus(m_sessionDaemon);
-        m_system = startBus(m_systemDaemon);
+        m_sessionBus = std::make_unique<PrivateBus>();
+        m_systemBus = std::make_unique<PrivateBus>();
+        m_session = m_sessionBus->address();
+        m_system = m_systemBus->address();
         if (m_session.isEmpty() || m_system.isEmpty()) {
             QSKIP("dbus-daemon cannot start here");
         }
@@ -154,10 +137,8 @@ private slots:
 
     void cleanupTestCase()
     {
-        for (QProcess* daemon : {&m_sessionDaemon, &m_systemDaemon}) {
-            daemon->kill();
-            daemon->waitForFinished();
-        }
+        m_sessionBus.reset();
+        m_systemBus.reset();
     }
 
     void screenSaverOfEachDesktop_data()

@@ -2,13 +2,15 @@
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
+//                    [--print=PRINT.png] [--report=REPORT.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws; --status, --group, --options and --message also draw the person's
 // Change YOUR Status screen, the Group Change screen over the list's second and
 // third rows, the Options screen, and a new message to those two rows; --preview
-// the Preview Messages screen at its load. The run leaves its marks on the site
+// the Preview Messages screen at its load; --print the Print Reports screen and
+// --report the first page of the status list of everyone, as printed. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
 #include "board/frmmain.h"
@@ -18,6 +20,9 @@
 #include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
+#include "reports/frmprint.h"
+#include "reports/modprint.h"
+#include "reports/reportpage.h"
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -111,7 +116,7 @@ int main(int argc, char* argv[])
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
-                               "[--preview=PREVIEW.png]\n";
+                               "[--preview=PREVIEW.png] [--print=PRINT.png] [--report=REPORT.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -153,6 +158,14 @@ int main(int argc, char* argv[])
         } else if (arg.startsWith(QStringLiteral("--preview="))) {
             subShowMsgsPreview();
             drawn = saveScreen(*frmMsgsPreview::instance(), file);
+        } else if (arg.startsWith(QStringLiteral("--print="))) {
+            frmPrint print(board);
+            print.Form_Load();
+            drawn = saveScreen(print, file);
+        } else if (arg.startsWith(QStringLiteral("--report="))) {
+            const QStringList lines =
+                reports::fnReportLines(reports::StatusList, reports::SortByName, QStringLiteral("Everyone"));
+            drawn = reports::reportPageImage(lines).save(file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
