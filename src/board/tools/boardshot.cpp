@@ -2,13 +2,15 @@
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
+//                    [--photo=PHOTO.png] [--about=ABOUT.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws; --status, --group, --options and --message also draw the person's
 // Change YOUR Status screen, the Group Change screen over the list's second and
 // third rows, the Options screen, and a new message to those two rows; --preview
-// the Preview Messages screen at its load. The run leaves its marks on the site
+// the Preview Messages screen at its load; --photo the photo viewer at its load
+// (the person's own picture selected) and --about the About screen. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
 #include "board/frmmain.h"
@@ -18,6 +20,8 @@
 #include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
+#include "side/frmabout.h"
+#include "side/frmdisplayphoto.h"
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -111,7 +115,7 @@ int main(int argc, char* argv[])
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
-                               "[--preview=PREVIEW.png]\n";
+                               "[--preview=PREVIEW.png] [--photo=PHOTO.png] [--about=ABOUT.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -153,6 +157,15 @@ int main(int argc, char* argv[])
         } else if (arg.startsWith(QStringLiteral("--preview="))) {
             subShowMsgsPreview();
             drawn = saveScreen(*frmMsgsPreview::instance(), file);
+        } else if (arg.startsWith(QStringLiteral("--photo="))) {
+            frmDisplayPhoto photo(board);
+            photo.Form_Load();
+            photo.resize(760, 460);
+            drawn = saveScreen(photo, file);
+        } else if (arg.startsWith(QStringLiteral("--about="))) {
+            frmAbout about(board);
+            about.Form_Load();
+            drawn = saveScreen(about, file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
