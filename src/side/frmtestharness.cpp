@@ -6,7 +6,7 @@
 #include "platform/process.h"
 #include "status/statuswrite.h"
 
-#include <QCloseEvent>
+#include <QHideEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -71,9 +71,13 @@ void frmTestHarness::Command1_Click()
     platform::MsgBox(QStringLiteral("Stress Testing Completed!"), platform::vbExclamation);
 }
 
-// Closing the screen during a burst stops it after the round under way.
-void frmTestHarness::closeEvent(QCloseEvent* event)
+// Closing the screen (its close box or Esc) during a burst stops it after the
+// round under way, so no burst goes on behind a screen no longer there. A
+// minimized screen (a hide the window system sends) keeps firing.
+void frmTestHarness::hideEvent(QHideEvent* event)
 {
-    m_firing = false;
-    QDialog::closeEvent(event);
+    if (!event->spontaneous()) {
+        m_firing = false;
+    }
+    QDialog::hideEvent(event);
 }

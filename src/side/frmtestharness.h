@@ -34,7 +34,7 @@ public:
     }
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     long long m_rounds;
