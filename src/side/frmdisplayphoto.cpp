@@ -40,8 +40,7 @@ QString withSeparator(const QString& folder)
     if (folder.isEmpty() || folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\'))) {
         return folder;
     }
-    const bool windows = folder.startsWith(QStringLiteral("\\\\")) || folder.contains(QLatin1Char('\\'));
-    return folder + (windows ? QLatin1Char('\\') : QLatin1Char('/'));
+    return folder + (folder.contains(QLatin1Char('\\')) ? QLatin1Char('\\') : QLatin1Char('/'));
 }
 
 } // namespace

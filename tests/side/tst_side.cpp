@@ -59,6 +59,8 @@ private slots:
                                         << "ann.png" << true << "@/ann.png" << true;
         QTest::newRow("file missing") << "@"
                                       << "gone.png" << false << "@/gone.png" << false;
+        QTest::newRow("Windows folder") << "\\\\srv\\photos"
+                                        << "ann.png" << false << "\\\\srv\\photos\\ann.png" << false;
         QTest::newRow("no folder: the name alone") << "-"
                                                    << "ann.png" << true << "ann.png" << true;
     }
