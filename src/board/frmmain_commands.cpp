@@ -9,6 +9,9 @@
 #include "reports/frmprint.h"
 #include "reports/quillink.h"
 #include "reports/sendmail.h"
+#include "side/frmabout.h"
+#include "side/frmcompanyinfo.h"
+#include "side/frmdisplayphoto.h"
 #include "status/statuswrite.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -320,14 +323,26 @@ void frmMain::subCommand_Print()
     });
 }
 
-// The photo viewer comes with the side screens; the board is refreshed after it.
+// The photo viewer; the board is refreshed after it.
 void frmMain::subCommand_DisplayPhoto()
 {
+    showScreen([this] {
+        frmDisplayPhoto photo(this);
+        photo.Form_Load();
+        photo.exec();
+        subRefreshUserList(QString());
+    });
 }
 
-// The company information comes with the side screens; the board is refreshed after it.
+// The site's company information; the board is refreshed after it.
 void frmMain::subCommand_CompanyInfo()
 {
+    showScreen([this] {
+        frmCompanyInfo info(this);
+        info.Form_Load();
+        info.exec();
+        subRefreshUserList(QString());
+    });
 }
 
 // The help file's contents: topic 3, as if F1 were pressed on this screen.
@@ -337,9 +352,15 @@ void frmMain::subCommand_Help()
     subShowHelp();
 }
 
-// The About screen comes with the side screens; the board is refreshed after it.
+// The About screen (and the stress test it may open); the board is refreshed after it.
 void frmMain::subCommand_About()
 {
+    showScreen([this] {
+        frmAbout about(this);
+        about.Form_Load();
+        about.exec();
+        subRefreshUserList(QString());
+    });
 }
 
 // The window in its normal state first, so that its place and size are saved

@@ -2,7 +2,7 @@
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
-//                    [--print=PRINT.png] [--report=REPORT.png]
+//                    [--print=PRINT.png] [--report=REPORT.png] [--photo=PHOTO.png] [--about=ABOUT.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
@@ -10,7 +10,9 @@
 // Change YOUR Status screen, the Group Change screen over the list's second and
 // third rows, the Options screen, and a new message to those two rows; --preview
 // the Preview Messages screen at its load; --print the Print Reports screen and
-// --report the first page of the status list of everyone, as printed. The run leaves its marks on the site
+// --report the first page of the status list of everyone, as printed; --photo the
+// photo viewer at its load (the person's own picture selected) and --about the
+// About screen. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
 #include "board/frmmain.h"
@@ -23,6 +25,8 @@
 #include "reports/frmprint.h"
 #include "reports/modprint.h"
 #include "reports/reportpage.h"
+#include "side/frmabout.h"
+#include "side/frmdisplayphoto.h"
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -116,7 +120,8 @@ int main(int argc, char* argv[])
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
-                               "[--preview=PREVIEW.png] [--print=PRINT.png] [--report=REPORT.png]\n";
+                               "[--preview=PREVIEW.png] [--print=PRINT.png] [--report=REPORT.png] "
+                               "[--photo=PHOTO.png] [--about=ABOUT.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -166,6 +171,15 @@ int main(int argc, char* argv[])
             const QStringList lines =
                 reports::fnReportLines(reports::StatusList, reports::SortByName, QStringLiteral("Everyone"));
             drawn = reports::reportPageImage(lines).save(file);
+        } else if (arg.startsWith(QStringLiteral("--photo="))) {
+            frmDisplayPhoto photo(board);
+            photo.Form_Load();
+            photo.resize(760, 460);
+            drawn = saveScreen(photo, file);
+        } else if (arg.startsWith(QStringLiteral("--about="))) {
+            frmAbout about(board);
+            about.Form_Load();
+            drawn = saveScreen(about, file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
