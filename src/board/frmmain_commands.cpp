@@ -6,6 +6,8 @@
 #include "options/frmoptions.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
+#include "servers/frmservers.h"
+#include "servers/serverconnection.h"
 #include "status/statuswrite.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -259,17 +261,21 @@ void frmMain::subCommand_Refresh()
     subSetToolBarRights();
 }
 
-// The list of remote servers comes with the remote server connection.
+// The other sites; whatever was chosen, the board is drawn again on the database now in use.
 void frmMain::subCommand_Servers()
 {
+    showScreen([this] {
+        frmServers::showModal(this);
+        subRefreshUserList(QString());
+    });
 }
 
 // Back to the home server: the last seen Counter forgotten so that the board is
-// rebuilt. The switch of database itself (subConnectHome) comes with the remote
-// server connection.
+// rebuilt. At home already, the same steps change nothing.
 void frmMain::subCommand_Home()
 {
     gCounters.glngLastStatusCounter = 0;
+    servers::subConnectHome();
     subSetToolBarRights();
     subResizeControls();
     subRefreshUserList(QString());
