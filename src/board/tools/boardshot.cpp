@@ -2,15 +2,16 @@
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
+//                    [--servers=SERVERS.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws; --status, --group, --options and --message also draw the person's
 // Change YOUR Status screen, the Group Change screen over the list's second and
 // third rows, the Options screen, and a new message to those two rows; --preview
-// the Preview Messages screen at its load. The run leaves its marks on the site
-// as any start does (the person is active), so point it at a site made for the
-// purpose.
+// the Preview Messages screen at its load, --servers the remote server list. The
+// run leaves its marks on the site as any start does (the person is active), so
+// point it at a site made for the purpose.
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
@@ -18,6 +19,7 @@
 #include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
+#include "servers/frmservers.h"
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
@@ -111,7 +113,7 @@ int main(int argc, char* argv[])
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
-                               "[--preview=PREVIEW.png]\n";
+                               "[--preview=PREVIEW.png] [--servers=SERVERS.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -153,6 +155,10 @@ int main(int argc, char* argv[])
         } else if (arg.startsWith(QStringLiteral("--preview="))) {
             subShowMsgsPreview();
             drawn = saveScreen(*frmMsgsPreview::instance(), file);
+        } else if (arg.startsWith(QStringLiteral("--servers="))) {
+            frmServers servers(board);
+            servers.Form_Load();
+            drawn = saveScreen(servers, file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
