@@ -92,8 +92,8 @@ frmServers::frmServers(QWidget* parent) : QDialog(parent)
 
     connect(ListViewServers, &QTreeWidget::itemClicked, this, [this] { cmdOKServers->setEnabled(true); });
     connect(ListViewServers, &QTreeWidget::itemSelectionChanged, this, &frmServers::ListViewServers_ItemClick);
-    // A double click, or Enter on a row, is OK.
-    connect(ListViewServers, &QTreeWidget::itemActivated, this, [this] { cmdOKServers->click(); });
+    // A double click is OK; Enter reaches OK as the default button.
+    connect(ListViewServers, &QTreeWidget::itemDoubleClicked, this, [this] { cmdOKServers->click(); });
     connect(cmdOKServers, &QPushButton::clicked, this, &frmServers::cmdOKServers_Click);
     connect(cmdCancelServers, &QPushButton::clicked, this, &frmServers::cmdCancelServers_Click);
     connect(cmdHelpServers, &QPushButton::clicked, this, &frmServers::cmdHelpServers_Click);
