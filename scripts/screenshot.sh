@@ -3,7 +3,8 @@
 # and its Change YOUR Status, Group Change, Options, new message, Preview Messages, Print Reports,
 # Display Photo and About screens into status.png, group.png, options.png, message.png, preview.png,
 # print.png, photo.png and about.png beside it, with the first page of the printed status list in
-# report.png.
+# report.png, and the list of
+# remote servers (two other offices entered for the picture) into servers.png.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -16,6 +17,9 @@ site=${TMPDIR:-/tmp}/veskor-demo-site
 rm -rf "$site"
 trap 'rm -rf "$site"' EXIT
 "$build/src/admin/veskor-admin" demo "$site" >/dev/null
+sqlite3 "$site/veskor.mdb" "INSERT INTO ServersTable (UNCPath, Description) VALUES
+    ('\\\\fileserver-north\\veskor\\', 'North office'),
+    ('\\\\fileserver-harbour\\Staff Share\\veskor\\', 'Harbour office')"
 mkdir -p "$(dirname "$out")"
 # A picture for Alice Moreton in the site's photo folder: a plain portrait outline, drawn as a PPM.
 mkdir -p "$site/photos"
@@ -31,4 +35,5 @@ QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$ou
     --options="$(dirname "$out")/options.png" --message="$(dirname "$out")/message.png" \
     --preview="$(dirname "$out")/preview.png" --print="$(dirname "$out")/print.png" \
     --report="$(dirname "$out")/report.png" --photo="$(dirname "$out")/photo.png" \
-    --about="$(dirname "$out")/about.png"
+    --about="$(dirname "$out")/about.png" \
+    --servers="$(dirname "$out")/servers.png"

@@ -9,6 +9,8 @@
 #include "reports/frmprint.h"
 #include "reports/quillink.h"
 #include "reports/sendmail.h"
+#include "servers/frmservers.h"
+#include "servers/serverconnection.h"
 #include "side/frmabout.h"
 #include "side/frmcompanyinfo.h"
 #include "side/frmdisplayphoto.h"
@@ -265,17 +267,21 @@ void frmMain::subCommand_Refresh()
     subSetToolBarRights();
 }
 
-// The list of remote servers comes with the remote server connection.
+// The other sites; whatever was chosen, the board is drawn again on the database now in use.
 void frmMain::subCommand_Servers()
 {
+    showScreen([this] {
+        frmServers::showModal(this);
+        subRefreshUserList(QString());
+    });
 }
 
 // Back to the home server: the last seen Counter forgotten so that the board is
-// rebuilt. The switch of database itself (subConnectHome) comes with the remote
-// server connection.
+// rebuilt. At home already, the same steps change nothing.
 void frmMain::subCommand_Home()
 {
     gCounters.glngLastStatusCounter = 0;
+    servers::subConnectHome();
     subSetToolBarRights();
     subResizeControls();
     subRefreshUserList(QString());

@@ -19,6 +19,7 @@
 #include "platform/clock.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
+#include "servers/frmservers.h"
 #include "status/settings.h"
 
 #include <QHash>
@@ -200,7 +201,7 @@ void frmMain::answerNoSettingsRow()
     if (gRun.gblnRemoteConnection) {
         MsgBox(QStringLiteral("The Remote Server database appears to be empty. Please re-select."), vbCritical,
                gRun.gstrProgramTitle);
-        // The remote server list (frmServers) is shown here once remote servers can be chosen.
+        showScreen([this] { frmServers::showModal(this); });
         return;
     }
     MsgBox(QStringLiteral("The current user: ") + gRun.gstrDefaultUser +

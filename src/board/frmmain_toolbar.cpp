@@ -191,14 +191,12 @@ void frmMain::toolbarClicked(QAction* button)
 }
 
 // Re-reads the person's icon size and captions and rebuilds the toolbar. A
-// failure shows the general box and the next statement runs.
+// failure passes in silence and the next statement runs.
 void frmMain::subLoadToolBarButtons()
 {
-    const QString strProcedure = QStringLiteral("modUser - subLoadToolBarButtons event");
-    status::Trap trap([&](const VbError&) {
-        errorbox::showGeneral(strProcedure, errorbox::Joined);
-        return status::Resume::Next;
-    });
+    // The handler only resumes: a person without a settings row here (a guest on
+    // another site's database) keeps the icon size and captions they had.
+    status::Trap trap([](const VbError&) { return status::Resume::Next; });
     std::unique_ptr<dao::Recordset> rs;
     const QString sql =
         QStringLiteral("SELECT * FROM EmployeeSettingsTable WHERE Name = ") + dao::quote(gRun.gstrDefaultUser);

@@ -12,6 +12,7 @@
 #include "kernel/globals.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
+#include "servers/serverconnection.h"
 #include "status/settings.h"
 #include "status/statuscommon.h"
 #include "status/statuswrite.h"
@@ -89,7 +90,10 @@ void frmMain::Form_QueryUnload(bool& cancel, int unloadMode)
         End();
     }
     TimerMain.stop(); // no refresh may start during the unload
-    // Going back to the home database from a remote server comes with remote servers.
+    // The person's row and settings are written at home, not at the other site.
+    if (gRun.gblnRemoteConnection) {
+        servers::subConnectHome();
+    }
     if (TabStripMain->currentIndex() >= 0) {
         gPerson.gstrDefaultGroup = TabStripMain->tabText(TabStripMain->currentIndex());
     }

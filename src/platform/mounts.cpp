@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QStringList>
+#include <QUrl>
 
 namespace platform {
 
@@ -83,6 +84,42 @@ QString uncOfMount(const MountEntry& m)
     return unc;
 }
 
+// A GVfs share is a folder under the desktop's one FUSE mount, named for the
+// share: "smb-share:server=fileserver,share=staff%20share" (keys in any order,
+// maybe with domain= and user=, values %-escaped). Each becomes an entry of its
+// own, as if the share were mounted at that folder.
+QString gvfsField(const QStringList& fields, const QString& key)
+{
+    for (const QString& field : fields) {
+        if (field.startsWith(key + QLatin1Char('='))) {
+            return QUrl::fromPercentEncoding(field.mid(key.size() + 1).toUtf8());
+        }
+    }
+    return QString();
+}
+
+MountTable withGvfsShares(const MountTable& table)
+{
+    MountTable out;
+    for (const MountEntry& m : table) {
+        out.append(m);
+        if (m.fsType != QLatin1String("fuse.gvfsd-fuse")) {
+            continue;
+        }
+        const QString prefix = QStringLiteral("smb-share:");
+        for (const QString& folder : QDir(m.mountPoint).entryList({prefix + QLatin1Char('*')}, QDir::Dirs)) {
+            const QStringList fields = folder.mid(prefix.size()).split(QLatin1Char(','));
+            const QString server = gvfsField(fields, QStringLiteral("server"));
+            const QString share = gvfsField(fields, QStringLiteral("share"));
+            if (!server.isEmpty() && !share.isEmpty()) {
+                out.append({QStringLiteral("//") + server + QLatin1Char('/') + share,
+                            QDir(m.mountPoint).filePath(folder), QStringLiteral("cifs")});
+            }
+        }
+    }
+    return out;
+}
+
 // path is prefix itself or lies beneath it; sep is the separator that follows.
 bool isUnder(const QString& path, const QString& prefix, QChar sep, Qt::CaseSensitivity cs)
 {
@@ -135,7 +172,7 @@ QString uncPathOf(const QString& path)
     const QString clean = QDir::cleanPath(path);
     // Every mount takes part: a local file system mounted inside a share hides the share there.
     // Kept for the whole look-up: best points into it.
-    const QList<MountEntry> table = mountTable();
+    const QList<MountEntry> table = withGvfsShares(mountTable());
     const MountEntry* best = nullptr;
     for (const MountEntry& m : table) {
         if (isUnder(clean, m.mountPoint, QLatin1Char('/'), Qt::CaseSensitive) &&
@@ -161,7 +198,7 @@ QString nativePathOf(const QString& path)
     }
     QString uncForm = path;
     uncForm.replace(QLatin1Char('/'), QLatin1Char('\\'));
-    const QList<MountEntry> table = mountTable(); // best points into it
+    const QList<MountEntry> table = withGvfsShares(mountTable()); // best points into it
     const MountEntry* best = nullptr;
     qsizetype bestLength = 0;
     for (const MountEntry& m : table) {

@@ -7,8 +7,9 @@
 //   uncPathOf("/mnt/staff/veskor")              -> "\\fileserver\Staff Share\veskor"
 //   nativePathOf("\\FILESERVER\staff share\x")  -> "/mnt/staff/x"
 //
-// An nfs export "host:/export" is named "\\host\export". Paths on no network
-// mount stay as they are.
+// An nfs export "host:/export" is named "\\host\export"; a share the desktop
+// opened through GVfs ("smb-share:server=host,share=x" under its FUSE mount) is
+// "\\host\x". Paths on no network mount stay as they are.
 
 #include <QList>
 #include <QString>

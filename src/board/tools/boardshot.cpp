@@ -3,6 +3,7 @@
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
 //                    [--print=PRINT.png] [--report=REPORT.png] [--photo=PHOTO.png] [--about=ABOUT.png]
+//                    [--servers=SERVERS.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
@@ -12,7 +13,7 @@
 // the Preview Messages screen at its load; --print the Print Reports screen and
 // --report the first page of the status list of everyone, as printed; --photo the
 // photo viewer at its load (the person's own picture selected) and --about the
-// About screen. The run leaves its marks on the site
+// About screen; --servers the remote server list. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
 #include "board/frmmain.h"
@@ -25,6 +26,7 @@
 #include "reports/frmprint.h"
 #include "reports/modprint.h"
 #include "reports/reportpage.h"
+#include "servers/frmservers.h"
 #include "side/frmabout.h"
 #include "side/frmdisplayphoto.h"
 #include "start/welcome.h"
@@ -121,7 +123,8 @@ int main(int argc, char* argv[])
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
                                "[--preview=PREVIEW.png] [--print=PRINT.png] [--report=REPORT.png] "
-                               "[--photo=PHOTO.png] [--about=ABOUT.png]\n";
+                               "[--photo=PHOTO.png] [--about=ABOUT.png] "
+                               "[--servers=SERVERS.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -180,6 +183,10 @@ int main(int argc, char* argv[])
             frmAbout about(board);
             about.Form_Load();
             drawn = saveScreen(about, file);
+        } else if (arg.startsWith(QStringLiteral("--servers="))) {
+            frmServers servers(board);
+            servers.Form_Load();
+            drawn = saveScreen(servers, file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
