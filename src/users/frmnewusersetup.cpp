@@ -73,7 +73,7 @@ frmNewUserSetup::frmNewUserSetup(QWidget* parent)
     for (int i = 0; i < 8; ++i) {
         lblNewUserSetup[i] = new QLabel(this);
         lblNewUserSetup[i]->setObjectName(QStringLiteral("lbl%1NewUserSetup").arg(i + 1));
-        lblNewUserSetup[i]->setWordWrap(true);
+        lblNewUserSetup[i]->setWordWrap(i < 5 || i == 7);
     }
     lblNewUserSetup[5]->setText(QStringLiteral("&UserName:"));
     lblNewUserSetup[5]->setBuddy(ComboNewUserSetup);

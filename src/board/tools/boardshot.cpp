@@ -2,13 +2,15 @@
 //
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
+//                    [--newuser=NEWUSER.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
 // draws; --status, --group, --options and --message also draw the person's
 // Change YOUR Status screen, the Group Change screen over the list's second and
 // third rows, the Options screen, and a new message to those two rows; --preview
-// the Preview Messages screen at its load. The run leaves its marks on the site
+// the Preview Messages screen at its load; --newuser the New User Setup screen
+// at its load. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
 #include "board/frmmain.h"
@@ -21,6 +23,7 @@
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
+#include "users/frmnewusersetup.h"
 
 #include <QApplication>
 #include <QDir>
@@ -111,7 +114,7 @@ int main(int argc, char* argv[])
     if (args.size() < 3) {
         QTextStream(stderr) << "usage: veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] "
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
-                               "[--preview=PREVIEW.png]\n";
+                               "[--preview=PREVIEW.png] [--newuser=NEWUSER.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -153,6 +156,10 @@ int main(int argc, char* argv[])
         } else if (arg.startsWith(QStringLiteral("--preview="))) {
             subShowMsgsPreview();
             drawn = saveScreen(*frmMsgsPreview::instance(), file);
+        } else if (arg.startsWith(QStringLiteral("--newuser="))) {
+            frmNewUserSetup setup;
+            setup.Form_Load();
+            drawn = saveScreen(setup, file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
