@@ -181,6 +181,20 @@ private slots:
             QCOMPARE(screen.ComboNewUserSetup->currentText(), "ZedRay");
     }
 
+    // The start-up launcher only where the site allows it; a forced shutdown ends the run from this screen too.
+    void loadAndForcedShutDown()
+    {
+        Setup s;
+        s.site.setting("AllowUserToAddVeskOrToStartupFolder", "False");
+        database::setForcedShutDown(s.site.path(), true);
+        frmNewUserSetup screen;
+        screen.Form_Load();
+        QVERIFY(!screen.chkAddStartUpIcon->isEnabled() && screen.chkAddDesktopIcon->isEnabled());
+        QCOMPARE(screen.tmrCheckForForcedShutDownFromNewUserSetup.interval(), 5000);
+        QCOMPARE(TestGateways::endCodeOf([&] { screen.tmrCheckForForcedShutDownFromNewUserSetup_Timer(); }), 0);
+        QCOMPARE(s.gw.shell().calls, QStringList{"start /opt/veskor/inicheck -UID:  -STS:ForcedShutDown"});
+    }
+
     void execQuoting_data()
     {
         QTest::addColumn<QString>("argument");
