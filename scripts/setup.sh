@@ -10,7 +10,7 @@ packages=(
     libsqlite3-dev sqlite3
     libbenchmark-dev
     clang libclang-rt-14-dev
-    xvfb xauth dbus-daemon dbus-bin
+    xvfb xauth dbus-daemon dbus-bin desktop-file-utils
     fonts-dejavu-core
 )
 

@@ -281,6 +281,9 @@ public:
     void subCommand_Help();
     void subCommand_About();
     void subCommand_Exit();
+    // The person's launchers: desktop ones for the selected people, and both of their own removed.
+    void mnuNewDesktopIcon_Click();
+    void mnuFile_Uninstall_Click();
     void mnuCommands_Click(); // the Commands menu opens
     void subShowHelp();       // F1: the help file at HelpContextID
 

@@ -113,10 +113,10 @@ void frmMain::buildMenus()
     };
 
     mnuFile = menuBar()->addMenu(QStringLiteral("&File"));
-    // A desktop icon for the selected people and the uninstall come with the shortcuts.
     entry(mnuFile, mnuNewDesktopIcon, "mnuNewDesktopIcon", QStringLiteral("&New Icon for Selected User(s)..."),
-          nullptr);
-    entry(mnuFile, mnuFile_Uninstall, "mnuFile_Uninstall", QStringLiteral("&Uninstall"), nullptr);
+          &frmMain::mnuNewDesktopIcon_Click);
+    entry(mnuFile, mnuFile_Uninstall, "mnuFile_Uninstall", QStringLiteral("&Uninstall"),
+          &frmMain::mnuFile_Uninstall_Click);
     mnuFile->addSeparator();
     entry(mnuFile, mnuFile_Exit, "mnuFile_Exit", QStringLiteral("E&xit"), &frmMain::subCommand_Exit);
 

@@ -12,6 +12,8 @@
 #include "start/clientapplication.h"
 #include "start/endsignals.h"
 #include "start/frmwelcome.h"
+#include "start/newusersetupseam.h"
+#include "users/frmnewusersetup.h"
 
 #include <QApplication>
 
@@ -47,6 +49,7 @@ int main(int argc, char* argv[])
 
     gRun.gstrGivenCommandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
     setMainScreenFactory(&frmMain::load);
+    setNewUserSetupScreen(&frmNewUserSetup::showScreen);
 
     auto* ends = new EndSignals(app);
     ends->watchSession(*app);

@@ -3,7 +3,7 @@
 //   veskor-boardshot SITE_DIR OUT.png [UID] [WIDTHxHEIGHT] [--status=STATUS.png] [--group=GROUP.png]
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
 //                    [--print=PRINT.png] [--report=REPORT.png] [--photo=PHOTO.png] [--about=ABOUT.png]
-//                    [--servers=SERVERS.png]
+//                    [--servers=SERVERS.png] [--newuser=NEWUSER.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
@@ -13,7 +13,8 @@
 // the Preview Messages screen at its load; --print the Print Reports screen and
 // --report the first page of the status list of everyone, as printed; --photo the
 // photo viewer at its load (the person's own picture selected) and --about the
-// About screen; --servers the remote server list. The run leaves its marks on the site
+// About screen; --servers the remote server list;
+// --newuser the New User Setup screen at its load. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
 #include "board/frmmain.h"
@@ -32,6 +33,7 @@
 #include "start/welcome.h"
 #include "statusscreens/frmgroup.h"
 #include "statusscreens/frmstatus.h"
+#include "users/frmnewusersetup.h"
 
 #include <QApplication>
 #include <QDir>
@@ -124,7 +126,7 @@ int main(int argc, char* argv[])
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
                                "[--preview=PREVIEW.png] [--print=PRINT.png] [--report=REPORT.png] "
                                "[--photo=PHOTO.png] [--about=ABOUT.png] "
-                               "[--servers=SERVERS.png]\n";
+                               "[--servers=SERVERS.png] [--newuser=NEWUSER.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -187,6 +189,10 @@ int main(int argc, char* argv[])
             frmServers servers(board);
             servers.Form_Load();
             drawn = saveScreen(servers, file);
+        } else if (arg.startsWith(QStringLiteral("--newuser="))) {
+            frmNewUserSetup setup;
+            setup.Form_Load();
+            drawn = saveScreen(setup, file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
