@@ -8,6 +8,7 @@
 #include "kernel/errorboxes.h"
 #include "kernel/forcedshutdown.h"
 #include "kernel/globals.h"
+#include "messaging/gui/messagescreens.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "status/statuswrite.h"
@@ -104,7 +105,7 @@ void frmMain::tmrCheckForForcedShutDown_Timer()
         if (!gRun.gstrDefaultUser.isEmpty()) {
             subSetActiveFlag(QStringLiteral("No"));
         }
-        // An open message is saved here by its own screen once messages can be written.
+        subSaveOpenMessages();
         unload();
         platform::End();
     }

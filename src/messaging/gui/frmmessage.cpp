@@ -227,3 +227,13 @@ void subOpenMessage(QWidget* caller, long long messageId)
     screen->show();
     screen->activateWindow();
 }
+
+void subSaveOpenMessages()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* screen = qobject_cast<frmMessage*>(window);
+        if (screen && screen->isVisible() && !screen->txtBody->isReadOnly()) {
+            screen->cmdMessage_Save();
+        }
+    }
+}

@@ -19,6 +19,11 @@ extern QString gstrMessageAction;
 // people become the To line of a new message.
 void subOpenMessage(QWidget* caller, long long messageId);
 
+// Before a forced shutdown ends the run: every open message being written (new,
+// reply, forward, a draft being edited) is saved as a draft by its own Save. A
+// received copy only being read has nothing to save and is left as it is.
+void subSaveOpenMessages();
+
 // frmMsgsPreview: shown (and loaded again when it was closed).
 void subShowMsgsPreview();
 // Its list read again, when the screen is visible (a message screen closing).

@@ -364,6 +364,22 @@ private slots:
         s->ToolbarNewMessage_ButtonClick("Help");
         QCOMPARE(f.gw.shell().calls.last(), QStringLiteral("help  16000"));
     }
+
+    // A forced shutdown saves what is being written as a draft and leaves a copy
+    // being read as it was.
+    void forcedShutdownSavesWhatIsWritten()
+    {
+        MessageFixture f;
+        Screen writing = f.open("New");
+        writing->txtTo->setText("Cy Dee");
+        writing->txtBody->setPlainText("Half a thought");
+        Screen reading = f.open("View", f.bobToAnn);
+        subSaveOpenMessages();
+        QVERIFY(writing.gone());
+        QVERIFY(!reading.gone());
+        QCOMPARE(f.rows("Category, SentToName, MessageBody"),
+                 (QStringList{"New:Ann Lee:At desk", "Draft:Cy Dee:Half a thought"}));
+    }
 };
 
 QTEST_MAIN(TstFrmMessage)
