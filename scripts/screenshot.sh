@@ -4,7 +4,8 @@
 # Display Photo and About screens into status.png, group.png, options.png, message.png, preview.png,
 # print.png, photo.png and about.png beside it, with the first page of the printed status list in
 # report.png, and the list of
-# remote servers (two other offices entered for the picture) into servers.png.
+# remote servers (two other offices entered for the picture) into servers.png, and the two pop-ups into
+# newmsgalert.png and statusalert.png.
 # Usage: scripts/screenshot.sh [OUT.png] [WIDTHxHEIGHT]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -36,4 +37,5 @@ QT_QPA_PLATFORM=offscreen "$build/src/board/tools/veskor-boardshot" "$site" "$ou
     --preview="$(dirname "$out")/preview.png" --print="$(dirname "$out")/print.png" \
     --report="$(dirname "$out")/report.png" --photo="$(dirname "$out")/photo.png" \
     --about="$(dirname "$out")/about.png" \
-    --servers="$(dirname "$out")/servers.png"
+    --servers="$(dirname "$out")/servers.png" --newmsgalert="$(dirname "$out")/newmsgalert.png" \
+    --statusalert="$(dirname "$out")/statusalert.png"

@@ -4,6 +4,7 @@
 //                    [--options=OPTIONS.png] [--message=MESSAGE.png] [--preview=PREVIEW.png]
 //                    [--print=PRINT.png] [--report=REPORT.png] [--photo=PHOTO.png] [--about=ABOUT.png]
 //                    [--servers=SERVERS.png] [--newuser=NEWUSER.png]
+//                    [--newmsgalert=NEWMSG.png] [--statusalert=STATUSALERT.png]
 //
 // Runs the client's real start (veskor.ini in SITE_DIR, the person by -UID:) and
 // frmMain's Load and Activate offscreen, sizes the window and saves what it
@@ -14,9 +15,12 @@
 // --report the first page of the status list of everyone, as printed; --photo the
 // photo viewer at its load (the person's own picture selected) and --about the
 // About screen; --servers the remote server list;
-// --newuser the New User Setup screen at its load. The run leaves its marks on the site
+// --newuser the New User Setup screen at its load; --newmsgalert and
+// --statusalert the two pop-ups, with a message and a change made up for them. The run leaves its marks on the site
 // as any start does (the person is active), so point it at a site made for the
 // purpose.
+#include "alerts/frmnewmessagesalert.h"
+#include "alerts/frmstatuschangealert.h"
 #include "board/frmmain.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
@@ -24,6 +28,7 @@
 #include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
 #include "options/frmoptions.h"
+#include "platform/clock.h"
 #include "reports/frmprint.h"
 #include "reports/modprint.h"
 #include "reports/reportpage.h"
@@ -126,7 +131,8 @@ int main(int argc, char* argv[])
                                "[--group=GROUP.png] [--options=OPTIONS.png] [--message=MESSAGE.png] "
                                "[--preview=PREVIEW.png] [--print=PRINT.png] [--report=REPORT.png] "
                                "[--photo=PHOTO.png] [--about=ABOUT.png] "
-                               "[--servers=SERVERS.png] [--newuser=NEWUSER.png]\n";
+                               "[--servers=SERVERS.png] [--newuser=NEWUSER.png] "
+                               "[--newmsgalert=NEWMSG.png] [--statusalert=STATUSALERT.png]\n";
         return 2;
     }
     const QString site = QDir(args[1]).absolutePath();
@@ -193,6 +199,14 @@ int main(int argc, char* argv[])
             frmNewUserSetup setup;
             setup.Form_Load();
             drawn = saveScreen(setup, file);
+        } else if (arg.startsWith(QStringLiteral("--newmsgalert="))) {
+            drawn = saveScreen(*subPopUpForNewMessagesAlert(QStringLiteral("Lunch today?"), platform::Now(), 1,
+                                                            QStringLiteral("At one, in the canteen.")),
+                               file);
+        } else if (arg.startsWith(QStringLiteral("--statusalert="))) {
+            drawn = saveScreen(*subPopUpForStatusAlert(QStringLiteral("Bernard Quist"),
+                                                       platform::DateTimeNum(platform::Now()), QStringLiteral("Busy")),
+                               file);
         }
         if (!drawn) {
             QTextStream(stderr) << "veskor-boardshot: cannot draw " << file << "\n";
