@@ -66,6 +66,8 @@ public:
     void cmdTo_Click();
     void showHelp();
 
+    QString bodyText() const; // the body as stored
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -69,6 +69,14 @@ void frmMessage::buildToolbar()
             [this](QAction* button) { ToolbarNewMessage_ButtonClick(button->data().toString()); });
 }
 
+// The editor keeps a bare line feed; the table keeps each line end as a carriage
+// return and a line feed, as the quoted block of a reply and the preview's first
+// 30 characters expect.
+QString frmMessage::bodyText() const
+{
+    return txtBody->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+}
+
 QAction* frmMessage::toolbarButton(const QString& key) const
 {
     for (QAction* button : ToolbarNewMessage->actions()) {
@@ -125,7 +133,7 @@ void frmMessage::subSendMessage()
         return;
     }
     const QString to = txtTo->text();
-    const MessageText text{txtFrom->text(), txtSubject->text(), txtBody->toPlainText()};
+    const MessageText text{txtFrom->text(), txtSubject->text(), bodyText()};
     SendResult result;
     QString procedure;
     if (gstrMessageAction == QStringLiteral("New")) {
@@ -170,8 +178,8 @@ void frmMessage::subSendMessage()
 
 void frmMessage::cmdMessage_Save()
 {
-    const SaveResult saved = messaging::cmdMessage_Save(messageId(), txtTo->text(),
-                                                        {txtFrom->text(), txtSubject->text(), txtBody->toPlainText()});
+    const SaveResult saved =
+        messaging::cmdMessage_Save(messageId(), txtTo->text(), {txtFrom->text(), txtSubject->text(), bodyText()});
     if (saved.failure) {
         reportFailure(QStringLiteral("frmMessage - cmdMessage_Save"), saved.failure->number(),
                       saved.failure->description(),

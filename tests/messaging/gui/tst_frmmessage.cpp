@@ -365,20 +365,20 @@ private slots:
         QCOMPARE(f.gw.shell().calls.last(), QStringLiteral("help  16000"));
     }
 
-    // A forced shutdown saves what is being written as a draft and leaves a copy
-    // being read as it was.
+    // A forced shutdown saves what is being written as a draft (line ends stored as
+    // CR LF) and leaves a copy being read as it was.
     void forcedShutdownSavesWhatIsWritten()
     {
         MessageFixture f;
         Screen writing = f.open("New");
         writing->txtTo->setText("Cy Dee");
-        writing->txtBody->setPlainText("Half a thought");
+        writing->txtBody->setPlainText("Half a\nthought");
         Screen reading = f.open("View", f.bobToAnn);
         subSaveOpenMessages();
         QVERIFY(writing.gone());
         QVERIFY(!reading.gone());
         QCOMPARE(f.rows("Category, SentToName, MessageBody"),
-                 (QStringList{"New:Ann Lee:At desk", "Draft:Cy Dee:Half a thought"}));
+                 (QStringList{"New:Ann Lee:At desk", "Draft:Cy Dee:Half a\r\nthought"}));
     }
 };
 
