@@ -1,5 +1,6 @@
 // The board's toolbar, commands and layout, on real site files.
 #include "alerts/frmnewmessagesalert.h"
+#include "alerts/frmstatuschangealert.h"
 #include "boardfixture.h"
 #include "platform/clock.h"
 
@@ -396,6 +397,59 @@ private slots:
         f.tmrCheckForNewMessages_Timer();
         QCOMPARE(b.gw.boxes().count(), 2);
         QVERIFY(b.gw.boxes().last().prompt.contains(QStringLiteral("frmMain - tmrCheckForNewMessages event")));
+    }
+
+    // Status Alert follows each selected person not followed yet (oneself too), the
+    // rows and the counter as one unit; Remove drops only this person's rows. The
+    // first look pops everyone followed with a change on record, a later one only
+    // what changed since, and a person's new pop-up replaces the old.
+    void followingPeople()
+    {
+        Board b;
+        b.site.person("Cy Dee").tracking("Ann Lee", "Bob Ray").tracking("Cy Dee", "Bob Ray");
+        frmMain& f = b.openOnEveryone();
+        const auto rows = [&] {
+            return b.site.value("SELECT COUNT(*) FROM EmployeeStatusTracking WHERE Tracker = 'Ann Lee'") + "/" +
+                   b.site.value("SELECT COUNT(*) FROM EmployeeStatusTracking");
+        };
+        const long long counter = b.site.value("SELECT Counter FROM StatusCounterTable").toLongLong();
+        b.list()->setSelectionMode(QAbstractItemView::MultiSelection);
+        b.list()->selectAll();
+        f.subCommand_StatusAlert();
+        QCOMPARE(rows(), "3/4");
+        QCOMPARE(b.site.value("SELECT Counter FROM StatusCounterTable").toLongLong(), counter + 1);
+        auto* following = b.child<QTreeWidget>("lstWhoAmITracking");
+        QCOMPARE(following->topLevelItemCount(), 3);
+
+        const auto popUps = [] {
+            QStringList shown;
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* popUp = qobject_cast<frmStatusChangeAlert*>(window); popUp && popUp->isVisible())
+                    shown << popUp->txtTrackee->text() + ":" + popUp->txtStatus->text();
+            return shown;
+        };
+        const auto change = [&](const QString& status) {
+            b.site.execute(QString("UPDATE EmployeeStatusTracking SET TrackeeStatus = '%1', TrackeeLastUpdated = %2 "
+                                   "WHERE Trackee = 'Bob Ray'")
+                               .arg(status, QString::number(platform::DateTimeNum(platform::Now()), 'f', 10)));
+        };
+        change("Out");
+        f.tmrCheckForStatusAlerts_Timer();
+        QCOMPARE(popUps(), QStringList{"Bob Ray:Out"});
+        f.tmrCheckForStatusAlerts_Timer();
+        QCOMPARE(popUps(), QStringList{"Bob Ray:Out"});
+        b.gw.clock().advance(1000);
+        change("Busy");
+        f.tmrCheckForStatusAlerts_Timer();
+        QCOMPARE(popUps(), QStringList{"Bob Ray:Busy"});
+        frmMain::subCloseAllAlerts();
+
+        // Cy Dee goes on following Bob Ray.
+        following->findItems("Bob Ray", Qt::MatchExactly).first()->setSelected(true);
+        b.gw.boxes().answer(platform::vbYes);
+        f.mnuRemoveAlert_Click();
+        QCOMPARE(rows(), "2/3");
+        QCOMPARE(following->topLevelItemCount(), 2);
     }
 };
 
