@@ -64,6 +64,7 @@ enum class FieldType
 };
 
 class Connection;
+enum class StatementKind;
 class Recordset;
 
 class Field
@@ -193,6 +194,7 @@ private:
     friend class DBEngine;
     friend class Transaction;
     explicit Database(std::shared_ptr<Connection> connection);
+    QStringList textColumn(const QString& sql, int column, StatementKind kind);
     std::shared_ptr<Connection> m_connection;
 };
 

@@ -119,33 +119,31 @@ bool Database::isExclusive() const
     return m_connection->isExclusive();
 }
 
+// One column of every row of a statement of SQLite's own, as texts.
+QStringList Database::textColumn(const QString& sql, int column, StatementKind kind)
+{
+    auto statement = m_connection->prepareNative(sql, kind, Activity::Read);
+    QStringList texts;
+    int rc = m_connection->step(statement);
+    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
+        texts << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column)));
+    if (rc != SQLITE_DONE)
+        m_connection->fail(rc, Activity::Read, kind);
+    return texts;
+}
+
 QStringList Database::TableNames()
 {
     // Not LIKE: that is Jet's here, and SQLite's own tables are to be left out exactly.
-    auto statement = m_connection->prepareNative(
-        QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND substr(name, 1, 7) <> 'sqlite_' "
-                       "ORDER BY name COLLATE NOCASE"),
-        StatementKind::Select, Activity::Read);
-    QStringList names;
-    int rc = m_connection->step(statement);
-    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
-        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
-    if (rc != SQLITE_DONE)
-        m_connection->fail(rc, Activity::Read, StatementKind::Select);
-    return names;
+    return textColumn(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND "
+                                     "substr(name, 1, 7) <> 'sqlite_' ORDER BY name COLLATE NOCASE"),
+                      0, StatementKind::Select);
 }
 
 QStringList Database::FieldNames(const QString& table)
 {
-    auto statement =
-        m_connection->prepareNative(QStringLiteral("PRAGMA table_info(") + quoteIdentifier(table) + QLatin1Char(')'),
-                                    StatementKind::Other, Activity::Read);
-    QStringList names;
-    int rc = m_connection->step(statement);
-    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
-        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 1)));
-    if (rc != SQLITE_DONE)
-        m_connection->fail(rc, Activity::Read, StatementKind::Other);
+    const QStringList names = textColumn(
+        QStringLiteral("PRAGMA table_info(") + quoteIdentifier(table) + QLatin1Char(')'), 1, StatementKind::Other);
     if (names.isEmpty())
         raiseJetError(errTableNotFound, table);
     return names;
@@ -153,17 +151,9 @@ QStringList Database::FieldNames(const QString& table)
 
 QStringList Database::IndexNames(const QString& table)
 {
-    FieldNames(table);
-    auto statement =
-        m_connection->prepareNative(QStringLiteral("PRAGMA index_list(") + quoteIdentifier(table) + QLatin1Char(')'),
-                                    StatementKind::Other, Activity::Read);
-    QStringList names;
-    int rc = m_connection->step(statement);
-    for (; rc == SQLITE_ROW; rc = sqlite3_step(statement.get()))
-        names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 1)));
-    if (rc != SQLITE_DONE)
-        m_connection->fail(rc, Activity::Read, StatementKind::Other);
-    return names;
+    FieldNames(table); // 3078 when there is no such table
+    return textColumn(QStringLiteral("PRAGMA index_list(") + quoteIdentifier(table) + QLatin1Char(')'), 1,
+                      StatementKind::Other);
 }
 
 void Database::CreateCaseBlindIndex(const QString& name, const QString& table, const QString& column)
