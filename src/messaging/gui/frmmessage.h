@@ -8,6 +8,11 @@
 #include <QMainWindow>
 #include <QPixmap>
 
+namespace messaging {
+struct ComposeFields;
+struct StoredMessage;
+} // namespace messaging
+
 class QAction;
 class QLabel;
 class QLineEdit;
@@ -67,6 +72,8 @@ public:
     void showHelp();
 
     QString bodyText() const; // the body as stored
+    void fillAnswer(long long id, const QString& errorTitle,
+                    messaging::ComposeFields (*fields)(const messaging::StoredMessage&, const QString&));
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -96,33 +96,26 @@ void frmMessage::subMessage_New(QWidget* caller)
 
 void frmMessage::subMessage_Reply(long long id)
 {
-    if (const std::optional<StoredMessage> original = readCopy(id, QStringLiteral("subMessage_Reply"))) {
-        const ComposeFields fields = fnReplyFields(*original, gRun.gstrDefaultUser);
-        lblTakenBy->setText(fields.takenBy);
-        txtTo->setText(fields.to);
-        txtFrom->setText(fields.from);
-        txtSubject->setText(fields.subject);
-        txtBody->setPlainText(fields.body);
-    }
-    // The answer is a message of its own: a Save keeps it as a new draft, never
-    // over the copy it answers (the screen may have shown that copy before).
-    txtMsgID->clear();
-    txtCategory->clear();
-    subCloseDatabase();
-    setFieldsLocked(true, false);
-    showButtons({QStringLiteral("Send"), QStringLiteral("Save"), QStringLiteral("Help")});
+    fillAnswer(id, QStringLiteral("subMessage_Reply"), fnReplyFields);
 }
 
 // The To line is chosen on the selection screen only.
 void frmMessage::subMessage_Forward(long long id)
 {
-    if (const std::optional<StoredMessage> original = readCopy(id, QString())) {
-        const ComposeFields fields = fnForwardFields(*original, gRun.gstrDefaultUser);
-        lblTakenBy->setText(fields.takenBy);
-        txtTo->setText(fields.to);
-        txtFrom->setText(fields.from);
-        txtSubject->setText(fields.subject);
-        txtBody->setPlainText(fields.body);
+    fillAnswer(id, QString(), fnForwardFields);
+}
+
+// A reply or a forward: its fields built from the copy, To and From locked.
+void frmMessage::fillAnswer(long long id, const QString& errorTitle,
+                            ComposeFields (*fields)(const StoredMessage&, const QString&))
+{
+    if (const std::optional<StoredMessage> original = readCopy(id, errorTitle)) {
+        const ComposeFields answer = fields(*original, gRun.gstrDefaultUser);
+        lblTakenBy->setText(answer.takenBy);
+        txtTo->setText(answer.to);
+        txtFrom->setText(answer.from);
+        txtSubject->setText(answer.subject);
+        txtBody->setPlainText(answer.body);
     }
     // The answer is a message of its own: a Save keeps it as a new draft, never
     // over the copy it answers (the screen may have shown that copy before).
