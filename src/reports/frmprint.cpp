@@ -7,6 +7,7 @@
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "reports/reportpage.h"
@@ -15,7 +16,6 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPrintDialog>
@@ -23,7 +23,6 @@
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -125,10 +124,7 @@ void frmPrint::buildControls()
 void frmPrint::Form_Load()
 {
     adjustSize();
-    if (const QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen()) {
-        const QRect area = screen->geometry();
-        move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
-    }
+    centreOnScreen(this);
     ComboGroups->clear();
     ComboGroups->addItem(QStringLiteral("Everyone"));
     try {

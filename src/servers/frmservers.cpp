@@ -8,17 +8,16 @@
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "servers/serverconnection.h"
 
 #include <QEvent>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
@@ -123,10 +122,7 @@ void frmServers::showModal(QWidget* parent)
 {
     frmServers screen(parent);
     screen.Form_Load();
-    if (const QScreen* display = QGuiApplication::primaryScreen()) {
-        const QRect area = display->geometry();
-        screen.move(area.x() + (area.width() - screen.width()) / 2, area.y() + (area.height() - screen.height()) / 2);
-    }
+    centreOnScreen(&screen);
     screen.exec();
 }
 

@@ -3,6 +3,7 @@
 #include "side/frmabout.h"
 
 #include "kernel/globals.h"
+#include "platform/gui/screenplace.h"
 #include "side/buildinfo.h"
 #include "side/frmcompanyinfo.h"
 #include "side/frmtestharness.h"
@@ -99,7 +100,8 @@ void frmAbout::Form_Load()
     for (QLabel* value : {lblDBVersion, lblBuild2, lblBuildNumber2, lblVersion}) {
         value->setAccessibleName(value->text());
     }
-    subCentreOnScreen(this);
+    adjustSize();
+    centreOnScreen(this);
     Image1->move(Picture1->width() - Image1->width(), Picture1->height() - Image1->height());
     TimerAbout->start();
 }

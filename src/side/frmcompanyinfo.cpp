@@ -4,31 +4,19 @@
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "kernel/globals.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "status/statuscommon.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QVBoxLayout>
-
-void subCentreOnScreen(QWidget* screen)
-{
-    screen->adjustSize();
-    const QScreen* display = screen->screen() ? screen->screen() : QGuiApplication::primaryScreen();
-    if (display) {
-        const QRect area = display->geometry();
-        screen->move(area.x() + (area.width() - screen->width()) / 2,
-                     area.y() + (area.height() - screen->height()) / 2);
-    }
-}
 
 frmCompanyInfo::frmCompanyInfo(QWidget* parent) : QDialog(parent)
 {
@@ -98,7 +86,8 @@ void frmCompanyInfo::Form_Load()
         rs->Close();
     });
     subCloseDatabase();
-    subCentreOnScreen(this);
+    adjustSize();
+    centreOnScreen(this);
 }
 
 bool frmCompanyInfo::event(QEvent* event)

@@ -29,6 +29,3 @@ protected:
     // The hint of the control under the mouse, in the status bar.
     bool event(QEvent* event) override;
 };
-
-// Centres a screen on the display it is on: (display - own size) / 2 each way.
-void subCentreOnScreen(QWidget* screen);

@@ -6,9 +6,7 @@
 #include "platform/process.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QLabel>
-#include <QScreen>
 #include <QVBoxLayout>
 
 frmWelcome::frmWelcome() : m_release(new QLabel(this)), m_progress(new QLabel(this))

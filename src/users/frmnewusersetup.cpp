@@ -6,6 +6,7 @@
 #include "kernel/err.h"
 #include "kernel/forcedshutdown.h"
 #include "kernel/globals.h"
+#include "platform/gui/screenplace.h"
 #include "platform/msgbox.h"
 #include "platform/process.h"
 #include "platform/shell.h"
@@ -20,7 +21,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 using namespace platform;
@@ -187,10 +187,7 @@ void frmNewUserSetup::Form_Load()
     subCloseDatabase();
 
     adjustSize();
-    if (const QScreen* display = screen()) {
-        const QRect area = display->availableGeometry();
-        move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
-    }
+    centreOnScreen(this);
 }
 
 void frmNewUserSetup::ComboNewUserSetup_Click(int index)
