@@ -29,23 +29,6 @@ namespace {
 
 const QString kLegalPunctuation = QStringLiteral(" .~-,");
 
-// The first row of the statement: true when there is one, with the field's text.
-bool firstRow(const QString& sql, const QString& field, QString& value)
-{
-    bool found = false;
-    ResumeNext([&] {
-        subOpenDatabase();
-        const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(sql);
-        if (rs->RecordCount() > 0) {
-            rs->MoveFirst();
-            value = rs->Fields(field).Text();
-            found = true;
-        }
-        rs->Close();
-    });
-    return found;
-}
-
 } // namespace
 
 QString fnCleanIconName(const QString& name)
@@ -178,8 +161,8 @@ void frmNewUserSetup::Form_Load()
     ComboNewUserSetup->setEditText(gRun.gstrDefaultUser);
 
     QString allowed;
-    firstRow(QStringLiteral("SELECT * FROM GlobalSettingsTable;"),
-             QStringLiteral("AllowUserToAddVeskOrToStartupFolder"), allowed);
+    fnFirstRowText(QStringLiteral("SELECT * FROM GlobalSettingsTable;"),
+                   QStringLiteral("AllowUserToAddVeskOrToStartupFolder"), allowed);
     bool startUp = false;
     ResumeNext([&] { startUp = status::boolFromText(allowed); });
     chkAddStartUpIcon->setEnabled(startUp);
@@ -235,10 +218,10 @@ bool frmNewUserSetup::tieLoginToName(const QString& name, const QString& id)
 {
     QString uidOfName;
     QString nameOfId;
-    const bool nameFound =
-        firstRow(QStringLiteral("Select * from EmployeeTable WHERE Name = ") + dao::quote(name), "UID", uidOfName);
+    const bool nameFound = fnFirstRowText(
+        QStringLiteral("Select * from EmployeeTable WHERE Name = ") + dao::quote(name), "UID", uidOfName);
     const bool idFound =
-        firstRow(QStringLiteral("Select * from EmployeeTable WHERE UID = ") + dao::quote(id), "Name", nameOfId);
+        fnFirstRowText(QStringLiteral("Select * from EmployeeTable WHERE UID = ") + dao::quote(id), "Name", nameOfId);
     subCloseDatabase();
     gRun.gblnValidUserName = gRun.gblnValidUserName || nameFound;
     gRun.gblnValidUserID = gRun.gblnValidUserID || idFound;

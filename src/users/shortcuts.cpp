@@ -13,13 +13,7 @@
 
 using namespace platform;
 
-namespace {
-
-// The icon that ships beside the program.
-const QString kIconFile = QStringLiteral("veskor-user.svg");
-
-// The first row's UID for the statement; false when there is no row.
-bool readUID(const QString& sql, QString& uid)
+bool fnFirstRowText(const QString& sql, const QString& field, QString& value)
 {
     bool found = false;
     ResumeNext([&] {
@@ -27,14 +21,26 @@ bool readUID(const QString& sql, QString& uid)
         const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(sql);
         if (rs->RecordCount() > 0) {
             rs->MoveFirst();
-            uid = rs->Fields(QStringLiteral("UID")).Text();
+            value = rs->Fields(field).Text();
             found = true;
         }
         rs->Close();
     });
+    return found;
+}
+
+namespace {
+
+// The first row's UID for the statement; false when there is no row.
+bool readUID(const QString& sql, QString& uid)
+{
+    const bool found = fnFirstRowText(sql, QStringLiteral("UID"), uid);
     subCloseDatabase();
     return found;
 }
+
+// The icon that ships beside the program.
+const QString kIconFile = QStringLiteral("veskor-user.svg");
 
 // A launcher for the UID: the program, its folder and the icon in their local
 // form (the program's folder is kept in its UNC form when it lies on a share).

@@ -20,6 +20,10 @@ bool fnCreatePersonLink(platform::cShellLinkA::SystemFolder folder, const QStrin
 // Removes the person's launcher from the folder; an absent one is no failure.
 void subRemovePersonLink(platform::cShellLinkA::SystemFolder folder, const QString& name);
 
+// A field of the first row of a statement, a failure passed over: true when there
+// is a row, with the field's text in value.
+bool fnFirstRowText(const QString& sql, const QString& field, QString& value);
+
 // The board's person's own desktop launcher (gstrDefaultUser).
 void subCreateDeskTopIcon();
 // The board's "New Icon for Selected User(s)": after a Yes, a desktop launcher
