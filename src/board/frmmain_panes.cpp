@@ -6,6 +6,7 @@
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "kernel/globals.h"
+#include "messaging/messagesql.h"
 #include "platform/clock.h"
 
 #include <QTreeWidget>
@@ -71,9 +72,7 @@ void frmMain::fillTrackingLists()
 
 void frmMain::fillMessagesPane()
 {
-    const std::unique_ptr<dao::Recordset> rs =
-        fnOpenSQL(QStringLiteral("SELECT * FROM MessagesTable ") + QStringLiteral("where (SentToName = ") +
-                  dao::quote(gRun.gstrDefaultUser) + QStringLiteral(" and Category = 'New')"));
+    const std::unique_ptr<dao::Recordset> rs = fnOpenSQL(messaging::fnPaneSql(gRun.gstrDefaultUser));
     ListViewMessages->clear();
     if (rs->RecordCount() == 0) {
         return;
