@@ -1,12 +1,14 @@
 #include "status/statuscommon.h"
 
 #include "dao/values.h"
+#include "database/objectref.h"
 #include "kernel/err.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "platform/clock.h"
 
 #include <cmath>
+#include <memory>
 
 namespace status {
 
@@ -66,6 +68,23 @@ QString trackingMirrorSql(const QString& status, const QString& trackee)
            QStringLiteral("TrackeeStatus = ") + dao::quote(status) + QStringLiteral(", ") +
            QStringLiteral("TrackeeLastUpdated = ") + dao::sqlNumber(platform::DateTimeNum(platform::Now())) +
            QStringLiteral(" ") + QStringLiteral("Where Trackee = ") + dao::quote(trackee);
+}
+
+std::optional<long long> statusTypeCode(const QString& status)
+{
+    const std::unique_ptr<dao::Recordset> rs =
+        fnOpenSQL(QStringLiteral("Select * from StatusTypesTable WHERE Status = ") + dao::quote(status));
+    std::optional<long long> code;
+    if (rs->RecordCount() > 0) {
+        // The engine's "=" ignores case; the upper-cased comparison decides.
+        for (rs->MoveFirst(); !rs->isEOF(); rs->MoveNext()) {
+            if (rs->Fields(QStringLiteral("Status")).Text().trimmed().toUpper() == status.toUpper()) {
+                code = wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
+            }
+        }
+    }
+    rs->Close();
+    return code;
 }
 
 void writeStatusFields(dao::Recordset& rs, const QString& status, const QString& changer)

@@ -8,6 +8,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 namespace status {
 
@@ -53,6 +54,11 @@ QString trackingMirrorSql(const QString& status, const QString& trackee);
 // which is in Edit; for "In" exactly, with AutoClearComments, also clears DueBack
 // and Comments and their globals ("in" keeps them).
 void writeStatusFields(dao::Recordset& rs, const QString& status, const QString& changer);
+// The code of a status word typed by hand, with no row in StatusTypesTable.
+constexpr long long kCodeTypedByHand = 4;
+// The StatusCode of the word's row in StatusTypesTable, compared upper-cased
+// (the last match wins); none when the word has no row.
+std::optional<long long> statusTypeCode(const QString& status);
 // The tray tip: gstrProgramTitle [gstrDefaultUser] 'gstrCurrentStatus', failures ignored.
 void showStatusInTrayTip();
 

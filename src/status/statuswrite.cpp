@@ -23,10 +23,8 @@ using status::Resume;
 
 namespace {
 
-// The code the look-up leaves while no row of StatusTypesTable has matched.
+// The code a failed look-up leaves.
 constexpr long long kCodeNotFound = 9999;
-// The code of a status word typed by hand.
-constexpr long long kCodeTypedByHand = 4;
 
 } // namespace
 
@@ -58,23 +56,13 @@ void subSetStatus(const QString& status)
 void subSetStatusCode(const QString& status)
 {
     try {
-        const std::unique_ptr<dao::Recordset> rs =
-            fnOpenSQL(QStringLiteral("Select * from StatusTypesTable WHERE Status = ") + dao::quote(status));
         gRun.gintStatusCode = kCodeNotFound;
-        if (rs->RecordCount() > 0) {
-            // The engine's "=" ignores case; the upper-cased comparison decides, and the last match wins.
-            for (rs->MoveFirst(); !rs->isEOF(); rs->MoveNext()) {
-                if (rs->Fields(QStringLiteral("Status")).Text().toUpper() == status.toUpper()) {
-                    gRun.gintStatusCode = status::wholeFromText(rs->Fields(QStringLiteral("StatusCode")).Text());
-                    gRun.gintOwnStatusCode = gRun.gintStatusCode;
-                    gRun.gstrCurrentStatus = status;
-                    mainScreen().setCaption(fnOwnStatusCaption());
-                }
-            }
-        }
-        rs->Close();
-        if (gRun.gintStatusCode == kCodeNotFound) {
-            gRun.gintStatusCode = kCodeTypedByHand;
+        const std::optional<long long> code = status::statusTypeCode(status);
+        gRun.gintStatusCode = code.value_or(status::kCodeTypedByHand);
+        if (code) {
+            gRun.gintOwnStatusCode = *code;
+            gRun.gstrCurrentStatus = status;
+            mainScreen().setCaption(fnOwnStatusCaption());
         }
     } catch (const VbError& e) {
         Err.Set(e);
