@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Fails when a source folder includes a header of a folder above it. The layers,
 # lowest first; a folder may include its own layer and the ones below it:
-#   platform < dao < kernel < database < status, messaging < platform/gui < the screens the board
-#   opens (messaging/gui holds the message screens) < board < start, admin < board/tools
+#   platform < dao < kernel < database < status, messaging, presence < platform/gui < the screens the
+#   board opens (messaging/gui and presence/gui hold the message and presence screens) < board < start, admin < board/tools
 set -euo pipefail
 cd "$(dirname "$0")/../src"
 
@@ -12,9 +12,9 @@ rank() {
     dao) echo 1 ;;
     kernel) echo 2 ;;
     database) echo 3 ;;
-    status | messaging) echo 4 ;;
+    status | messaging | presence) echo 4 ;;
     platform/gui) echo 5 ;;
-    statusscreens | messaging/gui | alerts | presence | servers | users | options | reports | side) echo 6 ;;
+    statusscreens | messaging/gui | presence/gui | alerts | servers | users | options | reports | side) echo 6 ;;
     board) echo 7 ;;
     start | admin) echo 8 ;;
     board/tools) echo 9 ;;

@@ -175,6 +175,13 @@ public:
     void tmrCheckForForcedShutDown_Timer();
     void tmrCheckForNewMessages_Timer();
     void tmrCheckForStatusAlerts_Timer();
+    void tmrScreenSaver_Timer();
+    void tmrDetectLockedWorkStation_Timer();
+    // tmrDetectLockedWorkStation started again (when presence sensing is allowed)
+    // with a request to the desktop to lock, without it, or stopped.
+    void subLockWorkStation();
+    void subMonitorWorkStation();
+    void subStopMonitoringWorkStation();
     // The new-messages pane and its menu (frmmain_messages.cpp).
     void ListViewMessages_MouseMove();
     void ListViewMessages_Enter();

@@ -1,7 +1,7 @@
 // frmMain's timers: the one-second count-down that drives the auto-refresh and
 // shows in panel 3, the two watchers that fire early once and then every minute,
-// and the look for a forced shutdown. Every tick runs to its end on the one
-// interface thread.
+// the look for a forced shutdown, and the two presence ticks (screen saver and
+// lock). Every tick runs to its end on the one interface thread.
 #include "board/frmmain.h"
 #include "board/refreshplan.h"
 #include "kernel/err.h"
@@ -10,7 +10,9 @@
 #include "kernel/globals.h"
 #include "messaging/gui/messagescreens.h"
 #include "platform/msgbox.h"
+#include "platform/presence.h"
 #include "platform/process.h"
+#include "presence/modscreensaver.h"
 #include "status/statuswrite.h"
 
 namespace {
@@ -38,6 +40,8 @@ void frmMain::initTimers()
     tmrCheckForForcedShutDown.start(); // the only timer on from the start
     connect(&tmrCheckForNewMessages, &QTimer::timeout, this, &frmMain::tmrCheckForNewMessages_Timer);
     connect(&tmrCheckForStatusAlerts, &QTimer::timeout, this, &frmMain::tmrCheckForStatusAlerts_Timer);
+    connect(&tmrScreenSaver, &QTimer::timeout, this, &frmMain::tmrScreenSaver_Timer);
+    connect(&tmrDetectLockedWorkStation, &QTimer::timeout, this, &frmMain::tmrDetectLockedWorkStation_Timer);
 }
 
 // Counts down from RefreshRate minutes and refreshes at 0. A minimized board
@@ -88,6 +92,37 @@ void frmMain::tmrCheckForStatusAlerts_Timer()
 {
     subCheckForStatusAlerts();
     settleAtOneMinute(tmrCheckForStatusAlerts);
+}
+
+void frmMain::tmrScreenSaver_Timer()
+{
+    lookOrTell(QStringLiteral("frmMain - tmrScreenSaver_Timer"), presence::tmrScreenSaver_Timer);
+}
+
+void frmMain::tmrDetectLockedWorkStation_Timer()
+{
+    lookOrTell(QStringLiteral("frmMain - tmrDetectLockedWorkStation_Timer"),
+               presence::tmrDetectLockedWorkStation_Timer);
+}
+
+void frmMain::subLockWorkStation()
+{
+    subMonitorWorkStation();
+    platform::presence().requestLock();
+}
+
+void frmMain::subMonitorWorkStation()
+{
+    tmrDetectLockedWorkStation.stop();
+    tmrDetectLockedWorkStation.setInterval(3000);
+    if (gSite.gblnAllowPresenceSensing) {
+        tmrDetectLockedWorkStation.start();
+    }
+}
+
+void frmMain::subStopMonitoringWorkStation()
+{
+    tmrDetectLockedWorkStation.stop();
 }
 
 // An administrator who must repair the database asks every client to leave: this

@@ -53,6 +53,7 @@ struct RunState
     long long gintStatusCode = 0;
     long long gintOwnStatusCode = 0;
     bool gblnSuppressNextLog = false;
+    bool gblnLockSetStatusOut = false;   // a lock set the status "Out"; the unlock owes the "In"
     bool gblnOutViaStatusScreen = false; // frmStatus opened by the Out command
     long long intLogRetries = 0;         // never reset during a run
     QString gstrIPAddress;

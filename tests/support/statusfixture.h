@@ -20,6 +20,7 @@ public:
     int current = -1;    // the list's current item
     bool groupButton = false;
     bool minimized = false;
+    int refreshes = 0; // calls of subRefreshUserList
     QList<ListColumn> columns;
 
     QStringList listHeaders() const override
@@ -53,6 +54,10 @@ public:
     void minimize() override
     {
         minimized = true;
+    }
+    void subRefreshUserList(const QString&) override
+    {
+        ++refreshes;
     }
     // Ann Lee, Bob Ray and Cy Dee listed, these rows selected and the first current.
     void select(const QList<int>& rows, bool button = true)
