@@ -3,6 +3,7 @@
 #include "alerts/frmstatuschangealert.h"
 #include "boardfixture.h"
 #include "platform/clock.h"
+#include "realclient.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -19,6 +20,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QTabBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -406,6 +408,7 @@ private slots:
     void followingPeople()
     {
         Board b;
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); // the watcher's limit is written with a point
         b.site.person("Cy Dee").tracking("Ann Lee", "Bob Ray").tracking("Cy Dee", "Bob Ray");
         frmMain& f = b.openOnEveryone();
         const auto rows = [&] {
@@ -450,6 +453,52 @@ private slots:
         f.mnuRemoveAlert_Click();
         QCOMPARE(rows(), "2/3");
         QCOMPARE(following->topLevelItemCount(), 2);
+    }
+
+    // Two real clients: Bob Ray's, started with "Busy", writes it through to his
+    // followers; Ann Lee's, started next, pops it with the status-alert sound at
+    // its first look, three seconds after its board opens.
+    void followedChangeReachesAnotherClient()
+    {
+        Board b;
+        b.site.execute("UPDATE EmployeeTable SET UID = 'alee' WHERE Name = 'Ann Lee'");
+        b.site.execute("UPDATE EmployeeTable SET UID = 'bray' WHERE Name = 'Bob Ray'");
+        b.site.tracking("Ann Lee", "Bob Ray", "In", 0);
+        QTemporaryDir bobsDesk, annsDesk, bobsRun, annsRun;
+        QFile::copy(b.site.iniPath(), bobsDesk.filePath("veskor.ini"));
+        QFile::copy(b.site.iniPath(), annsDesk.filePath("veskor.ini"));
+        RealClient bob(bobsDesk.path(), {"-UID:bray", "-STS:Busy"}, {}, bobsRun.path());
+        QTRY_COMPARE_WITH_TIMEOUT(b.site.value("SELECT TrackeeStatus FROM EmployeeStatusTracking"), "Busy", 20000);
+        RealClient ann(annsDesk.path(), {"-UID:alee"}, {}, annsRun.path());
+        QTRY_VERIFY_WITH_TIMEOUT(ann.shellRequests().contains("veskor-status-alert.wav"), 30000);
+        QCOMPARE(ann.boxesShown() + bob.boxesShown(), QByteArray());
+    }
+
+    void presenceTimers_data()
+    {
+        QTest::addColumn<bool>("allowed");
+        QTest::newRow("sensing on") << true;
+        QTest::newRow("sensing off") << false;
+    }
+
+    // AllowPresenceSensing starts both presence timers, or neither; the lock
+    // routine starts the lock's watch again only where it is allowed, and asks
+    // the desktop to lock either way.
+    void presenceTimers()
+    {
+        QFETCH(bool, allowed);
+        Board b;
+        b.site.setting("AllowPresenceSensing", allowed ? "True" : "False");
+        b.form = static_cast<frmMain*>(frmMain::load());
+        b.form->Form_Activate();
+        auto* lock = b.child<QTimer>("tmrDetectLockedWorkStation");
+        QCOMPARE(b.child<QTimer>("tmrScreenSaver")->isActive(), allowed);
+        QCOMPARE(lock->isActive(), allowed);
+        b.form->subStopMonitoringWorkStation();
+        QVERIFY(!lock->isActive());
+        b.form->subLockWorkStation();
+        QCOMPARE(lock->isActive(), allowed);
+        QCOMPARE(b.gw.presence().lockRequests, 1);
     }
 };
 
