@@ -178,7 +178,7 @@ void frmServers::subGetRemoteServers()
 // the row's own text.
 void frmServers::ListViewServers_ItemClick()
 {
-    QTreeWidgetItem* row = ListViewServers->currentItem();
+    QTreeWidgetItem* row = selectedRow();
     if (ListViewServers->topLevelItemCount() > 0 && row) {
         gstrRemoteDataPath = row->text(1).trimmed();
         cmdOKServers->setEnabled(true);
@@ -191,9 +191,17 @@ void frmServers::refuse(const QString& prompt, int flags, const QString& title)
     MsgBox(prompt, flags, title);
 }
 
+// The row chosen by a click, the keys or a screen reader: the selected one, which
+// need not be the current one.
+QTreeWidgetItem* frmServers::selectedRow() const
+{
+    const QList<QTreeWidgetItem*> rows = ListViewServers->selectedItems();
+    return rows.isEmpty() ? nullptr : rows.first();
+}
+
 void frmServers::cmdOKServers_Click()
 {
-    QTreeWidgetItem* row = ListViewServers->currentItem();
+    QTreeWidgetItem* row = selectedRow();
     if (!row) {
         return;
     }

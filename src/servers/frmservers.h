@@ -9,6 +9,7 @@ class QLabel;
 class QPushButton;
 class QStatusBar;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 class frmServers : public QDialog
 {
@@ -42,6 +43,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QTreeWidgetItem* selectedRow() const;
     void setStatusText(const QString& text);
     // The steps of OK once the folder is known; false when it was refused.
     bool connectTo(const QString& folder);
