@@ -33,12 +33,16 @@ struct Sites : BoardFixture
         platform::setMountTable(mounts);
         open().subRefreshUserList("Sales");
     }
-    // OK on a row with that folder; the words left in the status bar.
+    // OK on a row with that folder, selected as a screen reader does, the current
+    // row left on another; the words left in the status bar.
     QString connect(const QString& folder)
     {
         frmServers screen(form);
         screen.Form_Load();
-        screen.ListViewServers->setCurrentItem(new QTreeWidgetItem(screen.ListViewServers, {folder}));
+        screen.ListViewServers->setCurrentItem(new QTreeWidgetItem(screen.ListViewServers, {"\\\\elsewhere\\x\\"}));
+        auto* row = new QTreeWidgetItem(screen.ListViewServers, {folder});
+        screen.ListViewServers->clearSelection();
+        row->setSelected(true);
         screen.cmdOKServers_Click();
         return screen.statusText();
     }
