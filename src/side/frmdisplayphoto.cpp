@@ -64,7 +64,10 @@ frmDisplayPhoto::frmDisplayPhoto(QWidget* parent) : QDialog(parent)
     picPortal->setMinimumSize(320, 320);
     chkSizeToFit =
         named(new QCheckBox(QStringLiteral("Size to fit"), this), "chkSizeToFit", QStringLiteral("Size to fit"));
-    Label12 = named(new QLabel(this), "Label12", QStringLiteral("Picture file"));
+    // Read out by its text, the file's path or "No Photo on File.".
+    Label12 = new QLabel(this);
+    Label12->setObjectName(QStringLiteral("Label12"));
+    Label12->setAccessibleDescription(QStringLiteral("Picture file"));
     Label12->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
     cmdCancel_Photo =
         named(new QPushButton(QStringLiteral("&Close"), this), "cmdCancel_Photo", QStringLiteral("Close"));
@@ -88,8 +91,9 @@ frmDisplayPhoto::frmDisplayPhoto(QWidget* parent) : QDialog(parent)
     layout->addLayout(panes, 1);
     layout->addLayout(buttons);
 
-    connect(ListViewPhoto, &QTreeWidget::currentItemChanged, this,
-            [this](QTreeWidgetItem* item) { ListViewPhoto_Click(item); });
+    // The row chosen by a click, the keys or a screen reader: the selected one.
+    connect(ListViewPhoto, &QTreeWidget::itemSelectionChanged, this,
+            [this] { ListViewPhoto_Click(ListViewPhoto->selectedItems().value(0)); });
     connect(chkSizeToFit, &QCheckBox::clicked, this, &frmDisplayPhoto::chkSizeToFit_Click);
     connect(cmdCancel_Photo, &QPushButton::clicked, this, &QDialog::reject);
     const auto help = [] {

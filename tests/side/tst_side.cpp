@@ -94,6 +94,9 @@ private slots:
         QTEST(photo.Label12->text().replace(folder, QStringLiteral("@")), "shown");
         QTEST(!photo.Image1.isNull(), "picture");
         QCOMPARE(photo.picPhoto->pixmap().isNull(), photo.Image1.isNull());
+        photo.ListViewPhoto->clearSelection(); // then a row chosen as a screen reader does
+        photo.ListViewPhoto->topLevelItem(1)->setSelected(true);
+        QVERIFY(photo.Label12->text().endsWith(QStringLiteral("bob.png")));
         QCOMPARE(f.gw.boxes().count(), 0);
     }
 
