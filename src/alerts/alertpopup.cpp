@@ -2,6 +2,7 @@
 
 #include "alerts/modalerts.h"
 #include "kernel/globals.h"
+#include "platform/gui/spoken.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -50,7 +51,7 @@ QPushButton* AlertPopUp::addButton(const QString& name, const QString& caption, 
 {
     auto* button = new QPushButton(caption, this);
     button->setObjectName(name);
-    button->setAccessibleName(QString(caption).remove(QLatin1Char('&')));
+    button->setAccessibleName(spokenCaption(caption));
     button->setToolTip(toolTip);
     button->setAccessibleDescription(toolTip);
     return button;

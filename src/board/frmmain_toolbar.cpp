@@ -9,6 +9,7 @@
 #include "kernel/err.h"
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
+#include "platform/gui/spoken.h"
 #include "status/statuscommon.h"
 #include "status/statuswrite.h"
 
@@ -104,8 +105,7 @@ void nameForScreenReaders(QToolBar* bar, QAction* button)
 {
     QWidget* widget = bar->widgetForAction(button);
     if (widget) {
-        QString caption = button->text();
-        caption.remove(QLatin1Char('&'));
+        const QString caption = spokenCaption(button->text());
         widget->setAccessibleName(caption.isEmpty() ? button->data().toString() : caption);
         widget->setAccessibleDescription(button->toolTip());
     }

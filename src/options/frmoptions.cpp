@@ -4,6 +4,7 @@
 
 #include "kernel/globals.h"
 #include "platform/gui/screenplace.h"
+#include "platform/gui/spoken.h"
 #include "platform/shell.h"
 
 #include <QButtonGroup>
@@ -21,22 +22,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-// What a screen reader says for a caption: the text as shown, without the
-// access key's marker ("&&" shows one "&").
-QString shownText(QString caption)
-{
-    caption.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
-    caption.remove(QLatin1Char('&'));
-    return caption.replace(QLatin1Char('\x01'), QLatin1Char('&'));
-}
-
-template <typename Control> Control* named(Control* control, const char* name, const QString& caption)
-{
-    control->setObjectName(QString::fromLatin1(name));
-    control->setAccessibleName(shownText(caption));
-    return control;
-}
 
 QCheckBox* checkBox(QFrame* frame, const char* name, const QString& caption)
 {

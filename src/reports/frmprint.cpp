@@ -8,6 +8,7 @@
 #include "kernel/errorboxes.h"
 #include "kernel/globals.h"
 #include "platform/gui/screenplace.h"
+#include "platform/gui/spoken.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "reports/reportpage.h"
@@ -29,14 +30,6 @@
 using namespace platform;
 
 namespace {
-
-// The caption without its access key's marker: what a screen reader says.
-template <typename Control> Control* named(Control* control, const QString& name, const QString& caption)
-{
-    control->setObjectName(name);
-    control->setAccessibleName(QString(caption).remove(QLatin1Char('&')));
-    return control;
-}
 
 QList<QRadioButton*> choices(QWidget* parent, const char* name, const QStringList& captions)
 {

@@ -9,6 +9,7 @@
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
 #include "platform/gui/screenplace.h"
+#include "platform/gui/spoken.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 #include "servers/serverconnection.h"
@@ -36,10 +37,7 @@ constexpr int kHelpContext = 0;
 
 QPushButton* namedButton(QWidget* parent, const char* name, const QString& caption)
 {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setAccessibleName(QString(caption).remove(QLatin1Char('&')));
-    return button;
+    return named(new QPushButton(caption, parent), QString::fromLatin1(name), caption);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "database/moddatabase.h"
 #include "database/objectref.h"
 #include "kernel/globals.h"
+#include "platform/gui/spoken.h"
 #include "platform/mounts.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
@@ -25,13 +26,6 @@
 namespace {
 
 const QString kProcedure = QStringLiteral("frmDisplayPhoto - Form_Load event");
-
-template <typename Control> Control* named(Control* control, const char* name, const QString& spoken)
-{
-    control->setObjectName(QString::fromLatin1(name));
-    control->setAccessibleName(spoken);
-    return control;
-}
 
 // The folder as the administrator wrote it, closed with the separator of its
 // kind: a backslash for a Windows path, else a slash.

@@ -1,6 +1,7 @@
 #include "statusscreens/screenparts.h"
 
 #include "dao/dao.h"
+#include "platform/gui/spoken.h"
 
 #include <QDialog>
 #include <QEvent>
@@ -164,14 +165,6 @@ void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column)
     editor->setFocus();
 }
 
-QString plainCaption(const QString& caption)
-{
-    QString plain = caption;
-    return plain.replace(QLatin1String("&&"), QLatin1String("\x01"))
-        .remove(QLatin1Char('&'))
-        .replace(QLatin1Char('\x01'), QLatin1Char('&'));
-}
-
 QGridLayout* frameScreen(QDialog* screen, std::initializer_list<QWidget*> column, const ScreenButtons& buttons)
 {
     auto* layout = new QGridLayout(screen);
@@ -181,7 +174,7 @@ QGridLayout* frameScreen(QDialog* screen, std::initializer_list<QWidget*> column
     }
     auto* stack = new QVBoxLayout;
     for (QPushButton* button : {buttons.ok, buttons.cancel, buttons.help}) {
-        button->setAccessibleName(plainCaption(button->text()));
+        button->setAccessibleName(spokenCaption(button->text()));
         stack->addWidget(button);
     }
     stack->addStretch();

@@ -61,8 +61,6 @@ void layEditorOver(QTableWidget* grid, QLineEdit* editor, int row, int column);
 // destructor would hide it later, and a box losing the focus then would call
 // back into a screen already taken apart. Screens call it from their destructor.
 void hideForTeardown(QDialog* screen);
-// The label's text without the ampersand of its access key: an accessible name.
-QString plainCaption(const QString& caption);
 
 // The frame both screens share: the controls one under the other, OK, Cancel and
 // Help down the right (named for screen readers by their captions, OK the

@@ -7,6 +7,7 @@
 #include "messaging/gui/messagescreens.h"
 #include "messaging/messagestore.h"
 #include "platform/gui/screenplace.h"
+#include "platform/gui/spoken.h"
 #include "platform/msgbox.h"
 #include "platform/shell.h"
 
@@ -24,16 +25,6 @@
 #include <QVBoxLayout>
 
 QString gstrMessageAction;
-
-namespace {
-
-// The label's text without the ampersand of its access key.
-QString plain(QString caption)
-{
-    return caption.remove(QLatin1Char('&'));
-}
-
-} // namespace
 
 frmMessage::frmMessage(QWidget* parent)
     : QMainWindow(parent), txtMsgID(new QLineEdit(this)), txtCategory(new QLineEdit(this)),
@@ -89,16 +80,16 @@ frmMessage::frmMessage(QWidget* parent)
     txtCategory->setAccessibleName(QStringLiteral("Category"));
     txtOriginalSent->setAccessibleName(QStringLiteral("Original Sent"));
     lblTakenBy->setAccessibleName(lblTakenByCaption->text());
-    cmdTo->setAccessibleName(plain(cmdTo->text()));
-    txtTo->setAccessibleName(plain(cmdTo->text()));
-    txtFrom->setAccessibleName(plain(lblFrom->text()));
-    txtSubject->setAccessibleName(plain(lblSubject->text()));
+    cmdTo->setAccessibleName(spokenCaption(cmdTo->text()));
+    txtTo->setAccessibleName(spokenCaption(cmdTo->text()));
+    txtFrom->setAccessibleName(spokenCaption(lblFrom->text()));
+    txtSubject->setAccessibleName(spokenCaption(lblSubject->text()));
     txtBody->setAccessibleName(QStringLiteral("Message"));
     imgTarget->setAccessibleName(QStringLiteral("Message picture"));
     ToolbarNewMessage->setAccessibleName(QStringLiteral("Message commands"));
     StatusBarNewMessage->setAccessibleName(QStringLiteral("Status"));
     for (QLabel* text : {lblTakenByCaption, lblFrom, lblSubject, lblLastUsed, lblTip}) {
-        text->setAccessibleName(plain(text->text()));
+        text->setAccessibleName(spokenCaption(text->text()));
     }
 
     auto* fields = new QGridLayout;

@@ -2,6 +2,7 @@
 
 #include "kernel/globals.h"
 #include "platform/gui/screenplace.h"
+#include "platform/gui/spoken.h"
 #include "platform/presence.h"
 
 #include <QHBoxLayout>
@@ -15,10 +16,7 @@ constexpr int kLookEveryMs = 3000;
 
 QPushButton* button(const QString& caption, const char* name, QWidget* parent)
 {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    b->setAccessibleName(QString(caption).remove(QLatin1Char('&')));
-    return b;
+    return named(new QPushButton(caption, parent), QString::fromLatin1(name), caption);
 }
 
 } // namespace
