@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QTest>
 #include <memory>
+#include <optional>
 
 using platform::DBusPresence;
 
@@ -25,18 +26,14 @@ const QString kSession = QStringLiteral("org.freedesktop.login1.Session");
 const QString kSessionPath = QStringLiteral("/org/freedesktop/login1/session/_32");
 constexpr int kNever = 600000; // no re-ask while a test runs: only signals and watchers count
 
-QDBusConnection connectTo(const QString& address)
-{
-    return privateConnection(address);
-}
-
 // Desktop services on a connection of their own, every path answered by this one
 // object. Screen savers answer GetActive with `active`; logind hands out
 // kSessionPath and reads `active` as LockedHint. Every call is recorded.
 class FakeDesktop : public QDBusVirtualObject
 {
 public:
-    FakeDesktop(const QString& address, const QStringList& services) : m_bus(connectTo(address)), m_services(services)
+    FakeDesktop(const QString& address, const QStringList& services)
+        : m_bus(privateConnection(address)), m_services(services)
     {
         m_bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
         for (const QString& service : services) {
@@ -113,109 +110,83 @@ class TestPresence : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<PrivateBus> m_sessionBus;
-    std::unique_ptr<PrivateBus> m_systemBus;
-    QString m_session;
-    QString m_system;
+    PrivateBus m_sessionBus, m_systemBus;
+    const QString m_session = m_sessionBus.address(), m_system = m_systemBus.address();
 
-    std::unique_ptr<DBusPresence> presenceOn(const QString& session, const QString& system, int reaskMs = kNever)
+    std::unique_ptr<DBusPresence> presenceOn(int reaskMs = kNever)
     {
-        return std::make_unique<DBusPresence>(connectTo(session), connectTo(system), reaskMs);
+        return std::make_unique<DBusPresence>(privateConnection(m_session), privateConnection(m_system), reaskMs);
     }
 
 private slots:
     void initTestCase()
     {
-        m_sessionBus = std::make_unique<PrivateBus>();
-        m_systemBus = std::make_unique<PrivateBus>();
-        m_session = m_sessionBus->address();
-        m_system = m_systemBus->address();
         if (m_session.isEmpty() || m_system.isEmpty()) {
             QSKIP("dbus-daemon cannot start here");
         }
     }
 
-    void cleanupTestCase()
+    void desktops_data()
     {
-        m_sessionBus.reset();
-        m_systemBus.reset();
-    }
-
-    void screenSaverOfEachDesktop_data()
-    {
-        QTest::addColumn<QStringList>("services");
+        QTest::addColumn<QStringList>("services"); // on the session bus
         QTest::addColumn<QString>("notSupported");
-        QTest::addColumn<bool>("locked"); // while the saver is active
-        QTest::addColumn<QString>("lockCall");
+        QTest::addColumn<QString>("sessionId"); // the one GetSession argument logind answers; none: no logind
+        QTest::addColumn<bool>("refuseLock");   // by logind
+        QTest::addColumn<int>("state");         // while active: 1 the saver running, 2 the session locked
+        QTest::addColumn<QStringList>("lockCalls");
         const QString mate = QStringLiteral("org.mate.ScreenSaver");
         const QString cinnamon = QStringLiteral("org.cinnamon.ScreenSaver");
         const QString xfce = QStringLiteral("org.xfce.ScreenSaver");
-        QTest::newRow("GNOME, its proxy not supporting")
-            << QStringList{kGnome, kFreedesktop} << kFreedesktop << false << kGnome + ".Lock()";
-        QTest::newRow("Xfce light-locker: blanked")
-            << QStringList{kGnome, kFreedesktop} << QString() << false << kGnome + ".Lock()";
-        QTest::newRow("KDE: locked") << QStringList{kFreedesktop} << QString() << true << kFreedesktop + ".Lock()";
-        QTest::newRow("MATE") << QStringList{mate} << QString() << true << mate + ".Lock()";
-        QTest::newRow("Cinnamon: Lock takes a message")
-            << QStringList{cinnamon} << QString() << true << cinnamon + ".Lock(\"\")";
-        QTest::newRow("xfce4-screensaver") << QStringList{xfce} << QString() << true << xfce + ".Lock()";
+        const auto row = [](const char* name, const QStringList& services, const QString& notSupported,
+                            const QString& sessionId, bool refuseLock, int state, const QStringList& lockCalls) {
+            QTest::newRow(name) << services << notSupported << sessionId << refuseLock << state << lockCalls;
+        };
+        const QString logindLock = kSession + ".Lock()";
+        row("GNOME, its proxy not supporting", {kGnome, kFreedesktop}, kFreedesktop, {}, false, 1,
+            {kGnome + ".Lock()"});
+        row("Xfce light-locker: blanked", {kGnome, kFreedesktop}, {}, {}, false, 1, {kGnome + ".Lock()"});
+        row("KDE: locked", {kFreedesktop}, {}, {}, false, 3, {kFreedesktop + ".Lock()"});
+        row("MATE", {mate}, {}, {}, false, 3, {mate + ".Lock()"});
+        row("Cinnamon: Lock takes a message", {cinnamon}, {}, {}, false, 3, {cinnamon + ".Lock(\"\")"});
+        row("xfce4-screensaver", {xfce}, {}, {}, false, 3, {xfce + ".Lock()"});
+        row("logind, auto: it locks", {}, {}, "auto", false, 2, {logindLock});
+        row("logind, XDG_SESSION_ID: it refuses, the saver locks", {}, {}, "c7", true, 2,
+            {logindLock, kGnome + ".Lock()"});
     }
 
-    // The first answer, then the cache following ActiveChanged alone, then a lock
-    // request going to the saver when there is no logind.
-    void screenSaverOfEachDesktop()
+    // The first answer, then the cache following ActiveChanged or PropertiesChanged
+    // alone, then a lock request going to logind first, else to the saver. Beside
+    // logind stands an idle GNOME saver.
+    void desktops()
     {
         QFETCH(QStringList, services);
         QFETCH(QString, notSupported);
-        QFETCH(bool, locked);
-        QFETCH(QString, lockCall);
-        FakeDesktop desktop(m_session, services);
-        desktop.notSupported = notSupported;
-        auto presence = presenceOn(m_session, m_system);
-        QTRY_VERIFY(presence->screenSaverRunning());
-        QCOMPARE(presence->sessionLocked(), locked);
-        desktop.signalActive(false);
-        QTRY_VERIFY(!presence->screenSaverRunning());
-        QVERIFY(!presence->sessionLocked());
-        desktop.signalActive(true);
-        QTRY_VERIFY(presence->screenSaverRunning());
-        QCOMPARE(presence->sessionLocked(), locked);
-        QVERIFY(presence->requestLock());
-        QTRY_COMPARE(desktop.callsOf("Lock"), QStringList{lockCall});
-    }
-
-    void logind_data()
-    {
-        QTest::addColumn<QString>("sessionId"); // the one GetSession argument logind answers
-        QTest::addColumn<bool>("refuseLock");
-        QTest::addColumn<QString>("saverLockCall");
-        QTest::newRow("auto, logind locks") << "auto" << false << QString();
-        QTest::newRow("XDG_SESSION_ID, logind refuses, the saver locks") << "c7" << true << kGnome + ".Lock()";
-    }
-
-    // LockedHint of the session found, followed by PropertiesChanged; Session.Lock
-    // asked first.
-    void logind()
-    {
         QFETCH(QString, sessionId);
         QFETCH(bool, refuseLock);
-        QFETCH(QString, saverLockCall);
+        QFETCH(int, state);
+        QFETCH(QStringList, lockCalls);
         qputenv("XDG_SESSION_ID", "c7");
-        FakeDesktop saver(m_session, {kGnome});
-        saver.active = false;
-        FakeDesktop login1(m_system, {kLogin1});
-        login1.sessionId = sessionId;
-        login1.refuseLock = refuseLock;
-        auto presence = presenceOn(m_session, m_system);
-        QTRY_VERIFY(presence->sessionLocked());
-        QVERIFY(!presence->screenSaverRunning());
-        login1.signalActive(false);
-        QTRY_VERIFY(!presence->sessionLocked());
-        login1.signalActive(true);
-        QTRY_VERIFY(presence->sessionLocked());
+        FakeDesktop saver(m_session, sessionId.isEmpty() ? services : QStringList{kGnome});
+        saver.notSupported = notSupported;
+        saver.active = sessionId.isEmpty();
+        std::optional<FakeDesktop> login1;
+        if (!sessionId.isEmpty()) {
+            login1.emplace(m_system, QStringList{kLogin1});
+            login1->sessionId = sessionId;
+            login1->refuseLock = refuseLock;
+        }
+        FakeDesktop& signaller = login1 ? *login1 : saver;
+        auto presence = presenceOn();
+        const auto now = [&] {
+            return int(presence->screenSaverRunning()) + 2 * int(presence->sessionLocked());
+        };
+        QTRY_COMPARE(now(), state);
+        signaller.signalActive(false);
+        QTRY_COMPARE(now(), 0);
+        signaller.signalActive(true);
+        QTRY_COMPARE(now(), state);
         QVERIFY(presence->requestLock());
-        QTRY_COMPARE(login1.callsOf("Lock"), QStringList{kSession + ".Lock()"});
-        QTRY_COMPARE(saver.callsOf("Lock"), saverLockCall.isEmpty() ? QStringList() : QStringList{saverLockCall});
+        QTRY_COMPARE((login1 ? login1->callsOf("Lock") : QStringList()) + saver.callsOf("Lock"), lockCalls);
         qunsetenv("XDG_SESSION_ID");
     }
 
@@ -243,8 +214,8 @@ private slots:
         }
         QElapsedTimer took;
         took.start();
-        DBusPresence presence(buses ? connectTo(m_session) : QDBusConnection(QStringLiteral("none")),
-                              buses ? connectTo(m_system) : QDBusConnection(QStringLiteral("none")), 0);
+        DBusPresence presence(buses ? privateConnection(m_session) : QDBusConnection(QStringLiteral("none")),
+                              buses ? privateConnection(m_system) : QDBusConnection(QStringLiteral("none")), 0);
         for (int i = 0; i < 1000; ++i) {
             QVERIFY(!presence.screenSaverRunning());
             QVERIFY(!presence.sessionLocked());
@@ -264,7 +235,7 @@ private slots:
     // is forgotten, with no re-asking to find them.
     void desktopStartingLater()
     {
-        auto presence = presenceOn(m_session, m_system);
+        auto presence = presenceOn();
         QTest::qWait(100);
         auto saver = std::make_unique<FakeDesktop>(m_session, QStringList{kFreedesktop});
         QTRY_VERIFY(presence->screenSaverRunning());
@@ -281,7 +252,7 @@ private slots:
     {
         FakeDesktop saver(m_session, {kGnome});
         saver.active = false;
-        auto presence = presenceOn(m_session, m_system, 400);
+        auto presence = presenceOn(400);
         QTRY_COMPARE(saver.callsOf("GetActive").size(), 1);
         saver.active = true;
         QElapsedTimer since;
