@@ -1,7 +1,6 @@
-// The real programs, run offscreen on a site: the client `user` writing a status
-// from its command line, refusing a file, ended from outside
-// and started twice; and inicheck waiting out a forced shutdown before it starts
-// the client again.
+// The real programs, run offscreen on a site: the client `user` refusing a file,
+// ended from outside, writing a status from its command line and started twice;
+// and inicheck waiting out a forced shutdown before it starts the client again.
 #include "dao/dao.h"
 #include "database/site.h"
 #include "otherclient.h"
@@ -41,31 +40,6 @@ class TestClient : public QObject
     Q_OBJECT
 
 private slots:
-    void statusFromTheCommandLine()
-    {
-        TempSite site;
-        site.person("Jo Bloggs", "jo").person("Ann Lee", "alee").status("Jo Bloggs", "Out");
-        RealClient client(site.path(), {"-UID:jo", "-STS:Busy"});
-
-        // The write lands within a few seconds; the client then runs on until stopped.
-        const auto written = [&] {
-            return site.value("SELECT Status & '|' & ActiveFlag FROM EmployeeTable WHERE Name = \"Jo Bloggs\"") ==
-                       "Busy|Yes" &&
-                   site.value("SELECT Count(*) FROM TransactionLogTable WHERE Status = \"Busy\"") == "1";
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(written(), 20000);
-        // The board's Load (AutoLogIn's "In") ran before the given status, not after it.
-        QTest::qWait(3000);
-        QVERIFY(written());
-        QCOMPARE(client.process.state(), QProcess::Running);
-        // The log row names who and where: login, machine and address are all known at start.
-        for (const char* column : {"NetworkLogonID", "ComputerName", "IPAddress"}) {
-            const QString sql = "SELECT %1 FROM TransactionLogTable WHERE Status = \"Busy\"";
-            QVERIFY2(!site.value(sql.arg(QLatin1String(column))).isEmpty(), column);
-        }
-        QCOMPARE(client.boxesShown(), QByteArray()); // no box on the way
-    }
-
     void refusedFile_data()
     {
         QTest::addColumn<QString>("refusal");
@@ -177,24 +151,35 @@ private slots:
         QCOMPARE(client.boxesShown(), QByteArray());
     }
 
-    void secondStart()
+    // The status of the command line lands after the board's Load (AutoLogIn's
+    // "In"), not before it, with a log row naming the login, machine and address.
+    // The same person started again leaves at once and leaves the first one's row,
+    // socket and lock file alone; another person on the same desktop goes on.
+    void statusThenSecondStart()
     {
         TempSite site;
-        site.person(kJo, "jo").person(kAnn, "alee");
+        site.person(kJo, "jo").person(kAnn, "alee").status(kJo, "Out");
         QTemporaryDir runtime;
-        RealClient first(site.path(), {"-UID:jo"}, {}, runtime.path());
-        QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kJo), 20000);
+        RealClient first(site.path(), {"-UID:jo", "-STS:Busy"}, {}, runtime.path());
+        const auto written = [&] {
+            return fieldOf(site, kJo, "Status & '|' & ActiveFlag") == "Busy|Yes" &&
+                   site.value("SELECT Count(*) FROM TransactionLogTable WHERE Status = \"Busy\"") == "1";
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(written(), 20000);
+        QTest::qWait(3000);
+        QVERIFY(written());
+        for (const char* column : {"NetworkLogonID", "ComputerName", "IPAddress"}) {
+            const QString sql = "SELECT %1 FROM TransactionLogTable WHERE Status = \"Busy\"";
+            QVERIFY2(!site.value(sql.arg(QLatin1String(column))).isEmpty(), column);
+        }
         const QStringList firstBoards = leftIn(runtime);
 
-        // The same person again: it leaves at once, and leaves the first one's row,
-        // socket and lock file alone.
         RealClient second(site.path(), {"-UID:jo"}, {}, runtime.path());
         QVERIFY(second.finishedCleanly());
         QCOMPARE(first.process.state(), QProcess::Running);
-        QVERIFY(isActive(site, kJo));
+        QVERIFY(written());
         QCOMPARE(leftIn(runtime), firstBoards);
 
-        // Another person on the same desktop goes on.
         RealClient other(site.path(), {"-UID:alee"}, {}, runtime.path());
         QTRY_VERIFY_WITH_TIMEOUT(isActive(site, kAnn), 20000);
         QTest::qWait(500);
