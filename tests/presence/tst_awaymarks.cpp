@@ -24,21 +24,18 @@ private slots:
         QTest::addColumn<QString>("finalStatus");
         QTest::addColumn<long long>("logRows");
         QTest::addColumn<int>("refreshes");
+        const auto row = [](const char* name, bool updateOnLock, const QString& status, const QStringList& events,
+                            const QString& codes, const QString& finalStatus, long long logRows, int refreshes) {
+            QTest::newRow(name) << updateOnLock << status << events << codes << finalStatus << logRows << refreshes;
+        };
         const QStringList saverThenLock{"saver", "lock", "nosaver", "unlock"};
-        QTest::newRow("saver and back") << false << "Busy" << QStringList{"saver", "nosaver"} << "10 2"
-                                        << "Busy" << 0LL << 1;
-        QTest::newRow("typed status comes back as 4")
-            << false << "At the dentist" << QStringList{"saver", "nosaver"} << "10 4"
-            << "At the dentist" << 0LL << 1;
-        QTest::newRow("the lock wins over the saver") << false << "Busy" << saverThenLock << "10 11 11 2"
-                                                      << "Busy" << 0LL << 1;
-        QTest::newRow("a saver behind a lock changes nothing")
-            << false << "In" << QStringList{"lock", "lock", "saver", "nosaver", "unlock"} << "11 11 11 11 3"
-            << "In" << 0LL << 1;
-        QTest::newRow("lock sets Out, unlock In") << true << "Busy" << QStringList{"lock", "unlock"} << "1 3"
-                                                  << "In" << 2LL << 0;
-        QTest::newRow("Out after the saver is not logged") << true << "Busy" << saverThenLock << "10 1 1 3"
-                                                           << "In" << 1LL << 0;
+        row("saver and back", false, "Busy", {"saver", "nosaver"}, "10 2", "Busy", 0, 1);
+        row("typed status back as 4", false, "At the dentist", {"saver", "nosaver"}, "10 4", "At the dentist", 0, 1);
+        row("the lock wins over the saver", false, "Busy", saverThenLock, "10 11 11 2", "Busy", 0, 1);
+        row("a saver behind a lock changes nothing", false, "In", {"lock", "lock", "saver", "nosaver", "unlock"},
+            "11 11 11 11 3", "In", 0, 1);
+        row("lock sets Out, unlock In", true, "Busy", {"lock", "unlock"}, "1 3", "In", 2, 0);
+        row("Out after the saver is not logged", true, "Busy", saverThenLock, "10 1 1 3", "In", 1, 0);
     }
 
     // Each event sets what the desktop answers and runs the tick that asks it.
