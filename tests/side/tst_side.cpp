@@ -51,18 +51,16 @@ private slots:
         QTest::addColumn<bool>("onDisk");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<bool>("picture");
-        QTest::newRow("no file named") << "@"
-                                       << "" << false << "No Photo on File." << false;
-        QTest::newRow("separator added") << "@"
-                                         << "ann.png" << true << "@/ann.png" << true;
-        QTest::newRow("separator kept") << "@/"
-                                        << "ann.png" << true << "@/ann.png" << true;
-        QTest::newRow("file missing") << "@"
-                                      << "gone.png" << false << "@/gone.png" << false;
-        QTest::newRow("Windows folder") << "\\\\srv\\photos"
-                                        << "ann.png" << false << "\\\\srv\\photos\\ann.png" << false;
-        QTest::newRow("no folder: the name alone") << "-"
-                                                   << "ann.png" << true << "ann.png" << true;
+        const auto row = [](const char* name, const char* photoPath, const char* fileName, bool onDisk,
+                            const char* shown, bool picture) {
+            QTest::newRow(name) << QString(photoPath) << QString(fileName) << onDisk << QString(shown) << picture;
+        };
+        row("no file named", "@", "", false, "No Photo on File.", false);
+        row("separator added", "@", "ann.png", true, "@/ann.png", true);
+        row("separator kept", "@/", "ann.png", true, "@/ann.png", true);
+        row("file missing", "@", "gone.png", false, "@/gone.png", false);
+        row("Windows folder", "\\\\srv\\photos", "ann.png", false, "\\\\srv\\photos\\ann.png", false);
+        row("no folder: the name alone", "-", "ann.png", true, "ann.png", true);
     }
     void photo()
     {
