@@ -189,14 +189,16 @@ private slots:
                               "Browser Error - Press OK to continue."}));
     }
 
-    // Each panel keeps its own tip: the security levels have panels of their own and
-    // leave the database path's tip alone. The list's right-click opens the menu its
-    // hint speaks of.
-    void statusBarAndListMenu()
+    // The board on screen. Each panel keeps its own tip: the security levels have
+    // panels of their own and leave the database path's tip alone. Every control a
+    // person can reach is named for screen readers, also the toolbar's buttons when
+    // they show no caption. The list's right-click opens the menu its hint speaks of.
+    void shownBoard()
     {
         Board b;
         subReadOptions();
         subReadUserSettings("Ann Lee");
+        b.form->subLoadToolBarButtons();
         b.show(900, 600);
         QCOMPARE(b.form->panelToolTip(2), "Current database path");
         QCOMPARE(b.form->panelToolTip(3), "Countdown to next Auto-Refresh");
@@ -204,21 +206,6 @@ private slots:
         QVERIFY(b.form->panelToolTip(5).startsWith("User Security is "));
         QCOMPARE(b.form->panelText(4), b.form->panelToolTip(4));
 
-        QWidget* rows = b.list()->viewport();
-        QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10), rows->mapToGlobal(QPoint(10, 10)));
-        QCoreApplication::sendEvent(rows, &click);
-        QMenu* commands = b.child<QMenu>("mnuCommands");
-        QTRY_VERIFY(commands->isVisible());
-        commands->close();
-    }
-
-    // Every control a person can reach is named for screen readers, also the toolbar's
-    // buttons when they show no caption.
-    void everyControlIsNamed()
-    {
-        Board b;
-        b.form->subLoadToolBarButtons();
-        b.show(900, 600);
         QStringList unnamed;
         for (QWidget* control : b.form->findChildren<QWidget*>()) {
             const bool reachable = qobject_cast<QAbstractButton*>(control) || qobject_cast<QLineEdit*>(control) ||
@@ -232,6 +219,13 @@ private slots:
             }
         }
         QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(", ")));
+
+        QWidget* rows = b.list()->viewport();
+        QContextMenuEvent click(QContextMenuEvent::Mouse, QPoint(10, 10), rows->mapToGlobal(QPoint(10, 10)));
+        QCoreApplication::sendEvent(rows, &click);
+        QMenu* commands = b.child<QMenu>("mnuCommands");
+        QTRY_VERIFY(commands->isVisible());
+        commands->close();
     }
 
     void fitsTheScreen_data()
