@@ -50,11 +50,9 @@ public:
     }
     bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override
     {
-        QStringList arguments;
-        for (const QVariant& a : call.arguments()) {
-            arguments << QLatin1Char('"') + a.toString() + QLatin1Char('"');
-        }
-        calls << call.interface() + QLatin1Char('.') + call.member() + '(' + arguments.join(',') + ')';
+        const QStringList arguments = QVariant(call.arguments()).toStringList();
+        const QString quoted = arguments.isEmpty() ? QString() : '"' + arguments.join("\",\"") + '"';
+        calls << call.interface() + QLatin1Char('.') + call.member() + '(' + quoted + ')';
         const QString member = call.member();
         if (silent) {
             return true; // never answers: the caller's call times out
@@ -75,15 +73,12 @@ public:
     void signalActive(bool value)
     {
         for (const QString& service : m_services) {
-            QString path = QLatin1Char('/') + QString(service).replace('.', '/');
+            const bool login = service == kLogin1;
             QDBusMessage change =
-                service == kLogin1
-                    ? QDBusMessage::createSignal(kSessionPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                 QStringLiteral("PropertiesChanged"))
-                    : QDBusMessage::createSignal(path, service, QStringLiteral("ActiveChanged"));
-            change.setArguments(service == kLogin1
-                                    ? QVariantList{kSession, QVariantMap{{"LockedHint", value}}, QStringList()}
-                                    : QVariantList{value});
+                login ? QDBusMessage::createSignal(kSessionPath, "org.freedesktop.DBus.Properties", "PropertiesChanged")
+                      : QDBusMessage::createSignal('/' + QString(service).replace('.', '/'), service, "ActiveChanged");
+            change.setArguments(login ? QVariantList{kSession, QVariantMap{{"LockedHint", value}}, QStringList()}
+                                      : QVariantList{value});
             m_bus.send(change);
         }
     }
