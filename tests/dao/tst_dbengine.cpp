@@ -353,6 +353,8 @@ private slots:
         row("*[", {}, {"anything", "["});
         row("[a", {}, {"a", "[a"});
         row("ZOË", {"Zoë"}, {"Zoe"});
+        row("strasse", {"STRASSE"}, {"Straße"}); // one code point for one
+        row("K", {"\u212A", "k"}, {}); // the Kelvin sign
         row("σίσυφος", {"ΣΊΣΥΦΟΣ"}, {});
         row("Σ", {"ς"}, {});
         row("[а-я]ван", {"Иван"}, {"Ivan"});
