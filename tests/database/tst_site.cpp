@@ -7,7 +7,6 @@
 #include "database/moddatabase.h"
 #include "database/site.h"
 #include "database/upgrade.h"
-#include "kernel/globals.h"
 #include "messaging/messagesql.h"
 #include "ondisk.h"
 #include "tempsite.h"

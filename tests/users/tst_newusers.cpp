@@ -8,7 +8,6 @@
 #include "start/welcome.h"
 #include "users/frmnewusersetup.h"
 #include "users/newuser.h"
-#include "users/shortcuts.h"
 
 #include <QApplication>
 #include <QCheckBox>
