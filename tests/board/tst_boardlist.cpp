@@ -299,23 +299,40 @@ private slots:
         QVERIFY(dao::DBEngine::statementCount() > 0);
     }
 
-    // The ordinary end with AutoLogOut leaves a protected or unknown status alone;
-    // the person is marked inactive and the layout saved.
     void endOfRun_data()
     {
         QTest::addColumn<QString>("status");
-        QTest::newRow("protected status stays") << "On Holiday";
-        QTest::newRow("a typed status stays") << "Gardening";
+        QTest::addColumn<bool>("forced"); // by the forced-shutdown file, read at the tick
+        QTest::newRow("protected status stays") << "On Holiday" << false;
+        QTest::newRow("a typed status stays") << "Gardening" << false;
+        QTest::newRow("forced shutdown: no Out") << "Busy" << true;
     }
+    // The close box with MinimizeOnClose only minimizes. The ordinary end with
+    // AutoLogOut leaves a protected or unknown status alone, a forced shutdown any
+    // status, and starts inicheck with the line the client is to be started with
+    // again; the person is marked inactive and the layout saved.
     void endOfRun()
     {
         QFETCH(QString, status);
+        QFETCH(bool, forced);
         Board b;
         b.site.status("Ann Lee", status);
         frmMain& f = b.open();
+        f.show();
         f.selectGroup("Sales");
-        gPerson.gblnAutoLogOut = true;
-        QCOMPARE(TestGateways::endCodeOf([&] { f.requestUnload(vbAppTaskManager); }), std::optional<int>(0));
+        gPerson.gblnAutoLogOut = gPerson.gblnMinimizeOnClose = true;
+        bool cancel = false;
+        f.Form_QueryUnload(cancel, vbFormControlMenu);
+        QVERIFY(cancel && f.isMinimized());
+        f.tmrCheckForForcedShutDown_Timer();        // no shutdown asked for
+        QCOMPARE(b.ofAnn("ActiveFlag"), QString()); // nothing of the end ran
+        database::setForcedShutDown(b.site.path(), forced);
+        const auto end = [&] {
+            forced ? f.tmrCheckForForcedShutDown_Timer() : f.requestUnload(vbAppTaskManager);
+        };
+        QCOMPARE(TestGateways::endCodeOf(end), std::optional<int>(0));
+        const QString inicheck = "start /opt/veskor/inicheck -UID:  -STS:ForcedShutDown";
+        QCOMPARE(b.gw.shell().calls, forced ? QStringList{inicheck} : QStringList());
         QCOMPARE(b.ofAnn("Status & '/' & ActiveFlag"), status + "/No");
         QCOMPARE(b.ofAnn("DefaultGroup", "EmployeeSettingsTable"), "Sales");
         QCOMPARE(b.gw.boxes().count(), 0);
@@ -334,36 +351,6 @@ private slots:
                              "advise your VESK-OR Administrator to re-initialize this users account.\r\n\r\nSelect "
                              "OK to exit VESK-OR."});
         QCOMPARE(gRun.gstrDefaultUser, "Removed");
-    }
-
-    void closeBoxMinimizesWithMinimizeOnClose()
-    {
-        Board b;
-        frmMain& f = b.open();
-        f.show();
-        gPerson.gblnMinimizeOnClose = true;
-        bool cancel = false;
-        f.Form_QueryUnload(cancel, vbFormControlMenu);
-        QVERIFY(cancel);
-        QVERIFY(f.isMinimized());
-        QCOMPARE(b.ofAnn("ActiveFlag"), QString()); // nothing of the end ran
-    }
-
-    // The forced-shutdown file is read at the tick: inicheck is started with the
-    // line the client is to be started with again, and the run ends without "Out".
-    void forcedShutDownAtTheTick()
-    {
-        Board b;
-        b.site.status("Ann Lee", "Busy");
-        frmMain& f = b.open();
-        gPerson.gblnAutoLogOut = true;
-        f.tmrCheckForForcedShutDown_Timer();
-        QVERIFY(b.gw.shell().calls.isEmpty());
-
-        database::setForcedShutDown(b.site.path(), true);
-        QCOMPARE(TestGateways::endCodeOf([&] { f.tmrCheckForForcedShutDown_Timer(); }), std::optional<int>(0));
-        QCOMPARE(b.gw.shell().calls, QStringList{"start /opt/veskor/inicheck -UID:  -STS:ForcedShutDown"});
-        QCOMPARE(b.ofAnn("ActiveFlag & '/' & Status"), "No/Busy");
     }
 };
 

@@ -176,7 +176,8 @@ private slots:
         QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
     }
 
-    void closedDatabaseIsInvalid()
+    // A closed database and all opened from it are invalid; a read-only open refuses writes.
+    void closedOrReadOnly()
     {
         auto db = DBEngine::OpenDatabase(file);
         auto rs = db->OpenRecordset("People");
@@ -187,13 +188,8 @@ private slots:
         QCOMPARE(jetNumber([&] { rs->Fields("Name").Value(); }), int(errObjectInvalid));
         QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errObjectInvalid));
         QCOMPARE(jetNumber([&] { db->Close(); }), 0); // closing twice is harmless
-    }
-
-    void readOnlyOpen()
-    {
-        auto db = DBEngine::OpenDatabase(file, false, true);
-        auto rs = db->OpenRecordset("People");
-        QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
+        db = DBEngine::OpenDatabase(file, false, true);
+        QCOMPARE(jetNumber([&] { db->OpenRecordset("People")->Edit(); }), int(errCannotUpdate));
         QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
     }
 
