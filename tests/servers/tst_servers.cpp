@@ -93,15 +93,14 @@ private slots:
         QTest::addColumn<QString>("folder");
         QTest::addColumn<QString>("box");
         QTest::addColumn<bool>("stays");
-        QTest::newRow("drive letter") << "G:\\other\\"
-                                      << "UNC path you selected is invalid" << true;
-        QTest::newRow("not mounted") << "\\\\fs\\gone\\"
-                                     << "database does not exist at the UNC path" << true;
-        QTest::newRow("old release") << "\\\\fs\\old\\"
-                                     << "\\\\fs\\old\\veskor.mdb\r\nis not a VESK-OR" << true;
-        QTest::newRow("no users") << "\\\\fs\\empty\\"
-                                  << "no users in the database yet." << false;
-        QTest::newRow("home folder") << QString() << QString() << false;
+        const auto row = [](const char* name, const char* folder, const char* box, bool stays) {
+            QTest::newRow(name) << folder << box << stays;
+        };
+        row("drive letter", "G:\\other\\", "UNC path you selected is invalid", true);
+        row("not mounted", "\\\\fs\\gone\\", "database does not exist at the UNC path", true);
+        row("old release", "\\\\fs\\old\\", "\\\\fs\\old\\veskor.mdb\r\nis not a VESK-OR", true);
+        row("no users", "\\\\fs\\empty\\", "no users in the database yet.", false);
+        row("home folder", "", "", false);
     }
     void refusals()
     {
