@@ -252,7 +252,8 @@ private slots:
         QCOMPARE(f.panelText(3), " Refresh OFF ");
         const auto* timerMain = b.child<QTimer>("TimerMain");
         const auto* alerts = b.child<QTimer>("tmrCheckForStatusAlerts");
-        QVERIFY(timerMain->isActive() && alerts->isActive());
+        const auto* messages = b.child<QTimer>("tmrCheckForNewMessages"); // the first look ten seconds on
+        QVERIFY(timerMain->isActive() && alerts->isActive() && messages->isActive() && messages->interval() == 10000);
         f.TimerMain_Timer();
         QVERIFY(!timerMain->isActive());
         QCOMPARE(f.panelText(3), " Refresh OFF "); // the stopping tick writes nothing

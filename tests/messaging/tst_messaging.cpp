@@ -4,10 +4,8 @@
 #include "messaging/newmessagewatcher.h"
 #include "messaging/storedmessage.h"
 #include "platform/clock.h"
-#include "realclient.h"
 #include "statusfixture.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace messaging;
@@ -301,25 +299,6 @@ private slots:
         QVERIFY(f.site.rawExec("ALTER TABLE MessagesTable RENAME TO Gone"));
         QVERIFY_THROWS_EXCEPTION(VbError, watcher.fnCheckForNewMessages(kMe));
         QCOMPARE(watcher.strLastCheckedForNewMessages(), dao::sqlNumber(platform::DateTimeNum(platform::Now())));
-    }
-
-    // Another person's running client finds a message sent to them: its first look,
-    // ten seconds after its board opens, pops it with the new-message sound.
-    void runningClientPopsAMessageSentToIt()
-    {
-        Fixture f;
-        f.site.person(QStringLiteral("Di Moss"), QStringLiteral("dmoss"));
-        QTemporaryDir runtime;
-        RealClient di(f.site.path(), {QStringLiteral("-UID:dmoss")}, {}, runtime.path());
-        QTRY_COMPARE_WITH_TIMEOUT(f.site.value("SELECT ActiveFlag FROM EmployeeTable WHERE Name = 'Di Moss'"),
-                                  QStringLiteral("Yes"), 20000);
-        QCOMPARE(
-            subSendNewMessage(QStringLiteral("Di Moss"), {kMe, QStringLiteral("Lunch?"), QStringLiteral("At one.")})
-                .outcome,
-            SendOutcome::Sent);
-        QTRY_VERIFY_WITH_TIMEOUT(di.shellRequests().contains("sound "), 30000);
-        QVERIFY(di.shellRequests().contains("veskor-new-message.wav"));
-        QCOMPARE(di.boxesShown(), QByteArray());
     }
 };
 
