@@ -349,16 +349,6 @@ private slots:
         QCOMPARE(sqliteValue(m_file, "SELECT group_concat(Name) FROM People"), QString("Cy"));
     }
 
-    void updateWritesOnlyChangedFields()
-    {
-        auto rs = people();
-        QVERIFY(sqliteExec(m_file, "UPDATE People SET Note = 'theirs' WHERE ID = 1"));
-        rs->Edit();
-        rs->Fields("Num") = 11;
-        rs->Update();
-        QCOMPARE(sqliteValue(m_file, "SELECT Num || ' ' || Note FROM People WHERE ID = 1"), QString("11 theirs"));
-    }
-
     // Seek on a table's primary key finds a whole key without regard to case.
     void seekOnPrimaryKey()
     {
