@@ -1,8 +1,8 @@
 // Database and Recordset on a small table of people: Execute and the Jet numbers
 // of failing statements, the table list, the statement count and cache, quoted
 // texts going in and coming back unchanged; values by declared type, moving,
-// editing and adding rows, deletes, Seek, misuse, and writes under contention
-// from another process.
+// editing and adding rows, deletes, Seek, misuse, and writes while another
+// client or process holds the file.
 #include "daotest.h"
 
 #include <QTemporaryDir>
@@ -459,24 +459,6 @@ private slots:
         }
         QTEST(sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"), "num");
         QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(m_file)->CommitTrans(); }), int(errNoTransaction));
-    }
-
-    // Several processes raise one counter through Edit/Update at once: none is lost.
-    void processesRaiseOneCounter()
-    {
-        m_db->Close();
-        constexpr int kProcesses = 6;
-        constexpr int kRaises = 25;
-        std::vector<std::unique_ptr<daotest::Helper>> helpers;
-        for (int i = 0; i < kProcesses; ++i) {
-            helpers.push_back(std::make_unique<daotest::Helper>());
-            helpers.back()->process.start(QCoreApplication::applicationDirPath() + "/dao_helper",
-                                          {"raise", m_file, QString::number(kRaises)});
-        }
-        for (auto& helper : helpers)
-            QCOMPARE(helper->finish(), QString("done"));
-        QCOMPARE(sqliteValue(m_file, "SELECT Num FROM People WHERE ID = 1"),
-                 QString::number(10 + kProcesses * kRaises));
     }
 
 private:
