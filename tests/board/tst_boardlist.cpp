@@ -2,6 +2,7 @@
 // queries, sort and columns, the timers, and the end of a run.
 #include "board/grouptabbar.h"
 #include "boardfixture.h"
+#include "columns.h"
 #include "database/counters.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
@@ -98,9 +99,7 @@ private slots:
 
     void groupQueries_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<QString>("box");
+        addColumns<QString, QStringList, QString>("group", "names", "box");
         QTest::newRow("Everyone hides ~ names")
             << "Everyone" << QStringList{"alan Poe", "Ann Lee", "Bob Ray"} << QString();
         QTest::newRow("a group shows them") << "Sales" << QStringList{"~Room 1", "Ann Lee"} << QString();
@@ -136,8 +135,7 @@ private slots:
     // order it chose is what the settings keep.
     void sortByCollation_data()
     {
-        QTest::addColumn<QString>("column");
-        QTest::addColumn<QStringList>("sorted");
+        addColumns<QString, QStringList>("column", "sorted");
         QTest::newRow("names") << "Name"
                                << QStringList{"alan Poe",          "Ann Lee",      "Bob Ray",     "\u00c9milie Roux",
                                               "\u00d8ystein Berg", "Zachary Hume", "\u9648\u4f1f"};
@@ -209,10 +207,8 @@ private slots:
 
     void rightsAtFirstActivate_data()
     {
-        QTest::addColumn<int>("systemLevel");
-        QTest::addColumn<int>("userLevel");
-        QTest::addColumn<bool>("manager"); // of Sales, the group shown, of which Ann is a member
-        QTest::addColumn<bool>("mayChangeOthers");
+        // manager: of Sales, the group shown, of which Ann is a member
+        addColumns<int, int, bool, bool>("systemLevel", "userLevel", "manager", "mayChangeOthers");
         QTest::newRow("system LOW: everybody may") << 0 << 0 << false << true;
         QTest::newRow("MEDIUM, user LOW: a member may") << 1 << 0 << false << true;
         QTest::newRow("HIGH, user MEDIUM: a member may not") << 2 << 1 << false << false;
@@ -302,8 +298,8 @@ private slots:
 
     void endOfRun_data()
     {
-        QTest::addColumn<QString>("status");
-        QTest::addColumn<bool>("forced"); // by the forced-shutdown file, read at the tick
+        // forced: by the forced-shutdown file, read at the tick
+        addColumns<QString, bool>("status", "forced");
         QTest::newRow("protected status stays") << "On Holiday" << false;
         QTest::newRow("a typed status stays") << "Gardening" << false;
         QTest::newRow("forced shutdown: no Out") << "Busy" << true;

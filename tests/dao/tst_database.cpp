@@ -3,6 +3,7 @@
 // texts going in and coming back unchanged; values by declared type, moving,
 // editing and adding rows, deletes, Seek, misuse, and writes while another
 // client or process holds the file.
+#include "columns.h"
 #include "daotest.h"
 
 #include <QTemporaryDir>
@@ -134,9 +135,7 @@ private slots:
 
     void valuesRoundTrip_data()
     {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("text");
+        addColumns<QString, QVariant, QString>("field", "value", "text");
         QTest::newRow("Null text") << "Note" << QVariant() << "";
         QTest::newRow("Null long") << "Num" << QVariant() << "";
         QTest::newRow("Bit true") << "Flag" << QVariant(true) << "True";
@@ -216,8 +215,7 @@ private slots:
 
     void misuse_data()
     {
-        QTest::addColumn<int>("number");
-        QTest::addColumn<Action>("action");
+        addColumns<int, Action>("number", "action");
         const auto row = [](const char* name, int number, const Action& action) {
             QTest::newRow(name) << number << action;
         };
@@ -413,8 +411,7 @@ private slots:
     // "seen N" (what another client reads now), "close"; then Num as the file holds it.
     void transactions_data()
     {
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QString>("num");
+        addColumns<QStringList, QString>("steps", "num");
         const auto row = [](const char* name, const char* steps, const char* num) {
             QTest::newRow(name) << QString(steps).split(", ") << QString(num);
         };
@@ -473,8 +470,7 @@ private:
 private slots:
     void likeOfOneText_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QStringList>("found");
+        addColumns<QString, QStringList>("name", "found");
         const auto row = [](const char* label, const QString& name, const QStringList& found) {
             QTest::newRow(label) << name << found;
         };

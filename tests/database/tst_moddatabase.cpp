@@ -1,6 +1,7 @@
 // The open-and-close regime of the shared file, the answers to a failed open,
 // the group look-up, and the change counters: what a poll reads and acts on, and
 // the raise of Counter.
+#include "columns.h"
 #include "countingscreen.h"
 #include "dao/dao.h"
 #include "database/counters.h"
@@ -87,13 +88,8 @@ private slots:
 
     void failedOpen_data()
     {
-        QTest::addColumn<QString>("broken");
-        QTest::addColumn<QList<int>>("answers");
-        QTest::addColumn<QString>("start");
-        QTest::addColumn<QString>("end");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<int>("unloads");
+        addColumns<QString, QList<int>, QString, QString, int, QString, int>("broken", "answers", "start", "end",
+                                                                             "flags", "title", "unloads");
         const auto row = [](const char* name, const char* broken, QList<int> answers, const QString& start,
                             const QString& end, int flags, const QString& title, int unloads) {
             QTest::newRow(name) << broken << answers << start << end << flags << title << unloads;
@@ -191,10 +187,8 @@ private slots:
 
     void poll_data()
     {
-        QTest::addColumn<Counters>("file");
-        QTest::addColumn<Counters>("acted"); // last acted on, before the poll
-        QTest::addColumn<QList<int>>("reactions");
-        QTest::addColumn<Counters>("actedAfter");
+        // acted: last acted on, before the poll
+        addColumns<Counters, Counters, QList<int>, Counters>("file", "acted", "reactions", "actedAfter");
         QTest::newRow("first pass acts on everything")
             << Counters{5, 1, 3, 2, 4} << Counters{0, 0, 0, 0, 0} << QList<int>{1, 1, 1} << Counters{0, 1, 3, 2, 0};
         QTest::newRow("group and security rise")

@@ -2,6 +2,7 @@
 // test fixture share; bringing an older file up to date, leaving a present one
 // alone, the test that a file belongs to this system, and the check on the
 // counters' table.
+#include "columns.h"
 #include "dao/dao.h"
 #include "dao/jetsql.h"
 #include "database/moddatabase.h"
@@ -115,8 +116,7 @@ private slots:
 
     void refusals_data()
     {
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<Attempt>("attempt");
+        addColumns<QString, Attempt>("message", "attempt");
         const auto row = [](const char* name, const char* message, const Attempt& attempt) {
             QTest::newRow(name) << message << attempt;
         };
@@ -183,8 +183,7 @@ private slots:
 
     void boardOfAGroup_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QStringList>("names");
+        addColumns<QString, QStringList>("group", "names");
         QTest::newRow("Everyone") << "Everyone" << QStringList{"ann", "Bob", "Meeting Room 1"};
         QTest::newRow("blank means Everyone") << "" << QStringList{"ann", "Bob", "Meeting Room 1"};
         QTest::newRow("a group, any case") << "SALES*" << QStringList{"ann", "Bob"};
@@ -280,9 +279,8 @@ private slots:
     // file another program keeps in WAL mode stays so, byte for byte.
     void validDatabase_data()
     {
-        QTest::addColumn<SchemaRelease>("release");
-        QTest::addColumn<QString>("change"); // SQLite's own statements on the file, or "=" and bytes over it
-        QTest::addColumn<bool>("valid");
+        // change: SQLite's own statements on the file, or "=" and bytes over it
+        addColumns<SchemaRelease, QString, bool>("release", "change", "valid");
         const auto row = [](const char* name, SchemaRelease release, const char* change, bool valid) {
             QTest::newRow(name) << release << QString(change) << valid;
         };
@@ -324,8 +322,7 @@ private slots:
     // date, so their cost does not grow with the tables.
     void lookUpsUseAnIndex_data()
     {
-        QTest::addColumn<QString>("sql");
-        QTest::addColumn<QString>("plan");
+        addColumns<QString, QString>("sql", "plan");
         const auto row = [](const char* name, const QString& sql, const QString& plan) {
             QTest::newRow(name) << sql << "SEARCH " + plan;
         };

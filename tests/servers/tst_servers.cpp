@@ -1,6 +1,7 @@
 // The client moved to other sites' files and back: real site folders, reached by
 // UNC path through a mount table of the test's own (cifs shares and a GVfs one).
 #include "boardfixture.h"
+#include "columns.h"
 #include "platform/mounts.h"
 #include "servers/frmservers.h"
 #include "status/statuswrite.h"
@@ -59,8 +60,7 @@ private slots:
     // The board, the rights and a status change act on the other site; Home comes back.
     void switchAndHome_data()
     {
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QStringList>("names");
+        addColumns<QString, QStringList>("folder", "names");
         QTest::newRow("cifs") << kOtherUnc << kOther;
         QTest::newRow("gvfs, a guest") << QStringLiteral("\\\\NAS\\Other Site\\") << QStringList{"Carl Moss"};
     }
@@ -90,9 +90,7 @@ private slots:
     // a site without users and the home folder itself return home.
     void refusals_data()
     {
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<bool>("stays");
+        addColumns<QString, QString, bool>("folder", "box", "stays");
         const auto row = [](const char* name, const char* folder, const char* box, bool stays) {
             QTest::newRow(name) << folder << box << stays;
         };

@@ -1,6 +1,7 @@
 // The photo viewer's list and pictures, and the stress test's bursts (each round's
 // writes with their counters and log rows, the countdown, the stop) on a real site
 // file, reached also through About's hidden ways.
+#include "columns.h"
 #include "side/frmabout.h"
 #include "side/frmdisplayphoto.h"
 #include "side/frmtestharness.h"
@@ -46,10 +47,8 @@ private slots:
     // that file is there; the text under the frame.
     void photo_data()
     {
-        QTest::addColumn<QString>("photoPath");
-        QTest::addColumn<QString>("fileName");
-        QTest::addColumn<bool>("onDisk"); // and so a picture shows
-        QTest::addColumn<QString>("shown");
+        // onDisk: the file is there, and so a picture shows
+        addColumns<QString, QString, bool, QString>("photoPath", "fileName", "onDisk", "shown");
         const auto row = [](const char* name, const char* path, const char* file, bool onDisk, const char* shown) {
             QTest::newRow(name) << path << file << onDisk << shown;
         };
@@ -97,10 +96,7 @@ private slots:
     // selected; the rounds that ran and whether the burst came to its end.
     void burst_data()
     {
-        QTest::addColumn<int>("rounds");
-        QTest::addColumn<int>("stopAfter");
-        QTest::addColumn<QList<int>>("selected");
-        QTest::addColumn<int>("ran");
+        addColumns<int, int, QList<int>, int>("rounds", "stopAfter", "selected", "ran");
         QTest::newRow("to the end, two rows") << 3 << 0 << QList<int>{1, 2} << 3;
         QTest::newRow("to the end, one row") << 2 << 0 << QList<int>{0} << 2;
         QTest::newRow("stopped after the first round") << 4 << 1 << QList<int>{1, 2} << 1;
@@ -154,10 +150,7 @@ private slots:
     // screen opens and whether a burst ran (no rows are selected, so it is quick).
     void hiddenWays_data()
     {
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<int>("keys");
-        QTest::addColumn<bool>("opened");
-        QTest::addColumn<bool>("fired");
+        addColumns<QString, int, bool, bool>("control", "keys", "opened", "fired");
         QTest::newRow("hot spot") << "Image1" << int(Qt::NoModifier) << true << true;
         QTest::newRow("banner with Ctrl") << "Picture1" << int(Qt::ControlModifier) << true << false;
         QTest::newRow("banner with Ctrl+Shift")

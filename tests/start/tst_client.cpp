@@ -2,6 +2,7 @@
 // from its command line, refusing a file, ended from outside
 // and started twice; and inicheck waiting out a forced shutdown before it starts
 // the client again.
+#include "columns.h"
 #include "dao/dao.h"
 #include "database/site.h"
 #include "otherclient.h"
@@ -68,8 +69,8 @@ private slots:
 
     void refusedFile_data()
     {
-        QTest::addColumn<QString>("refusal");
-        QTest::addColumn<QString>("box"); // the start of the one box: title, flags, text
+        // box: the start of the one box: title, flags, text
+        addColumns<QString, QString>("refusal", "box");
         const QString title = " VESK-OR Pro  - Error in Initialize Local Database\t";
         QTest::newRow("not a database") << "foreign" << title + "48\t";
         QTest::newRow("another DatabaseVersion") << "version" << title + "16\t%1veskor.mdb";
@@ -146,9 +147,7 @@ private slots:
 
     void endFromOutside_data()
     {
-        QTest::addColumn<int>("signal");
-        QTest::addColumn<bool>("autoLogOut");
-        QTest::addColumn<QString>("status");
+        addColumns<int, bool, QString>("signal", "autoLogOut", "status");
         QTest::newRow("SIGTERM, AutoLogOut") << int(SIGTERM) << true << "Out";
         QTest::newRow("SIGINT, no AutoLogOut") << int(SIGINT) << false << "Busy";
         QTest::newRow("SIGHUP (session gone), AutoLogOut") << int(SIGHUP) << true << "Out";

@@ -1,6 +1,7 @@
 // New people's rows, the New User Setup screen's decisions, and the launchers
 // that start the client for a person, on real site files.
 #include "boardfixture.h"
+#include "columns.h"
 #include "kernel/mainscreen.h"
 #include "platform/launcher.h"
 #include "realclient.h"
@@ -79,8 +80,8 @@ class TestNewUsers : public QObject
 private slots:
     void rowsFromTheDefaults_data()
     {
-        QTest::addColumn<QString>("tables"); // "" : New User Setup's adding
-        QTest::addColumn<QString>("made");   // EmployeeTable, EmployeeSettingsTable rows; splitter; UID
+        // tables: "" for New User Setup's adding; made: EmployeeTable, EmployeeSettingsTable rows; splitter; UID
+        addColumns<QString, QString>("tables", "made");
         const auto row = [](const char* name, const char* tables, const char* made) {
             QTest::newRow(name) << tables << made;
         };
@@ -128,11 +129,8 @@ private slots:
 
     void okDecides_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<int>("answer");        // to the question, when one comes
-        QTest::addColumn<QStringList>("boxes"); // their titles
-        QTest::addColumn<QString>("uid");       // the name's UID afterwards
+        // answer: to the question, when one comes; boxes: their titles; uid: the name's UID afterwards
+        addColumns<QString, QString, int, QStringList, QString>("name", "id", "answer", "boxes", "uid");
         const auto row = [](const char* tag, const char* name, const char* id, int answer, const QStringList& boxes,
                             const char* uid) {
             QTest::newRow(tag) << name << id << answer << boxes << uid;
@@ -187,8 +185,7 @@ private slots:
 
     void execQuoting_data()
     {
-        QTest::addColumn<QString>("argument");
-        QTest::addColumn<QString>("inFile");
+        addColumns<QString, QString>("argument", "inFile");
         const auto row = [](const char* name, const char* argument, const char* inFile) {
             QTest::newRow(name) << argument << inFile;
         };

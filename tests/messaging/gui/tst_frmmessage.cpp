@@ -1,6 +1,7 @@
 // The message screen on a real site file: what each mode fills, locks and
 // offers, where Send goes by the screen's action, what stays on the screen when
 // a send or save fails, and what the closing writes.
+#include "columns.h"
 #include "messaging/gui/frmmessage.h"
 #include "messaging/gui/messagescreens.h"
 #include "ondisk.h"
@@ -248,10 +249,8 @@ private slots:
 
     void exitAsksWhenThereIsText_data()
     {
-        QTest::addColumn<QString>("action");
-        QTest::addColumn<QString>("subject");
-        QTest::addColumn<int>("answer"); // 0: no question
-        QTest::addColumn<bool>("closes");
+        // answer: 0 for no question
+        addColumns<QString, QString, int, bool>("action", "subject", "answer", "closes");
         QTest::newRow("only From") << QStringLiteral("New") << QString() << 0 << true;
         QTest::newRow("text, No") << QStringLiteral("New") << QStringLiteral("Plan") << int(vbNo) << false;
         QTest::newRow("text, Yes") << QStringLiteral("New") << QStringLiteral("Plan") << int(vbYes) << true;

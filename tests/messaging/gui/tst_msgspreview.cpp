@@ -1,6 +1,7 @@
 // The Preview Messages screen and the Select Users screen, offscreen, on a real
 // site file: what each category lists, the row's columns, the buttons a row
 // allows, delete, the commands; the groups of the picker and the line it hands back.
+#include "columns.h"
 #include "messaging/gui/frmmessagestoselection.h"
 #include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
@@ -122,8 +123,7 @@ private slots:
 
     void listPerCategory_data()
     {
-        QTest::addColumn<QStringList>("clicks");
-        QTest::addColumn<QStringList>("listed");
+        addColumns<QStringList, QStringList>("clicks", "listed");
         const auto row = [](const char* name, const char* clicks, const char* listed) {
             QTest::newRow(name) << QString(clicks).split(' ', Qt::SkipEmptyParts) << QString(listed).split(' ');
         };
@@ -156,9 +156,8 @@ private slots:
 
     void row_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("preview");
-        QTest::addColumn<QString>("from"); // the sender's name when the copy has no From line
+        // from: the sender's name when the copy has no From line
+        addColumns<QString, QString, QString>("body", "preview", "from");
         const auto row = [](const char* name, const QString& body, const QString& preview, const char* from) {
             QTest::newRow(name) << body << preview << QString(from);
         };
@@ -191,8 +190,8 @@ private slots:
 
     void buttons_data()
     {
-        QTest::addColumn<QString>("category");
-        QTest::addColumn<QList<bool>>("states"); // View, Reply, Delete, Forward, Print
+        // states: View, Reply, Delete, Forward, Print
+        addColumns<QString, QList<bool>>("category", "states");
         const QList<bool> on{true, true, true, true, true};
         QTest::newRow("Deleted: no second delete") << "Deleted" << QList<bool>{true, true, false, true, true};
         for (const char* category : {"Read", "Sent", "New", "Forward"}) {
@@ -260,9 +259,7 @@ private slots:
 
     void deleteRows_data()
     {
-        QTest::addColumn<QList<int>>("selected");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QStringList>("stored");
+        addColumns<QList<int>, int, QStringList>("selected", "answer", "stored");
         const QStringList none{"New", "New", "New"};
         QTest::newRow("two of three, Yes")
             << QList<int>{0, 2} << int(platform::vbYes) << QStringList{"Deleted", "New", "Deleted"};
@@ -299,8 +296,7 @@ private slots:
 
     void commands_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<bool>("reloads");
+        addColumns<QString, bool>("key", "reloads");
         QTest::newRow("View") << "View" << true;
         QTest::newRow("New") << "New" << true;
         QTest::newRow("Reply: no reload") << "Reply" << false;
@@ -360,9 +356,8 @@ private slots:
 
     void pickerIncludes_data()
     {
-        QTest::addColumn<QString>("toLine");
-        QTest::addColumn<QStringList>("include"); // node keys, in turn
-        QTest::addColumn<QStringList>("names");
+        // include: node keys, in turn
+        addColumns<QString, QStringList, QStringList>("toLine", "include", "names");
         const auto row = [](const char* name, const char* toLine, const char* include, const char* names) {
             QTest::newRow(name) << toLine << QString(include).split(',', Qt::SkipEmptyParts)
                                 << QString(names).split(',', Qt::SkipEmptyParts);
@@ -407,10 +402,7 @@ private slots:
 
     void pickerDelivers_data()
     {
-        QTest::addColumn<QString>("toLine");
-        QTest::addColumn<int>("removals");
-        QTest::addColumn<bool>("escape");
-        QTest::addColumn<std::optional<QString>>("delivered");
+        addColumns<QString, int, bool, std::optional<QString>>("toLine", "removals", "escape", "delivered");
         QTest::newRow("OK as given") << "Bob Ray; Cy Dee" << 0 << false << std::optional<QString>("Bob Ray; Cy Dee");
         QTest::newRow("first removed") << "Bob Ray; Cy Dee" << 1 << false << std::optional<QString>("Cy Dee");
         QTest::newRow("all removed: an empty line") << "Bob Ray; Cy Dee" << 2 << false << std::optional<QString>("");
