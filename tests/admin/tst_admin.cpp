@@ -1,5 +1,6 @@
 // veskor-admin's commands, run in-process on real files, and once as the real program.
 #include "admin/admin.h"
+#include "columns.h"
 #include "dao/dao.h"
 #include "database/site.h"
 #include "ondisk.h"
@@ -66,10 +67,7 @@ private slots:
     // Each command's effect on the file, and the counter it raises.
     void commands_data()
     {
-        QTest::addColumn<QStringList>("args");
-        QTest::addColumn<QString>("counter");
-        QTest::addColumn<QString>("query");
-        QTest::addColumn<QString>("expected");
+        addColumns<QStringList, QString, QString, QString>("args", "counter", "query", "expected");
         // The arguments parted by '|'.
         const auto row = [](const char* name, const char* args, const char* counter, const char* query,
                             const char* expected) {
@@ -140,9 +138,7 @@ private slots:
 
     void failures_data()
     {
-        QTest::addColumn<QStringList>("args");
-        QTest::addColumn<int>("code");
-        QTest::addColumn<QString>("message");
+        addColumns<QStringList, int, QString>("args", "code", "message");
         QTest::newRow("no command") << QStringList{} << 2 << "no command";
         QTest::newRow("unknown command") << QStringList{"user", "remove", "Ann"} << 2 << "unknown command";
         QTest::newRow("unknown option") << QStringList{"board", "--colour"} << 2 << "colour";

@@ -3,6 +3,7 @@
 #include "alerts/frmnewmessagesalert.h"
 #include "alerts/frmstatuschangealert.h"
 #include "alerts/modalerts.h"
+#include "columns.h"
 #include "kernel/globals.h"
 #include "tempsite.h"
 #include "testgateways.h"
@@ -65,9 +66,7 @@ private slots:
 
     void opacity_data()
     {
-        QTest::addColumn<int>("transparency");
-        QTest::addColumn<bool>("win2kPlus");
-        QTest::addColumn<int>("alpha");
+        addColumns<int, bool, int>("transparency", "win2kPlus", "alpha");
         QTest::newRow("opaque") << 0 << true << 255;
         QTest::newRow("one step") << 1 << true << 252;
         QTest::newRow("229.5 to even") << 10 << true << 230;
@@ -107,8 +106,7 @@ private slots:
 
     void sound_data()
     {
-        QTest::addColumn<bool>("message");
-        QTest::addColumn<QString>("wave");
+        addColumns<bool, QString>("message", "wave");
         QTest::newRow("message") << true << "veskor-new-message.wav";
         QTest::newRow("status") << false << "veskor-status-alert.wav";
     }
@@ -145,8 +143,8 @@ private slots:
 
     void onePerPerson_data()
     {
-        QTest::addColumn<QStringList>("changes"); // "name=status", in order
-        QTest::addColumn<QStringList>("shown");   // "name=status" standing after, sorted
+        // changes: "name=status", in order; shown: "name=status" standing after, sorted
+        addColumns<QStringList, QStringList>("changes", "shown");
         QTest::newRow("two people") << QStringList{"Ann=Out", "Bob=In"} << QStringList{"Ann=Out", "Bob=In"};
         QTest::newRow("newer replaces") << QStringList{"Ann=Out", "Bob=In", "Ann=Busy"}
                                         << QStringList{"Ann=Busy", "Bob=In"};
@@ -174,10 +172,8 @@ private slots:
 
     void closeAll_data()
     {
-        QTest::addColumn<int>("messages");
-        QTest::addColumn<int>("statuses");
-        QTest::addColumn<int>("others");
-        QTest::addColumn<QString>("button"); // on the last pop-up; "" calls Close ALL directly
+        // button: on the last pop-up; "" calls Close ALL directly
+        addColumns<int, int, int, QString>("messages", "statuses", "others", "button");
         QTest::newRow("messages only") << 3 << 0 << 0 << "";
         QTest::newRow("statuses only, by button") << 0 << 4 << 0 << "cmdCloseAllSCA";
         QTest::newRow("a mix among other screens") << 2 << 3 << 2 << "";
@@ -213,10 +209,7 @@ private slots:
 
     void deleteMsg_data()
     {
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("category");
-        QTest::addColumn<int>("counter");
-        QTest::addColumn<int>("stays");
+        addColumns<int, QString, int, int>("answer", "category", "counter", "stays");
         QTest::newRow("Yes") << int(platform::vbYes) << "Deleted" << 2 << 0;
         QTest::newRow("No") << int(platform::vbNo) << "New" << 1 << 1;
     }

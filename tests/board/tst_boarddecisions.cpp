@@ -4,6 +4,7 @@
 #include "board/refreshplan.h"
 #include "board/toolbarrights.h"
 #include "board/twips.h"
+#include "columns.h"
 #include "dao/dao.h"
 #include "tempsite.h"
 
@@ -38,12 +39,8 @@ class TestBoardDecisions : public QObject
 private slots:
     void changeOthers_data()
     {
-        QTest::addColumn<int>("system");
-        QTest::addColumn<int>("user");
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<bool>("held"); // the membership asked for is held
-        QTest::addColumn<int>("test");
-        QTest::addColumn<bool>("allowed");
+        // held: the membership asked for is held
+        addColumns<int, int, QString, bool, int, bool>("system", "user", "group", "held", "test", "allowed");
         const int granted = int(Test::Granted), refused = int(Test::Refused);
         const int member = int(Test::Member), manager = int(Test::Manager);
         QTest::newRow("LOW, LOW") << 0 << 0 << "Sales" << false << granted << true;
@@ -74,9 +71,9 @@ private slots:
 
     void otherButtons_data()
     {
-        QTest::addColumn<QString>("site"); // the facts that hold: remote, servers, row, messaging, waiting
-        QTest::addColumn<int>("userLevel");
-        QTest::addColumn<QString>("states"); // Servers|Home|Change|Options|Out|In|New Message|Preview
+        // site: the facts that hold: remote, servers, row, messaging, waiting; states:
+        // Servers|Home|Change|Options|Out|In|New Message|Preview
+        addColumns<QString, int, QString>("site", "userLevel", "states");
         const auto row = [](const char* name, const char* site, int userLevel, const char* states) {
             QTest::newRow(name) << site << userLevel << states;
         };
@@ -106,11 +103,9 @@ private slots:
 
     void refreshPlan_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<LongList>("read"); // Counter, GroupCounter, ExtraColumnsCounter
-        QTest::addColumn<bool>("columnsChanged");
-        QTest::addColumn<bool>("rebuild");
-        QTest::addColumn<bool>("takeExtraColumns");
+        // read: Counter, GroupCounter, ExtraColumnsCounter
+        addColumns<QString, LongList, bool, bool, bool>("group", "read", "columnsChanged", "rebuild",
+                                                        "takeExtraColumns");
         // The last rebuild showed Sales with the counters 5, 2, 1.
         QTest::newRow("nothing changed") << "Sales" << LongList{5, 2, 1} << false << false << false;
         QTest::newRow("another group") << "Everyone" << LongList{5, 2, 1} << false << true << false;
@@ -133,11 +128,8 @@ private slots:
 
     void countdownTick_data()
     {
-        QTest::addColumn<long long>("rate"); // minutes
-        QTest::addColumn<long long>("before");
-        QTest::addColumn<bool>("minimized");
-        QTest::addColumn<QString>("outcome"); // the timer stops, counts, or counts and refreshes
-        QTest::addColumn<long long>("after");
+        // rate: minutes; outcome: the timer stops, counts, or counts and refreshes
+        addColumns<long long, long long, bool, QString, long long>("rate", "before", "minimized", "outcome", "after");
         QTest::newRow("off") << 0LL << 5LL << false << "stop" << 5LL;
         QTest::newRow("counting") << 1LL << 2LL << false << "count" << 1LL;
         QTest::newRow("run out") << 1LL << 1LL << false << "refresh" << 60LL;
@@ -160,8 +152,7 @@ private slots:
     // The saved layout read from a settings row and made into headers with their widths.
     void headersOfTheSettingsRow_data()
     {
-        QTest::addColumn<QString>("settings");
-        QTest::addColumn<QStringList>("headers");
+        addColumns<QString, QStringList>("settings", "headers");
         const auto row = [](const char* name, const char* settings, const char* headers) {
             QTest::newRow(name) << settings << QString(headers).split(' ');
         };
@@ -208,9 +199,7 @@ private slots:
 
     void find_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<bool>("found");
+        addColumns<QString, QString, bool>("value", "typed", "found");
         const auto row = [](const char* name, const char* value, const char* typed, bool found) {
             QTest::newRow(name) << value << typed << found;
         };
@@ -232,10 +221,7 @@ private slots:
     // the columns as they are now.
     void columnSnapshot_data()
     {
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<LongList>("places");
-        QTest::addColumn<LongList>("widths");
-        QTest::addColumn<bool>("differs");
+        addColumns<int, LongList, LongList, bool>("rows", "places", "widths", "differs");
         QTest::newRow("unchanged") << 3 << LongList{1, 2, 3} << LongList{900, 1500, 3000} << false;
         QTest::newRow("moved") << 3 << LongList{2, 1, 3} << LongList{900, 1500, 3000} << true;
         QTest::newRow("resized") << 3 << LongList{1, 2, 3} << LongList{900, 1800, 3000} << true;
@@ -254,8 +240,7 @@ private slots:
 
     void twips_data()
     {
-        QTest::addColumn<long long>("twips");
-        QTest::addColumn<int>("pixels");
+        addColumns<long long, int>("twips", "pixels");
         QTest::newRow("none") << 0LL << 0;
         QTest::newRow("one pixel") << 15LL << 1;
         QTest::newRow("rounds down") << 22LL << 1;

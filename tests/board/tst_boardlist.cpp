@@ -2,6 +2,7 @@
 // queries, sort and columns, the timers, and the end of a run.
 #include "board/grouptabbar.h"
 #include "boardfixture.h"
+#include "columns.h"
 #include "database/counters.h"
 #include "platform/clock.h"
 #include "platform/msgbox.h"
@@ -98,9 +99,7 @@ private slots:
 
     void groupQueries_data()
     {
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<QString>("box");
+        addColumns<QString, QStringList, QString>("group", "names", "box");
         QTest::newRow("Everyone hides ~ names")
             << "Everyone" << QStringList{"alan Poe", "Ann Lee", "Bob Ray"} << QString();
         QTest::newRow("a group shows them") << "Sales" << QStringList{"~Room 1", "Ann Lee"} << QString();
@@ -136,8 +135,7 @@ private slots:
     // order it chose is what the settings keep.
     void sortByCollation_data()
     {
-        QTest::addColumn<QString>("column");
-        QTest::addColumn<QStringList>("sorted");
+        addColumns<QString, QStringList>("column", "sorted");
         QTest::newRow("names") << "Name"
                                << QStringList{"alan Poe",          "Ann Lee",      "Bob Ray",     "\u00c9milie Roux",
                                               "\u00d8ystein Berg", "Zachary Hume", "\u9648\u4f1f"};
@@ -209,10 +207,8 @@ private slots:
 
     void rightsAtFirstActivate_data()
     {
-        QTest::addColumn<int>("systemLevel");
-        QTest::addColumn<int>("userLevel");
-        QTest::addColumn<bool>("manager"); // of Sales, the group shown, of which Ann is a member
-        QTest::addColumn<bool>("mayChangeOthers");
+        // manager: of Sales, the group shown, of which Ann is a member
+        addColumns<int, int, bool, bool>("systemLevel", "userLevel", "manager", "mayChangeOthers");
         QTest::newRow("system LOW: everybody may") << 0 << 0 << false << true;
         QTest::newRow("MEDIUM, user LOW: a member may") << 1 << 0 << false << true;
         QTest::newRow("HIGH, user MEDIUM: a member may not") << 2 << 1 << false << false;
@@ -252,7 +248,8 @@ private slots:
         QCOMPARE(f.panelText(3), " Refresh OFF ");
         const auto* timerMain = b.child<QTimer>("TimerMain");
         const auto* alerts = b.child<QTimer>("tmrCheckForStatusAlerts");
-        QVERIFY(timerMain->isActive() && alerts->isActive());
+        const auto* messages = b.child<QTimer>("tmrCheckForNewMessages"); // the first look ten seconds on
+        QVERIFY(timerMain->isActive() && alerts->isActive() && messages->isActive() && messages->interval() == 10000);
         f.TimerMain_Timer();
         QVERIFY(!timerMain->isActive());
         QCOMPARE(f.panelText(3), " Refresh OFF "); // the stopping tick writes nothing
@@ -299,23 +296,40 @@ private slots:
         QVERIFY(dao::DBEngine::statementCount() > 0);
     }
 
-    // The ordinary end with AutoLogOut leaves a protected or unknown status alone;
-    // the person is marked inactive and the layout saved.
     void endOfRun_data()
     {
-        QTest::addColumn<QString>("status");
-        QTest::newRow("protected status stays") << "On Holiday";
-        QTest::newRow("a typed status stays") << "Gardening";
+        // forced: by the forced-shutdown file, read at the tick
+        addColumns<QString, bool>("status", "forced");
+        QTest::newRow("protected status stays") << "On Holiday" << false;
+        QTest::newRow("a typed status stays") << "Gardening" << false;
+        QTest::newRow("forced shutdown: no Out") << "Busy" << true;
     }
+    // The close box with MinimizeOnClose only minimizes. The ordinary end with
+    // AutoLogOut leaves a protected or unknown status alone, a forced shutdown any
+    // status, and starts inicheck with the line the client is to be started with
+    // again; the person is marked inactive and the layout saved.
     void endOfRun()
     {
         QFETCH(QString, status);
+        QFETCH(bool, forced);
         Board b;
         b.site.status("Ann Lee", status);
         frmMain& f = b.open();
+        f.show();
         f.selectGroup("Sales");
-        gPerson.gblnAutoLogOut = true;
-        QCOMPARE(TestGateways::endCodeOf([&] { f.requestUnload(vbAppTaskManager); }), std::optional<int>(0));
+        gPerson.gblnAutoLogOut = gPerson.gblnMinimizeOnClose = true;
+        bool cancel = false;
+        f.Form_QueryUnload(cancel, vbFormControlMenu);
+        QVERIFY(cancel && f.isMinimized());
+        f.tmrCheckForForcedShutDown_Timer();        // no shutdown asked for
+        QCOMPARE(b.ofAnn("ActiveFlag"), QString()); // nothing of the end ran
+        database::setForcedShutDown(b.site.path(), forced);
+        const auto end = [&] {
+            forced ? f.tmrCheckForForcedShutDown_Timer() : f.requestUnload(vbAppTaskManager);
+        };
+        QCOMPARE(TestGateways::endCodeOf(end), std::optional<int>(0));
+        const QString inicheck = "start /opt/veskor/inicheck -UID:  -STS:ForcedShutDown";
+        QCOMPARE(b.gw.shell().calls, forced ? QStringList{inicheck} : QStringList());
         QCOMPARE(b.ofAnn("Status & '/' & ActiveFlag"), status + "/No");
         QCOMPARE(b.ofAnn("DefaultGroup", "EmployeeSettingsTable"), "Sales");
         QCOMPARE(b.gw.boxes().count(), 0);
@@ -334,36 +348,6 @@ private slots:
                              "advise your VESK-OR Administrator to re-initialize this users account.\r\n\r\nSelect "
                              "OK to exit VESK-OR."});
         QCOMPARE(gRun.gstrDefaultUser, "Removed");
-    }
-
-    void closeBoxMinimizesWithMinimizeOnClose()
-    {
-        Board b;
-        frmMain& f = b.open();
-        f.show();
-        gPerson.gblnMinimizeOnClose = true;
-        bool cancel = false;
-        f.Form_QueryUnload(cancel, vbFormControlMenu);
-        QVERIFY(cancel);
-        QVERIFY(f.isMinimized());
-        QCOMPARE(b.ofAnn("ActiveFlag"), QString()); // nothing of the end ran
-    }
-
-    // The forced-shutdown file is read at the tick: inicheck is started with the
-    // line the client is to be started with again, and the run ends without "Out".
-    void forcedShutDownAtTheTick()
-    {
-        Board b;
-        b.site.status("Ann Lee", "Busy");
-        frmMain& f = b.open();
-        gPerson.gblnAutoLogOut = true;
-        f.tmrCheckForForcedShutDown_Timer();
-        QVERIFY(b.gw.shell().calls.isEmpty());
-
-        database::setForcedShutDown(b.site.path(), true);
-        QCOMPARE(TestGateways::endCodeOf([&] { f.tmrCheckForForcedShutDown_Timer(); }), std::optional<int>(0));
-        QCOMPARE(b.gw.shell().calls, QStringList{"start /opt/veskor/inicheck -UID:  -STS:ForcedShutDown"});
-        QCOMPARE(b.ofAnn("ActiveFlag & '/' & Status"), "No/Busy");
     }
 };
 

@@ -4,6 +4,7 @@
 #include "board/singleinstance.h"
 #include "board/statusicons.h"
 #include "boardfixture.h"
+#include "columns.h"
 
 #include <QApplication>
 #include <QLocalServer>
@@ -64,8 +65,7 @@ private slots:
 
     void trayObject_data()
     {
-        QTest::addColumn<int>("minimizeSetting");
-        QTest::addColumn<bool>("tray");
+        addColumns<int, bool>("minimizeSetting", "tray");
         QTest::newRow("task bar only") << 0 << false;
         QTest::newRow("tray only") << 1 << true;
         QTest::newRow("both") << 2 << true;
@@ -97,9 +97,8 @@ private slots:
 
     void menuClick_data()
     {
-        QTest::addColumn<QString>("status"); // the row's name is the entry's key
-        QTest::addColumn<long long>("code");
-        QTest::addColumn<Qt::WindowStates>("state");
+        // status: the row's name is the entry's key
+        addColumns<QString, long long, Qt::WindowStates>("status", "code", "state");
         QTest::newRow("Out") << "Out" << 1LL << Qt::WindowStates();
         QTest::newRow("Busy") << "Busy" << 2LL << Qt::WindowStates();
         QTest::newRow("Minimize") << "In" << 3LL << Qt::WindowStates(Qt::WindowMinimized);
@@ -192,8 +191,8 @@ private slots:
 
     void socketFolder_data()
     {
-        QTest::addColumn<int>("runtimeMode"); // -1: XDG_RUNTIME_DIR unset
-        QTest::addColumn<bool>("runtimeUsed");
+        // runtimeMode: -1 for XDG_RUNTIME_DIR unset
+        addColumns<int, bool>("runtimeMode", "runtimeUsed");
         QTest::newRow("the runtime directory") << 0700 << true;
         QTest::newRow("a runtime directory others may enter") << 0755 << false;
         QTest::newRow("a runtime directory others may write") << 0777 << false;

@@ -1,7 +1,6 @@
 // Holds locks on a database for the engine's tests, from a process of its own.
 //   dao_helper hold PATH               SQLite's own exclusive lock (BEGIN EXCLUSIVE)
 //   dao_helper exclusive PATH          the engine's exclusive (maintenance) open
-//   dao_helper raise PATH COUNT        COUNT raises by one of Num of the first row of People
 // "hold" and "exclusive" print "locked" and keep the lock until stdin closes.
 #include "dao/dao.h"
 
@@ -52,26 +51,6 @@ int exclusive(const QString& path)
     return 0;
 }
 
-// Read, add one, write back through Edit/Update, each time on a fresh open.
-int raise(const QString& path, int count)
-{
-    try {
-        for (int i = 0; i < count; ++i) {
-            auto db = dao::DBEngine::OpenDatabase(path);
-            auto rs = db->OpenRecordset("People");
-            rs->Edit();
-            rs->Fields("Num") = rs->Fields("Num").Value().toLongLong() + 1;
-            rs->Update();
-            db->Close();
-        }
-    } catch (const dao::JetError& e) {
-        std::printf("error %d\n", e.number());
-        return 1;
-    }
-    std::printf("done\n");
-    return 0;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -82,8 +61,6 @@ int main(int argc, char** argv)
         return hold(args[2]);
     if (args.size() >= 3 && args[1] == QLatin1String("exclusive"))
         return exclusive(args[2]);
-    if (args.size() >= 4 && args[1] == QLatin1String("raise"))
-        return raise(args[2], args[3].toInt());
-    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH | raise PATH COUNT\n");
+    std::fprintf(stderr, "usage: dao_helper hold|exclusive PATH\n");
     return 2;
 }

@@ -3,6 +3,7 @@
 // file busy in another process; a closed or read-only database. The Jet dialect:
 // translation to SQLite (table definitions also run by the engine), its refusals,
 // Jet's LIKE and the text of numbers.
+#include "columns.h"
 #include "dao/jetsql.h"
 #include "daotest.h"
 
@@ -62,9 +63,7 @@ private slots:
 
     void openFailures_data()
     {
-        QTest::addColumn<QString>("setup");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("number");
+        addColumns<QString, QString, int>("setup", "file", "number");
         const auto row = [](const char* name, const char* setup, const char* file, int number) {
             QTest::newRow(name) << setup << file << number;
         };
@@ -176,7 +175,8 @@ private slots:
         QCOMPARE(jetNumber([&] { DBEngine::OpenDatabase(file)->Close(); }), 0);
     }
 
-    void closedDatabaseIsInvalid()
+    // A closed database and all opened from it are invalid; a read-only open refuses writes.
+    void closedOrReadOnly()
     {
         auto db = DBEngine::OpenDatabase(file);
         auto rs = db->OpenRecordset("People");
@@ -187,20 +187,14 @@ private slots:
         QCOMPARE(jetNumber([&] { rs->Fields("Name").Value(); }), int(errObjectInvalid));
         QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errObjectInvalid));
         QCOMPARE(jetNumber([&] { db->Close(); }), 0); // closing twice is harmless
-    }
-
-    void readOnlyOpen()
-    {
-        auto db = DBEngine::OpenDatabase(file, false, true);
-        auto rs = db->OpenRecordset("People");
-        QCOMPARE(jetNumber([&] { rs->Edit(); }), int(errCannotUpdate));
+        db = DBEngine::OpenDatabase(file, false, true);
+        QCOMPARE(jetNumber([&] { db->OpenRecordset("People")->Edit(); }), int(errCannotUpdate));
         QCOMPARE(jetNumber([&] { db->Execute("DELETE FROM People"); }), int(errCannotUpdate));
     }
 
     void translate_data()
     {
-        QTest::addColumn<QString>("jet");
-        QTest::addColumn<QString>("sqlite");
+        addColumns<QString, QString>("jet", "sqlite");
         const auto row = [](const char* name, const QString& jet, const QString& sqlite) {
             QTest::newRow(name) << jet << sqlite;
         };
@@ -290,8 +284,7 @@ private slots:
 
     void refused_data()
     {
-        QTest::addColumn<QString>("jet");
-        QTest::addColumn<int>("number");
+        addColumns<QString, int>("jet", "number");
         QTest::newRow("second statement") << "SELECT * FROM T; DROP TABLE T" << 3142;
         QTest::newRow("double semicolon") << "SELECT 1;;" << 3142;
         QTest::newRow("comment after end") << "UPDATE T SET A = 1; --" << 3142;
@@ -326,9 +319,7 @@ private slots:
 
     void like_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QStringList>("matching");
-        QTest::addColumn<QStringList>("other");
+        addColumns<QString, QStringList, QStringList>("pattern", "matching", "other");
         const auto row = [](const char* pattern, const QStringList& matching, const QStringList& other) {
             QTest::newRow(pattern) << QString::fromUtf8(pattern) << matching << other;
         };
@@ -353,6 +344,8 @@ private slots:
         row("*[", {}, {"anything", "["});
         row("[a", {}, {"a", "[a"});
         row("ZOË", {"Zoë"}, {"Zoe"});
+        row("strasse", {"STRASSE"}, {"Straße"}); // one code point for one
+        row("K", {"\u212A", "k"}, {});           // the Kelvin sign
         row("σίσυφος", {"ΣΊΣΥΦΟΣ"}, {});
         row("Σ", {"ς"}, {});
         row("[а-я]ван", {"Иван"}, {"Ivan"});

@@ -1,6 +1,7 @@
 // The open-and-close regime of the shared file, the answers to a failed open,
 // the group look-up, and the change counters: what a poll reads and acts on, and
 // the raise of Counter.
+#include "columns.h"
 #include "countingscreen.h"
 #include "dao/dao.h"
 #include "database/counters.h"
@@ -17,6 +18,7 @@
 #include <QTest>
 #include <QTimer>
 #include <array>
+#include <optional>
 
 using namespace platform;
 
@@ -45,17 +47,30 @@ class TstModDatabase : public QObject
 {
     Q_OBJECT
 
+    // Each test's gateways, its site (the one the database procedures open) and
+    // the main screen that counts the unloads and reactions.
+    std::optional<TestGateways> gw;
+    std::optional<TempSite> site;
+    std::optional<CountingScreen> screen;
+
 private slots:
+    void init()
+    {
+        gw.emplace();
+        site.emplace();
+        site->makeCurrent();
+        setMainScreen(&screen.emplace());
+    }
     void cleanup()
     {
         TimerCloseDatabase().stop();
+        gRun.gdbDatabase.reset();
+        site.reset();
+        gw.reset();
     }
 
     void burstSharesOneOpenAndTheTickCloses()
     {
-        TestGateways gw;
-        TempSite site;
-        site.makeCurrent();
         subOpenDatabase();
         const auto first = gRun.gdbDatabase;
         QVERIFY(first->isOpen() && !gRun.gblnDatabaseClosed && TimerCloseDatabase().isActive());
@@ -73,13 +88,8 @@ private slots:
 
     void failedOpen_data()
     {
-        QTest::addColumn<QString>("broken");
-        QTest::addColumn<QList<int>>("answers");
-        QTest::addColumn<QString>("start");
-        QTest::addColumn<QString>("end");
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<int>("unloads");
+        addColumns<QString, QList<int>, QString, QString, int, QString, int>("broken", "answers", "start", "end",
+                                                                             "flags", "title", "unloads");
         const auto row = [](const char* name, const char* broken, QList<int> answers, const QString& start,
                             const QString& end, int flags, const QString& title, int unloads) {
             QTest::newRow(name) << broken << answers << start << end << flags << title << unloads;
@@ -112,89 +122,73 @@ private slots:
         QFETCH(int, flags);
         QFETCH(QString, title);
         QFETCH(int, unloads);
-        TestGateways gw;
-        CountingScreen screen;
-        setMainScreen(&screen);
-        TempSite site;
-        site.makeCurrent();
         if (broken == "folder")
-            gRun.gstrCurrentDatabasePath = site.path() + "gone" + QDir::separator();
+            gRun.gstrCurrentDatabasePath = site->path() + "gone" + QDir::separator();
         if (broken != "folder")
-            QVERIFY(QFile::remove(site.dbPath()));
+            QVERIFY(QFile::remove(site->dbPath()));
         if (broken == "folder as file")
-            QVERIFY(QDir().mkdir(site.dbPath()));
+            QVERIFY(QDir().mkdir(site->dbPath()));
         if (broken == "garbage")
-            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
+            QVERIFY(writeFile(site->dbPath(), QByteArray(4096, 'x')));
         for (int answer : answers)
-            gw.boxes().answer(answer);
+            gw->boxes().answer(answer);
 
         QCOMPARE(TestGateways::endCodeOf([] { subOpenDatabase(); }), std::optional<int>(0));
-        QCOMPARE(gw.boxes().count(), answers.size());
-        for (const ShownBox& box : gw.boxes().shown()) {
+        QCOMPARE(gw->boxes().count(), answers.size());
+        for (const ShownBox& box : gw->boxes().shown()) {
             QVERIFY2(box.prompt.startsWith(start) && box.prompt.endsWith(end), qPrintable(box.prompt));
             QCOMPARE(box.flags, flags);
             QCOMPARE(box.title, title);
         }
-        QCOMPARE(screen.unloads, unloads);
+        QCOMPARE(screen->unloads, unloads);
         // Three tries a round, 500 and 1000 ms apart, counted on the status bar.
-        QCOMPARE(gw.clock().sleptMs(), 1500 * answers.size());
-        QCOMPARE(screen.panelText(2), " Opening database - try #2");
+        QCOMPARE(gw->clock().sleptMs(), 1500 * answers.size());
+        QCOMPARE(screen->panelText(2), " Opening database - try #2");
     }
 
     void exclusiveOpenIsWaitedOut()
     {
-        TestGateways gw;
-        TempSite site;
-        site.makeCurrent();
-        auto holder = dao::DBEngine::OpenDatabase(site.dbPath(), true);
+        auto holder = dao::DBEngine::OpenDatabase(site->dbPath(), true);
         QTimer::singleShot(0, [&] { holder->Close(); }); // once events run, after the box
-        gw.boxes().answer(vbOK);
+        gw->boxes().answer(vbOK);
 
         subOpenDatabase();
-        QCOMPARE(gw.boxes().last().prompt.left(27), "Non-fatal Error (3045 ) in ");
-        QVERIFY(gw.boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
-                                                  "Please wait a few seconds, then press OK to continue."));
-        QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
+        QCOMPARE(gw->boxes().last().prompt.left(27), "Non-fatal Error (3045 ) in ");
+        QVERIFY(gw->boxes().last().prompt.endsWith("\r\rProbably cause: Administrator was repairing the database. "
+                                                   "Please wait a few seconds, then press OK to continue."));
+        QCOMPARE(gw->boxes().last().flags, int(vbExclamation));
         QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen() && !gRun.gblnDatabaseClosed);
     }
 
     void groupExists()
     {
-        TestGateways gw;
-        TempSite site;
-        site.group("Sales").group("Sales*");
-        site.makeCurrent();
+        site->group("Sales").group("Sales*");
         QVERIFY(fnGroupExists("sales") && fnGroupExists("SALES*"));
         QVERIFY(!fnGroupExists("Sale") && !fnGroupExists("S*"));
 
         // A database object lost while events ran is opened again, without a box.
         gRun.gdbDatabase->Close();
         QVERIFY(fnGroupExists("Sales") && gRun.gdbDatabase->isOpen());
-        QCOMPARE(gw.boxes().count(), 0);
+        QCOMPARE(gw->boxes().count(), 0);
     }
 
     void raiseOnAnEmptyTable()
     {
-        TestGateways gw;
-        TempSite site;
-        site.execute("DELETE FROM StatusCounterTable");
-        site.makeCurrent();
+        site->execute("DELETE FROM StatusCounterTable");
         // The new row's Null counter is set to 1, then raised.
         subUpdateStatusCounter();
-        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("2"));
+        QCOMPARE(site->value("SELECT Counter FROM StatusCounterTable"), QString("2"));
         subUpdateStatusCounter();
-        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("3"));
+        QCOMPARE(site->value("SELECT Counter FROM StatusCounterTable"), QString("3"));
         QCOMPARE(gCounters.glngStatusCounter, 3);
         QCOMPARE(gCounters.glngLastStatusCounter, 0); // so this client's own next refresh rebuilds
-        QCOMPARE(gw.boxes().count(), 0);
+        QCOMPARE(gw->boxes().count(), 0);
     }
 
     void poll_data()
     {
-        QTest::addColumn<Counters>("file");
-        QTest::addColumn<Counters>("acted"); // last acted on, before the poll
-        QTest::addColumn<QList<int>>("reactions");
-        QTest::addColumn<Counters>("actedAfter");
+        // acted: last acted on, before the poll
+        addColumns<Counters, Counters, QList<int>, Counters>("file", "acted", "reactions", "actedAfter");
         QTest::newRow("first pass acts on everything")
             << Counters{5, 1, 3, 2, 4} << Counters{0, 0, 0, 0, 0} << QList<int>{1, 1, 1} << Counters{0, 1, 3, 2, 0};
         QTest::newRow("group and security rise")
@@ -211,16 +205,11 @@ private slots:
         QFETCH(Counters, file);
         QFETCH(Counters, acted);
         QFETCH(QList<int>, reactions);
-        TestGateways gw;
-        CountingScreen screen;
-        setMainScreen(&screen);
-        TempSite site;
         const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",
                                    "ExtraColumnsCounter"};
         for (int i = 0; i < 5; ++i)
-            site.execute(QStringLiteral("UPDATE StatusCounterTable SET %1 = %2").arg(names[i]).arg(file[i]));
-        site.setting("SystemSecurityLevel", "2");
-        site.makeCurrent();
+            site->execute(QStringLiteral("UPDATE StatusCounterTable SET %1 = %2").arg(names[i]).arg(file[i]));
+        site->setting("SystemSecurityLevel", "2");
         for (int i = 0; i < 5; ++i)
             *kLastActed[i] = acted[i];
 
@@ -228,7 +217,7 @@ private slots:
         const Counters read{gCounters.glngStatusCounter, gCounters.glngStatusTypeCounter, gCounters.glngGroupCounter,
                             gCounters.glngSecurityCounter, gCounters.glngExtraColumnsCounter};
         QCOMPARE(read, (Counters{file[0], 1, file[2], file[3], file[4]}));
-        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(screen->reactions, reactions);
         QCOMPARE(gSite.gintSystemSecurityLevel, reactions[2] ? 2 : 0);
         QTEST(lastActedOn(), "actedAfter");
 
@@ -236,21 +225,18 @@ private slots:
         // check's two reads and its own.
         dao::DBEngine::resetStatementCount();
         subGetCounterValues();
-        QCOMPARE(screen.reactions, reactions);
+        QCOMPARE(screen->reactions, reactions);
         QCOMPARE(dao::DBEngine::statementCount(), 3);
-        QCOMPARE(gw.boxes().count(), 0);
+        QCOMPARE(gw->boxes().count(), 0);
     }
 
     // A poll at a bad moment reads zeros, which the list refresh takes for a change.
     void failedReadGivesZeros()
     {
-        TestGateways gw;
-        TempSite site;
-        site.makeCurrent();
         gCounters.glngStatusCounter = gCounters.glngGroupCounter = gCounters.glngLastStatusCounter =
             gCounters.glngLastGroupCounter = 4;
         {
-            OtherClient other(site);
+            OtherClient other(*site);
             subOpenDatabase();
             QVERIFY(other.begin("BEGIN EXCLUSIVE; UPDATE StatusCounterTable SET Counter = 9"));
             subGetCounterValues();
@@ -259,35 +245,32 @@ private slots:
                      gCounters.glngSecurityCounter + gCounters.glngExtraColumnsCounter,
                  0);
         QCOMPARE(lastActedOn(), (Counters{4, 0, 4, 0, 0}));
-        QCOMPARE(gw.boxes().count(), 0);
+        QCOMPARE(gw->boxes().count(), 0);
     }
 
     void lockedCounterAsksToRetry()
     {
-        TestGateways gw;
-        TempSite site;
-        site.makeCurrent();
-        gw.boxes().answer(vbYes).answer(vbNo);
+        gw->boxes().answer(vbYes).answer(vbNo);
         {
-            OtherClient other(site);
+            OtherClient other(*site);
             QVERIFY(other.begin("BEGIN IMMEDIATE"));
             subUpdateStatusCounter();
         }
         // Yes starts again at the open; No leaves with the counter as it was.
-        QCOMPARE(gw.boxes().count(), 2);
-        QVERIFY2(gw.boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw.boxes().last().prompt));
-        QVERIFY(gw.boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
-        QCOMPARE(gw.boxes().last().flags, int(vbYesNo + vbQuestion));
-        QCOMPARE(gw.boxes().last().title, " VESK-OR Pro ");
-        QCOMPARE(site.value("SELECT Counter FROM StatusCounterTable"), QString("1"));
+        QCOMPARE(gw->boxes().count(), 2);
+        QVERIFY2(gw->boxes().last().prompt.startsWith("Error: 3218 - "), qPrintable(gw->boxes().last().prompt));
+        QVERIFY(gw->boxes().last().prompt.endsWith("\r\nWould you like to retry ?"));
+        QCOMPARE(gw->boxes().last().flags, int(vbYesNo + vbQuestion));
+        QCOMPARE(gw->boxes().last().title, " VESK-OR Pro ");
+        QCOMPARE(site->value("SELECT Counter FROM StatusCounterTable"), QString("1"));
 
         // Any other error is a warning, and the procedure leaves.
-        site.execute("DROP TABLE StatusCounterTable");
-        gw.boxes().answer(vbOK);
+        site->execute("DROP TABLE StatusCounterTable");
+        gw->boxes().answer(vbOK);
         subUpdateStatusCounter();
-        QVERIFY(gw.boxes().last().prompt.startsWith("Error=3078\r\n Error message="));
-        QVERIFY(gw.boxes().last().prompt.endsWith(". Update cancelled."));
-        QCOMPARE(gw.boxes().last().flags, int(vbExclamation));
+        QVERIFY(gw->boxes().last().prompt.startsWith("Error=3078\r\n Error message="));
+        QVERIFY(gw->boxes().last().prompt.endsWith(". Update cancelled."));
+        QCOMPARE(gw->boxes().last().flags, int(vbExclamation));
     }
 };
 

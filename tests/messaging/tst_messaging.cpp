@@ -1,24 +1,12 @@
 // Messages on a real site file: the rows each send path writes, drafts, the
-// changes of a copy's category, the reply and forward bodies, the watcher, and
-// the indexes the watcher, the pane and the Preview list are read through.
-#include "dao/jetsql.h"
-#include "dao/quote.h"
-#include "database/moddatabase.h"
-#include "database/upgrade.h"
-#include "kernel/globals.h"
-#include "messaging/messagesql.h"
+// changes of a copy's category, the reply and forward bodies, and the watcher.
 #include "messaging/messagestore.h"
 #include "messaging/newmessagewatcher.h"
 #include "messaging/storedmessage.h"
-#include "ondisk.h"
 #include "platform/clock.h"
-#include "realclient.h"
-#include "tempsite.h"
-#include "testgateways.h"
+#include "statusfixture.h"
 
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 using namespace messaging;
 
@@ -33,22 +21,8 @@ const QString kOddBody = (QStringLiteral("line one\r\n\tTab \"quoted\" 'it''s' \
 const QString kCopyColumns = QStringLiteral("Category, SentFromName, SentToName, MessageOwner, MessageFrom, "
                                             "MessageSubject, MessageBody, SentFromRemoteUNC");
 
-struct Fixture
+struct Fixture : StatusFixture
 {
-    TestGateways gw;
-    TempSite site;
-    Fixture()
-    {
-        site.person(kMe).person(QStringLiteral("Bob Ray")).person(QStringLiteral("Cy Dee"));
-        site.makeCurrent();
-        gRun.gblnDatabaseClosed = true;
-        gRun.gstrDefaultUser = kMe;
-    }
-    ~Fixture()
-    {
-        TimerCloseDatabase().stop();
-        gRun.gdbDatabase.reset();
-    }
     // Every row in MessageID order, untrimmed, a Null as "<null>".
     QList<QStringList> rows(const QString& columns = kCopyColumns) const
     {
@@ -61,10 +35,6 @@ struct Fixture
             }
         }
         return all;
-    }
-    long long counter() const
-    {
-        return database::readCounter(*site.openDb(), QStringLiteral("Counter"));
     }
     long long add(const QString& owner, const QString& category, double sent)
     {
@@ -200,14 +170,11 @@ private slots:
                                      {"Sent", kMe, "Bob Ray; Zed", "<null>"}}));
     }
 
-    // Closing a viewed copy marks it read without news; delete asks first; the
-    // pane's removal takes ids past any 16-bit or 32-bit limit.
+    // Closing a viewed copy marks it read without news; delete asks first.
     void categoryChanges()
     {
         Fixture f;
         const long long mine = f.add(kMe, "New", 1), other = f.add("Bob Ray", "New", 1);
-        QVERIFY(f.site.rawExec("INSERT INTO MessagesTable (MessageID, Category, SentToName) VALUES (5000000000, "
-                               "'New', 'Ann Lee')"));
         QVERIFY(fnMarksReadOnClose("View", "New") && fnMarksReadOnClose("View", "Read"));
         QVERIFY(!fnMarksReadOnClose("Reply", "New") && !fnMarksReadOnClose("View", "Forward"));
         const long long before = f.counter();
@@ -215,13 +182,12 @@ private slots:
         QCOMPARE(f.counter(), before);
         f.gw.boxes().answer(platform::vbNo).answer(platform::vbYes);
         QVERIFY(!subDeleteMessage(other));
-        QCOMPARE(f.rows("Category"), (QList<QStringList>{{"Read"}, {"New"}, {"New"}}));
+        QCOMPARE(f.rows("Category"), (QList<QStringList>{{"Read"}, {"New"}}));
         QVERIFY(subDeleteMessage(other));
         QCOMPARE(f.gw.boxes().last().title, QStringLiteral("Delete Confirmation Required"));
-        subRemoveMessagesFromPane({5000000000LL});
         const QString now = dao::sqlNumber(platform::DateTimeNum(platform::Now()));
         QCOMPARE(f.rows("Category, LastUsedDateTimeNum"), (QList<QStringList>{{"Read", now}, {"Deleted", now}}));
-        QCOMPARE(f.counter(), before + 2);
+        QCOMPARE(f.counter(), before + 1);
     }
 
     void replyAndForwardQuoteTheOriginal()
@@ -269,36 +235,6 @@ private slots:
         m.sent = platform::DateTimeNum(QDateTime(QDate(2026, 3, 4), QTime(7, 8, 9)));
         m.lastUsed = platform::DateTimeNum(QDateTime(QDate(2026, 3, 5), QTime(18, 0)));
         QCOMPARE(fnLastUsedLine(m).value_or("-"), line);
-    }
-
-    // The watcher, the pane and the Preview list find a person's copies through an
-    // index, on a new site and on an older file once it is brought up to date, so
-    // their cost does not grow with the table's age.
-    void messageQueriesUseAnIndex_data()
-    {
-        QTest::addColumn<QString>("sql");
-        QTest::addColumn<QString>("search");
-        const QString recipient = QStringLiteral("MessagesByRecipient (SentToName=? AND Category=?");
-        QTest::newRow("watcher") << fnWatcherSql(kMe, 46000.25) << recipient + " AND SentDateTimeNum>?)";
-        QTest::newRow("pane") << fnPaneSql(kMe) << recipient + ")";
-        QTest::newRow("all copies") << fnOwnerMessagesSql(kMe) << "MessagesByOwner (MessageOwner=?)";
-        QTest::newRow("deleted copies") << fnOwnerMessagesSql(kMe, "Deleted") << "MessagesByOwner (MessageOwner=?)";
-    }
-    void messageQueriesUseAnIndex()
-    {
-        QFETCH(QString, sql);
-        QFETCH(QString, search);
-        TestGateways gw;
-        const auto plan = [&](const TempSite& site) {
-            return sqliteColumn(site.dbPath(), "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql, 3).join(" / ");
-        };
-        const QString used = "SEARCH MessagesTable USING INDEX " + search;
-        const TempSite present;
-        QVERIFY2(plan(present) == used, qPrintable(plan(present)));
-        TempSite older(database::SchemaRelease::Older);
-        older.makeCurrent();
-        subUpdateDatabaseStructure();
-        QVERIFY2(plan(older) == used, qPrintable(plan(older)));
     }
 
     // Three looks, a minute apart; each message joins the table before one of
@@ -363,25 +299,6 @@ private slots:
         QVERIFY(f.site.rawExec("ALTER TABLE MessagesTable RENAME TO Gone"));
         QVERIFY_THROWS_EXCEPTION(VbError, watcher.fnCheckForNewMessages(kMe));
         QCOMPARE(watcher.strLastCheckedForNewMessages(), dao::sqlNumber(platform::DateTimeNum(platform::Now())));
-    }
-
-    // Another person's running client finds a message sent to them: its first look,
-    // ten seconds after its board opens, pops it with the new-message sound.
-    void runningClientPopsAMessageSentToIt()
-    {
-        Fixture f;
-        f.site.person(QStringLiteral("Di Moss"), QStringLiteral("dmoss"));
-        QTemporaryDir runtime;
-        RealClient di(f.site.path(), {QStringLiteral("-UID:dmoss")}, {}, runtime.path());
-        QTRY_COMPARE_WITH_TIMEOUT(f.site.value("SELECT ActiveFlag FROM EmployeeTable WHERE Name = 'Di Moss'"),
-                                  QStringLiteral("Yes"), 20000);
-        QCOMPARE(
-            subSendNewMessage(QStringLiteral("Di Moss"), {kMe, QStringLiteral("Lunch?"), QStringLiteral("At one.")})
-                .outcome,
-            SendOutcome::Sent);
-        QTRY_VERIFY_WITH_TIMEOUT(di.shellRequests().contains("sound "), 30000);
-        QVERIFY(di.shellRequests().contains("veskor-new-message.wav"));
-        QCOMPARE(di.boxesShown(), QByteArray());
     }
 };
 

@@ -1,6 +1,7 @@
 // The Options screen: what OK writes and the board shows, what Cancel and a
 // deleted person leave alone; on real site files, offscreen.
 #include "boardfixture.h"
+#include "columns.h"
 #include "options/frmoptions.h"
 #include "status/statuscommon.h"
 
@@ -89,9 +90,7 @@ class TestOptions : public QObject
 private slots:
     void roundTrip_data()
     {
-        QTest::addColumn<Screen>("chosen");
-        QTest::addColumn<int>("refreshRate");
-        QTest::addColumn<int>("minimizeSetting");
+        addColumns<Screen, int, int>("chosen", "refreshRate", "minimizeSetting");
         QTest::newRow("all on, never, tray only") << Screen{"11111111", 1, 0, 1, 1, 15, "x 4711"} << 0 << 1;
         QTest::newRow("all off, hourly, task bar only") << Screen{"00000000", 0, 1, 0, 0, 8, ""} << 60 << 0;
         QTest::newRow("every minute, both") << Screen{"10100101", 2, 2, 1, 0, 11, "555 \"0100\""} << 1 << 2;
@@ -187,9 +186,7 @@ private slots:
 
     void board_data()
     {
-        QTest::addColumn<Screen>("chosen");
-        QTest::addColumn<int>("countDown");
-        QTest::addColumn<bool>("tray");
+        addColumns<Screen, int, bool>("chosen", "countDown", "tray");
         QTest::newRow("tree, text, large, bold 12, 15 min, tray only")
             << Screen{"00000111", 4, 0, 0, 1, 12, ""} << 900 << true;
         QTest::newRow("tabs, small, never, task bar only") << Screen{"00000000", 1, 1, 1, 0, 8, ""} << 0 << false;

@@ -3,6 +3,7 @@
 // started as a child runs a QApplication with a window, registers closing work
 // and ends, and the parent reads its exit code and output, the static objects'
 // destruction included.
+#include "columns.h"
 #include "platform/gui/qtmessageboxes.h"
 #include "platform/process.h"
 
@@ -105,12 +106,9 @@ private slots:
 
     void messageBox_data()
     {
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<QList<int>>("buttons");
-        QTest::addColumn<QMessageBox::Icon>("icon");
-        QTest::addColumn<Button>("defaultButton");
-        QTest::addColumn<QString>("press"); // a button's name, or "Escape"
-        QTest::addColumn<int>("answer");
+        // press: a button's name, or "Escape"
+        addColumns<int, QList<int>, QMessageBox::Icon, Button, QString, int>("flags", "buttons", "icon",
+                                                                             "defaultButton", "press", "answer");
         using M = QMessageBox;
         const auto row = [](const char* name, int flags, const QList<int>& buttons, M::Icon icon, Button defaultButton,
                             const char* press, int answer) {
@@ -186,9 +184,7 @@ private slots:
 
     void realEnd_data()
     {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QByteArray>("output");
+        addColumns<QString, int, QByteArray>("mode", "exitCode", "output");
         QTest::newRow("work newest first, then exit") << "plain" << 7 << QByteArray("tray\ndatabase\nstatics\n");
         QTest::newRow("End within the work") << "again" << 9 << QByteArray("tray\ndatabase\nstatics\n");
     }

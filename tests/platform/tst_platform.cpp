@@ -1,6 +1,7 @@
 // The platform's parts without a screen: settings files read and written as
 // Windows' profile functions do, the mount table, the two spellings of a network
 // path; the engine's date numbers both ways and VB's date formats in two locales.
+#include "columns.h"
 #include "ondisk.h"
 #include "platform/clock.h"
 #include "platform/mounts.h"
@@ -57,11 +58,7 @@ private slots:
 
     void get_data()
     {
-        QTest::addColumn<QString>("section");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("defaultValue");
-        QTest::addColumn<int>("bufferSize");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, QString, QString, int, QString>("section", "key", "defaultValue", "bufferSize", "expected");
         const auto row = [](const char* name, const char* section, const char* key, const char* defaultValue,
                             int bufferSize, const char* expected) {
             QTest::newRow(name) << section << key << defaultValue << bufferSize << QString::fromUtf8(expected);
@@ -103,11 +100,7 @@ private slots:
 
     void write_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QString>("section");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QByteArray>("after");
+        addColumns<QByteArray, QString, QString, QString, QByteArray>("before", "section", "key", "value", "after");
         const auto row = [](const char* name, const char* before, const char* section, const QString& key,
                             const QString& value, const char* after) {
             QTest::newRow(name) << QByteArray(before) << section << key << value << QByteArray(after);
@@ -144,9 +137,7 @@ private slots:
     // A local path's spelling on the network, and back.
     void paths_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("other");
-        QTest::addColumn<bool>("toUnc");
+        addColumns<QString, QString, bool>("path", "other", "toUnc");
         const auto unc = [](const char* name, const char* path, const char* unc) {
             QTest::newRow(name) << path << unc << true;
         };
@@ -194,9 +185,7 @@ private slots:
     // both: the date gives the number too; else the number rounds to the date.
     void dateTimeNum_data()
     {
-        QTest::addColumn<QDateTime>("when");
-        QTest::addColumn<double>("number");
-        QTest::addColumn<bool>("both");
+        addColumns<QDateTime, double, bool>("when", "number", "both");
         const auto row = [](const char* name, QDate day, QTime time, double number, bool both = true) {
             QTest::newRow(name) << QDateTime(day, time) << number << both;
         };
@@ -224,10 +213,7 @@ private slots:
 
     void format_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QDateTime>("when");
-        QTest::addColumn<QString>("form");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, QDateTime, QString, QString>("locale", "when", "form", "expected");
         const QDateTime pm(QDate(2026, 11, 22), QTime(14, 5, 9));
         const QDateTime am(QDate(2026, 3, 4), QTime(7, 8, 9));
         const auto row = [](const char* name, const char* locale, const QDateTime& when, const char* form,

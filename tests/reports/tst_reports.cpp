@@ -1,5 +1,6 @@
 // The printed lists of a site, the mail to the selected people and the QUIL link.
 
+#include "columns.h"
 #include "database/moddatabase.h"
 #include "kernel/globals.h"
 #include "kernel/mainscreen.h"
@@ -101,10 +102,8 @@ private slots:
 
     void reportLines_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("sort");
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QStringList>("lines"); // heading, then the fields of each line between "|"
+        // lines: heading, then the fields of each line between "|"
+        addColumns<int, int, QString, QStringList>("type", "sort", "group", "lines");
         const QString everyone = " VESK-OR Pro  Status Listing (Everyone Group) 11/22/2026 9:30:00 AM";
         const QString names = "Name|Status|Phone|DueBack|Comments|Last Modified";
         const QString ann = "Ann Lee|In|1234|||2026-11-22 09:00:00 by Ann Lee";
@@ -147,9 +146,7 @@ private slots:
 
     void mail_data()
     {
-        QTest::addColumn<QStringList>("selected");
-        QTest::addColumn<int>("nameColumn");
-        QTest::addColumn<QString>("mailto");
+        addColumns<QStringList, int, QString>("selected", "nameColumn", "mailto");
         QTest::newRow("none") << QStringList{} << 0 << "mailto:";
         QTest::newRow("one, column 0 reads sub-item 1") << QStringList{" Bob Ray "} << 0 << "mailto:Bob Ray";
         QTest::newRow("three, name column moved")
@@ -171,10 +168,8 @@ private slots:
 
     void quil_data()
     {
-        QTest::addColumn<bool>("running");
-        QTest::addColumn<bool>("refusePoke");
-        QTest::addColumn<QStringList>("selected");
-        QTest::addColumn<QStringList>("boxes"); // the title of the first, then the prompts
+        // boxes: the title of the first, then the prompts
+        addColumns<bool, bool, QStringList, QStringList>("running", "refusePoke", "selected", "boxes");
         const QString gone = "Sorry, 'QUIL' is no longer running. Please select the QUIL icon from Program Manager "
                              "or Start Menu.";
         const QString justOne = "Please select just ONE person when sending a QUIL message. Additional users should "

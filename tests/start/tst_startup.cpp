@@ -1,6 +1,7 @@
 // Start-up on real site files: veskor.ini and each failure's box, the forced
 // shutdown, who the person is and the -STS: token; and a failure that reaches the
 // client's event loop ends the run with its box and code 1, whatever its kind.
+#include "columns.h"
 #include "countingscreen.h"
 #include "dao/dao.h"
 #include "dao/jeterror.h"
@@ -91,12 +92,9 @@ private slots:
 
     void initializeFailures_data()
     {
-        QTest::addColumn<QString>("damage");
-        QTest::addColumn<QList<int>>("answers");
-        QTest::addColumn<QString>("begins"); // the last box's text
-        QTest::addColumn<QString>("prompt"); // its end; %1 the database folder
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<bool>("ends");
+        // begins: the last box's text; prompt: its end; %1 the database folder
+        addColumns<QString, QList<int>, QString, QString, int, bool>("damage", "answers", "begins", "prompt", "flags",
+                                                                     "ends");
 
         const auto row = [](const char* name, const char* damage, QList<int> answers, const QString& begins,
                             const QString& prompt, int flags, bool ends) {
@@ -184,8 +182,8 @@ private slots:
     // shorter than two characters, and a UNC folder found at its mount.
     void dataPath_data()
     {
-        QTest::addColumn<QString>("dataPath"); // %1 the site folder without its closing separator
-        QTest::addColumn<QString>("expected"); // gstrDatabasePath; %1 as above
+        // dataPath: %1 the site folder without its closing separator; expected: gstrDatabasePath; %1 as above
+        addColumns<QString, QString>("dataPath", "expected");
         for (const auto& [name, dataPath, expected] : {std::tuple{"empty", "", "%1/"},
                                                        {"one character", "x", "%1/"},
                                                        {"closing separator added", "%1", "%1/"},
@@ -212,8 +210,7 @@ private slots:
 
     void forcedShutDown_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("shutDown");
+        addColumns<QString, bool>("value", "shutDown");
         QTest::newRow("true in any case") << " tRUe " << true;
         QTest::newRow("FALSE") << "FALSE" << false;
     }
@@ -285,8 +282,7 @@ private slots:
 
     void failureReachingTheEventLoop_data()
     {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("prompt");
+        addColumns<int, QString>("kind", "prompt");
         QTest::newRow("engine") << 0 << "Run-time error '3218':\r\rCould not update; currently locked.";
         QTest::newRow("language") << 3 << "Run-time error '91':\r\rObject variable or With block variable not set";
         QTest::newRow("out of memory") << 1 << "Error (7 ) in frmProbe - cmdProbe event\rOut of memory";

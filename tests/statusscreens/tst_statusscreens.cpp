@@ -1,6 +1,7 @@
 // The Change YOUR Status and Group Change screens on a real site file: what OK
 // writes (row, custom fields, mirror, log, counter), what it leaves alone, and
 // what a failure leaves behind.
+#include "columns.h"
 #include "ondisk.h"
 #include "otherclient.h"
 #include "statusfixture.h"
@@ -131,8 +132,7 @@ private slots:
 
     void customFieldEdit_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("stored");
+        addColumns<QString, QString>("typed", "stored");
         for (const auto& [name, typed, stored] : {std::tuple{"erased", "", " "},
                                                   {"blanks only", "   ", " "},
                                                   {"trimmed", "  0799 ", "0799"},
@@ -168,8 +168,7 @@ private slots:
 
     void failedPartLeavesNothing_data()
     {
-        QTest::addColumn<QByteArray>("breakage");
-        QTest::addColumn<QString>("box");
+        addColumns<QByteArray, QString>("breakage", "box");
         QTest::newRow("mirror") << QByteArray("ALTER TABLE EmployeeStatusTracking RENAME TO Gone")
                                 << "Error=3078\r\n Error message=";
         QTest::newRow("log row") << QByteArray("CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN "
@@ -248,9 +247,8 @@ private slots:
 
     void activatePresetsOut_data()
     {
-        QTest::addColumn<bool>("viaOut");
-        QTest::addColumn<bool>("popUp");
-        QTest::addColumn<QStringList>("shown"); // status, due back, comment
+        // shown: status, due back, comment
+        addColumns<bool, bool, QStringList>("viaOut", "popUp", "shown");
         QTest::newRow("Out command, pop-up on") << true << true << QStringList{"Out", "", ""};
         QTest::newRow("Out command, pop-up off") << true << false << QStringList{"Busy", "3pm", "Lunch"};
         QTest::newRow("Change command") << false << true << QStringList{"Busy", "3pm", "Lunch"};
@@ -299,10 +297,7 @@ private slots:
 
     void keyboard_data()
     {
-        QTest::addColumn<bool>("group");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QStringList>("help");
+        addColumns<bool, int, QString, QStringList>("group", "key", "stored", "help");
         for (const bool group : {false, true}) {
             const char* screen = group ? "group" : "own";
             const QString topic =
@@ -415,8 +410,7 @@ private slots:
 
     void groupPassesOverAFailedPerson_data()
     {
-        QTest::addColumn<QByteArray>("breakage");
-        QTest::addColumn<QString>("box");
+        addColumns<QByteArray, QString>("breakage", "box");
         QTest::newRow("deleted after Load") << QByteArray("DELETE FROM EmployeeTable WHERE Name = \"Bob Ray\"")
                                             << "User or Item Bob Ray has been deleted or renamed by the "
                                                "Administrator. Press OK to continue";
@@ -459,10 +453,7 @@ private slots:
 
     void groupLoad_data()
     {
-        QTest::addColumn<QList<int>>("selected");
-        QTest::addColumn<QString>("tag");
-        QTest::addColumn<bool>("loaded");
-        QTest::addColumn<QStringList>("shown");
+        addColumns<QList<int>, QString, bool, QStringList>("selected", "tag", "loaded", "shown");
         QTest::newRow("one, Out tag") << QList<int>{2} << "Out" << true << QStringList{"Out", "3pm", "Gym"};
         QTest::newRow("one") << QList<int>{2} << "" << true << QStringList{"Busy", "3pm", "Gym"};
         QTest::newRow("one, deleted") << QList<int>{1} << "Out" << false << QStringList{kNoChange, kNoChange, ""};

@@ -1,6 +1,7 @@
 // New people's rows, the New User Setup screen's decisions, and the launchers
 // that start the client for a person, on real site files.
 #include "boardfixture.h"
+#include "columns.h"
 #include "kernel/mainscreen.h"
 #include "platform/launcher.h"
 #include "realclient.h"
@@ -8,7 +9,6 @@
 #include "start/welcome.h"
 #include "users/frmnewusersetup.h"
 #include "users/newuser.h"
-#include "users/shortcuts.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -80,18 +80,16 @@ class TestNewUsers : public QObject
 private slots:
     void rowsFromTheDefaults_data()
     {
-        QTest::addColumn<QString>("tables"); // "" : New User Setup's adding
-        QTest::addColumn<QString>("made");   // EmployeeTable, EmployeeSettingsTable rows; splitter; UID
-        QTest::newRow("setup") << ""
-                               << "1 1 2222 zray";
-        QTest::newRow("both") << "BothTables"
-                              << "1 1 1800 ";
-        QTest::newRow("employee only") << "EmployeeTableOnly"
-                                       << "1 0 <no row> ";
-        QTest::newRow("settings only") << "EmployeeSettingsTableOnly"
-                                       << "0 1 1800 <no row>";
-        QTest::newRow("other value") << "Other"
-                                     << "0 0 <no row> <no row>";
+        // tables: "" for New User Setup's adding; made: EmployeeTable, EmployeeSettingsTable rows; splitter; UID
+        addColumns<QString, QString>("tables", "made");
+        const auto row = [](const char* name, const char* tables, const char* made) {
+            QTest::newRow(name) << tables << made;
+        };
+        row("setup", "", "1 1 2222 zray");
+        row("both", "BothTables", "1 1 1800 ");
+        row("employee only", "EmployeeTableOnly", "1 0 <no row> ");
+        row("settings only", "EmployeeSettingsTableOnly", "0 1 1800 <no row>");
+        row("other value", "Other", "0 0 <no row> <no row>");
     }
     void rowsFromTheDefaults()
     {
@@ -115,7 +113,7 @@ private slots:
             QCOMPARE(s.site.value("SELECT New_Mobile FROM EmployeeTable WHERE Name = \"Zed Ray\""), "0800");
         if (s.site.value(kCount.arg("EmployeeSettingsTable")) == "1")
             QCOMPARE(s.site.value("SELECT RefreshRate & SortColumnName & NameColumnOrder & LastModifiedColumnOrder "
-                             "FROM EmployeeSettingsTable WHERE Name = \"Zed Ray\""),
+                                  "FROM EmployeeSettingsTable WHERE Name = \"Zed Ray\""),
                      "7Name26");
     }
 
@@ -131,34 +129,24 @@ private slots:
 
     void okDecides_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<int>("answer");        // to the question, when one comes
-        QTest::addColumn<QStringList>("boxes"); // their titles
-        QTest::addColumn<QString>("uid");       // the name's UID afterwards
+        // answer: to the question, when one comes; boxes: their titles; uid: the name's UID afterwards
+        addColumns<QString, QString, int, QStringList, QString>("name", "id", "answer", "boxes", "uid");
+        const auto row = [](const char* tag, const char* name, const char* id, int answer, const QStringList& boxes,
+                            const char* uid) {
+            QTest::newRow(tag) << name << id << answer << boxes << uid;
+        };
         const int yes = platform::vbYes, no = platform::vbNo;
         const QString add = "Add New User?", sure = "Confirmation required.";
-        QTest::newRow("new person") << "Zed Ray"
-                                    << "zray" << yes << QStringList{add} << "zray";
-        QTest::newRow("new person declined") << "Zed Ray"
-                                             << "zray" << no << QStringList{add} << "<no row>";
-        QTest::newRow("login of another")
-            << "Zed Ray"
-            << "alee" << yes << QStringList{add, "Login ID already exists."} << "<no row>";
-        QTest::newRow("associate") << "Bob Ray"
-                                   << "bray" << yes << QStringList{sure} << "bray";
-        QTest::newRow("associate declined") << "Bob Ray"
-                                            << "bray" << no << QStringList{sure} << "";
-        QTest::newRow("ID of another") << "Bob Ray"
-                                       << "alee" << 0 << QStringList{"UserID already exists."} << "";
-        QTest::newRow("already together") << "Ann Lee"
-                                          << "ALEE" << 0 << QStringList{} << "alee";
-        QTest::newRow("no name") << ""
-                                 << "x" << 0 << QStringList{"UserName is Required"} << "<no row>";
-        QTest::newRow("illegal") << "Zed/Ray\""
-                                 << "z" << 0 << QStringList{"Illegal Character."} << "<no row>";
-        QTest::newRow("no ID") << "Zed Ray"
-                               << "" << 0 << QStringList{"UserID is Required"} << "<no row>";
+        row("new person", "Zed Ray", "zray", yes, {add}, "zray");
+        row("new person declined", "Zed Ray", "zray", no, {add}, "<no row>");
+        row("login of another", "Zed Ray", "alee", yes, {add, "Login ID already exists."}, "<no row>");
+        row("associate", "Bob Ray", "bray", yes, {sure}, "bray");
+        row("associate declined", "Bob Ray", "bray", no, {sure}, "");
+        row("ID of another", "Bob Ray", "alee", 0, {"UserID already exists."}, "");
+        row("already together", "Ann Lee", "ALEE", 0, {}, "alee");
+        row("no name", "", "x", 0, {"UserName is Required"}, "<no row>");
+        row("illegal", "Zed/Ray\"", "z", 0, {"Illegal Character."}, "<no row>");
+        row("no ID", "Zed Ray", "", 0, {"UserID is Required"}, "<no row>");
     }
     void okDecides()
     {
@@ -197,22 +185,17 @@ private slots:
 
     void execQuoting_data()
     {
-        QTest::addColumn<QString>("argument");
-        QTest::addColumn<QString>("inFile");
-        QTest::newRow("plain") << "-UID:jo"
-                               << "-UID:jo";
-        QTest::newRow("blank") << "-UID:jo b"
-                               << "\"-UID:jo b\"";
-        QTest::newRow("backslash") << "a\\b"
-                                   << "\"a\\\\\\\\b\"";
-        QTest::newRow("quote") << "a\"b"
-                               << "\"a\\\\\"b\"";
-        QTest::newRow("dollar") << "$x"
-                                << "\"\\\\$x\"";
-        QTest::newRow("percent") << "50%"
-                                 << "50%%";
-        QTest::newRow("empty") << ""
-                               << "\"\"";
+        addColumns<QString, QString>("argument", "inFile");
+        const auto row = [](const char* name, const char* argument, const char* inFile) {
+            QTest::newRow(name) << argument << inFile;
+        };
+        row("plain", "-UID:jo", "-UID:jo");
+        row("blank", "-UID:jo b", "\"-UID:jo b\"");
+        row("backslash", "a\\b", "\"a\\\\\\\\b\"");
+        row("quote", "a\"b", "\"a\\\\\"b\"");
+        row("dollar", "$x", "\"\\\\$x\"");
+        row("percent", "50%", "50%%");
+        row("empty", "", "\"\"");
     }
     void execQuoting()
     {

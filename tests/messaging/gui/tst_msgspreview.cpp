@@ -1,15 +1,12 @@
 // The Preview Messages screen and the Select Users screen, offscreen, on a real
 // site file: what each category lists, the row's columns, the buttons a row
 // allows, delete, the commands; the groups of the picker and the line it hands back.
-#include "database/moddatabase.h"
-#include "database/site.h"
-#include "kernel/globals.h"
+#include "columns.h"
 #include "messaging/gui/frmmessagestoselection.h"
 #include "messaging/gui/frmmsgspreview.h"
 #include "messaging/gui/messagescreens.h"
 #include "platform/clock.h"
-#include "tempsite.h"
-#include "testgateways.h"
+#include "statusfixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,7 +15,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <optional>
@@ -27,28 +23,18 @@ namespace {
 
 const QString kMe = QStringLiteral("Ann Lee");
 const QStringList kFive = {"View", "Reply", "Delete", "Forward", "Print"};
-using Row = QStringList;
 
-struct Fixture
+// Ann Lee's site with Bob Ray, Cy Dee and Di Fox; her copies sent by Bob Ray.
+struct Fixture : StatusFixture
 {
-    TestGateways gw;
-    TempSite site;
-    const double sent = platform::DateTimeNum(TestGateways::defaultStart());
     Fixture()
     {
-        site.person(kMe).person("Bob Ray").person("Cy Dee").person("Di Fox");
-        site.makeCurrent();
-        gRun.gblnDatabaseClosed = true;
-        gRun.gstrDefaultUser = kMe;
-    }
-    ~Fixture()
-    {
-        TimerCloseDatabase().stop();
-        gRun.gdbDatabase.reset();
+        site.person("Di Fox");
     }
     long long add(const QString& category, const QString& body = "Body", const QString& owner = kMe)
     {
-        return site.message({owner, category, "Bob Ray", "Front desk", owner, "Subject " + category, body, sent});
+        return site.message({owner, category, "Bob Ray", "Front desk", owner, "Subject " + category, body,
+                             platform::DateTimeNum(TestGateways::defaultStart())});
     }
     QStringList categoriesOf(const QList<long long>& ids) const
     {
@@ -57,10 +43,6 @@ struct Fixture
             found << site.value("SELECT Category FROM MessagesTable WHERE MessageID = " + QString::number(id));
         }
         return found;
-    }
-    long long counter() const
-    {
-        return database::readCounter(*site.openDb(), QStringLiteral("Counter"));
     }
 };
 
@@ -137,22 +119,20 @@ private slots:
             delete window.data();
         }
         gstrMessageAction.clear();
-        gRun = RunState();
-        gPerson = PersonSettings();
     }
 
     void listPerCategory_data()
     {
-        QTest::addColumn<QStringList>("clicks");
-        QTest::addColumn<QStringList>("listed");
-        QTest::newRow("load: New") << QStringList() << QStringList{"New"};
-        QTest::newRow("All: every copy of mine, forwarded too")
-            << QStringList{"All"} << QStringList{"New", "Read", "Sent", "Deleted", "Draft", "Forward"};
-        QTest::newRow("Read") << QStringList{"Read"} << QStringList{"Read"};
-        QTest::newRow("Sent") << QStringList{"Sent"} << QStringList{"Sent"};
-        QTest::newRow("Deleted") << QStringList{"Deleted"} << QStringList{"Deleted"};
-        QTest::newRow("Drafts") << QStringList{"Drafts"} << QStringList{"Draft"};
-        QTest::newRow("root reads the last statement again") << QStringList{"Sent", "R"} << QStringList{"Sent"};
+        addColumns<QStringList, QStringList>("clicks", "listed");
+        const auto row = [](const char* name, const char* clicks, const char* listed) {
+            QTest::newRow(name) << QString(clicks).split(' ', Qt::SkipEmptyParts) << QString(listed).split(' ');
+        };
+        row("load: New", "", "New");
+        row("All: every copy of mine, forwarded too", "All", "New Read Sent Deleted Draft Forward");
+        for (const char* category : {"Read", "Sent", "Deleted"})
+            row(category, category, category);
+        row("Drafts", "Drafts", "Draft");
+        row("root reads the last statement again", "Sent R", "Sent");
     }
 
     // Bob's copies of every kind are never mine; the forwarded copy stands only under All.
@@ -176,46 +156,42 @@ private slots:
 
     void row_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<bool>("nullFrom");
-        QTest::addColumn<QString>("preview");
-        QTest::addColumn<QString>("from");
-        QTest::newRow("line end in the first 30: one blank")
-            << "Call me\r\nback please" << false << "Call me back please"
-            << "Front desk";
-        QTest::newRow("only the first 30 characters")
-            << "0123456789abcdefghijABCDEFGHIJ-cut" << false << "0123456789abcdefghijABCDEFGHIJ"
-            << "Front desk";
-        QTest::newRow("a line end cut in two at 30 is trimmed")
-            << QString("x").repeated(29) + "\r\nmore" << false << QString("x").repeated(29) << "Front desk";
-        QTest::newRow("no From line: the sender") << "  Hi  " << true << "Hi"
-                                                  << "Bob Ray";
+        // from: the sender's name when the copy has no From line
+        addColumns<QString, QString, QString>("body", "preview", "from");
+        const auto row = [](const char* name, const QString& body, const QString& preview, const char* from) {
+            QTest::newRow(name) << body << preview << QString(from);
+        };
+        row("line end in the first 30: one blank", "Call me\r\nback please", "Call me back please", "Front desk");
+        row("only the first 30 characters", "0123456789abcdefghijABCDEFGHIJ-cut", "0123456789abcdefghijABCDEFGHIJ",
+            "Front desk");
+        row("a line end cut in two at 30 is trimmed", QString(29, 'x') + "\r\nmore", QString(29, 'x'), "Front desk");
+        row("no From line: the sender", "  Hi  ", "Hi", "Bob Ray");
     }
 
     void row()
     {
         QFETCH(QString, body);
-        QFETCH(bool, nullFrom);
         QFETCH(QString, preview);
         QFETCH(QString, from);
         Fixture f;
         const long long id = f.add("New", body);
-        if (nullFrom) {
+        if (from == "Bob Ray") {
             f.site.execute("UPDATE MessagesTable SET MessageFrom = Null WHERE MessageID = " + QString::number(id));
         }
         frmMsgsPreview* screen = shown();
         QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), 1);
-        Row row;
+        QStringList row;
         for (int column = 0; column < frmMsgsPreview::kColumns; ++column) {
             row << texts(screen->listMsgsPreview, column);
         }
-        QCOMPARE(row, (Row{"New", from, "Subject New", preview, "11/22/2026", "Bob Ray", kMe, QString::number(id)}));
+        QCOMPARE(row,
+                 (QStringList{"New", from, "Subject New", preview, "11/22/2026", "Bob Ray", kMe, QString::number(id)}));
     }
 
     void buttons_data()
     {
-        QTest::addColumn<QString>("category");
-        QTest::addColumn<QList<bool>>("states"); // View, Reply, Delete, Forward, Print
+        // states: View, Reply, Delete, Forward, Print
+        addColumns<QString, QList<bool>>("category", "states");
         const QList<bool> on{true, true, true, true, true};
         QTest::newRow("Deleted: no second delete") << "Deleted" << QList<bool>{true, true, false, true, true};
         for (const char* category : {"Read", "Sent", "New", "Forward"}) {
@@ -266,40 +242,30 @@ private slots:
         QCOMPARE(five(screen), QList<bool>(5, true));
     }
 
-    void invalidSelection_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const char* key : {"Reply All", "eMail", "QUIL", "Print"}) {
-            QTest::newRow(key) << key;
-        }
-    }
-
+    // The commands that need a chosen row, with none chosen.
     void invalidSelection()
     {
-        QFETCH(QString, key);
         Fixture f;
         frmMsgsPreview* screen = shown();
-        f.gw.boxes().answer(platform::vbOK);
-        screen->toolbarButton(key)->setEnabled(true);
-        screen->toolbarButton(key)->trigger();
-        QCOMPARE(f.gw.boxes().count(), 1);
-        QCOMPARE(f.gw.boxes().last().prompt, "Invalid selection!");
+        for (const char* key : {"Reply All", "eMail", "QUIL", "Print"}) {
+            f.gw.boxes().answer(platform::vbOK);
+            screen->toolbarButton(key)->setEnabled(true);
+            screen->toolbarButton(key)->trigger();
+        }
+        QCOMPARE(f.gw.boxes().prompts(), QStringList(4, "Invalid selection!"));
         QCOMPARE(f.gw.boxes().last().title, "Error!");
         QCOMPARE(f.gw.boxes().last().icon(), int(platform::vbCritical));
     }
 
     void deleteRows_data()
     {
-        QTest::addColumn<QList<int>>("selected");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QStringList>("stored");
-        QTest::addColumn<int>("left");
+        addColumns<QList<int>, int, QStringList>("selected", "answer", "stored");
+        const QStringList none{"New", "New", "New"};
         QTest::newRow("two of three, Yes")
-            << QList<int>{0, 2} << int(platform::vbYes) << QStringList{"Deleted", "New", "Deleted"} << 1;
-        QTest::newRow("No") << QList<int>{0, 2} << int(platform::vbNo) << QStringList{"New", "New", "New"} << 3;
-        QTest::newRow("none chosen: no question") << QList<int>{} << 0 << QStringList{"New", "New", "New"} << 3;
-        QTest::newRow("all three") << QList<int>{0, 1, 2} << int(platform::vbYes)
-                                   << QStringList{"Deleted", "Deleted", "Deleted"} << 0;
+            << QList<int>{0, 2} << int(platform::vbYes) << QStringList{"Deleted", "New", "Deleted"};
+        QTest::newRow("No") << QList<int>{0, 2} << int(platform::vbNo) << none;
+        QTest::newRow("none chosen: no question") << QList<int>{} << 0 << none;
+        QTest::newRow("all three") << QList<int>{0, 1, 2} << int(platform::vbYes) << QStringList(3, "Deleted");
     }
 
     void deleteRows()
@@ -307,7 +273,6 @@ private slots:
         QFETCH(QList<int>, selected);
         QFETCH(int, answer);
         QFETCH(QStringList, stored);
-        QFETCH(int, left);
         Fixture f;
         const QList<long long> ids{f.add("New"), f.add("New"), f.add("New")};
         const long long counterBefore = f.counter();
@@ -322,17 +287,16 @@ private slots:
         QCOMPARE(f.gw.boxes().last().title, answer ? "Delete Confirmation Required" : "");
         QCOMPARE(f.gw.boxes().last().flags, answer ? platform::vbYesNo | platform::vbQuestion : 0);
         QCOMPARE(f.categoriesOf(ids), stored);
-        QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), left);
+        QCOMPARE(screen->listMsgsPreview->topLevelItemCount(), stored.count("New"));
         QCOMPARE(f.counter() > counterBefore, answer == platform::vbYes);
-        if (left == 0) {
+        if (!stored.contains("New")) {
             QCOMPARE(five(screen), QList<bool>(5, false));
         }
     }
 
     void commands_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<bool>("reloads");
+        addColumns<QString, bool>("key", "reloads");
         QTest::newRow("View") << "View" << true;
         QTest::newRow("New") << "New" << true;
         QTest::newRow("Reply: no reload") << "Reply" << false;
@@ -392,18 +356,17 @@ private slots:
 
     void pickerIncludes_data()
     {
-        QTest::addColumn<QString>("toLine");
-        QTest::addColumn<QStringList>("include"); // node keys, in turn
-        QTest::addColumn<QStringList>("names");
-        QTest::newRow("a given line, trimmed")
-            << "Cy Dee;  Bob Ray " << QStringList() << QStringList{"Cy Dee", "Bob Ray"};
-        QTest::newRow("two groups sharing a person: once")
-            << "" << QStringList{"Sales", "Support"} << QStringList{"Ann Lee", "Bob Ray", "Di Fox"};
-        QTest::newRow("a member already there")
-            << "Bob Ray" << QStringList{"Sales|Ann Lee", "Support|Bob Ray"} << QStringList{"Bob Ray", "Ann Lee"};
-        QTest::newRow("Everyone, in name order")
-            << "" << QStringList{"Everyone"} << QStringList{"Ann Lee", "Bob Ray", "Cy Dee", "Di Fox"};
-        QTest::newRow("the root is not taken") << "" << QStringList{"R"} << QStringList();
+        // include: node keys, in turn
+        addColumns<QString, QStringList, QStringList>("toLine", "include", "names");
+        const auto row = [](const char* name, const char* toLine, const char* include, const char* names) {
+            QTest::newRow(name) << toLine << QString(include).split(',', Qt::SkipEmptyParts)
+                                << QString(names).split(',', Qt::SkipEmptyParts);
+        };
+        row("a given line, trimmed", "Cy Dee;  Bob Ray ", "", "Cy Dee,Bob Ray");
+        row("two groups sharing a person: once", "", "Sales,Support", "Ann Lee,Bob Ray,Di Fox");
+        row("a member already there", "Bob Ray", "Sales|Ann Lee,Support|Bob Ray", "Bob Ray,Ann Lee");
+        row("Everyone, in name order", "", "Everyone", "Ann Lee,Bob Ray,Cy Dee,Di Fox");
+        row("the root is not taken", "", "R", "");
     }
 
     void pickerIncludes()
@@ -415,10 +378,8 @@ private slots:
         f.site.group("Sales").group("Support").group("Empty");
         // Everyone is built from the people themselves, not from rows of its own.
         f.site.execute("INSERT INTO EmployeeGroupTable (GroupName, EmployeeName) VALUES (\"Everyone\", \"Cy Dee\")");
-        f.site.member("Sales", "Bob Ray")
-            .member("Sales", "Ann Lee")
-            .member("Support", "Di Fox")
-            .member("Support", "Bob Ray");
+        f.site.member("Sales", "Bob Ray").member("Sales", "Ann Lee");
+        f.site.member("Support", "Di Fox").member("Support", "Bob Ray");
         frmMessagesToSelection picker(nullptr, {});
         picker.initialize(toLine);
         for (const QString& key : include) {
@@ -441,10 +402,7 @@ private slots:
 
     void pickerDelivers_data()
     {
-        QTest::addColumn<QString>("toLine");
-        QTest::addColumn<int>("removals");
-        QTest::addColumn<bool>("escape");
-        QTest::addColumn<std::optional<QString>>("delivered");
+        addColumns<QString, int, bool, std::optional<QString>>("toLine", "removals", "escape", "delivered");
         QTest::newRow("OK as given") << "Bob Ray; Cy Dee" << 0 << false << std::optional<QString>("Bob Ray; Cy Dee");
         QTest::newRow("first removed") << "Bob Ray; Cy Dee" << 1 << false << std::optional<QString>("Cy Dee");
         QTest::newRow("all removed: an empty line") << "Bob Ray; Cy Dee" << 2 << false << std::optional<QString>("");
