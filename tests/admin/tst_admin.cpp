@@ -96,10 +96,8 @@ private slots:
     }
     void commands()
     {
-        QFETCH(QStringList, args);
-        QFETCH(QString, counter);
-        QFETCH(QString, query);
-        QFETCH(QString, expected);
+        auto [args, counter, query, expected] =
+            fetch<QStringList, QString, QString, QString>("args", "counter", "query", "expected");
         TempSite site;
         site.person("Ann Lee").group("Sales");
         const QStringList names{"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",
@@ -162,9 +160,7 @@ private slots:
     }
     void failures()
     {
-        QFETCH(QStringList, args);
-        QFETCH(int, code);
-        QFETCH(QString, message);
+        auto [args, code, message] = fetch<QStringList, int, QString>("args", "code", "message");
         TempSite site;
         site.person("Ann Lee");
         const Result r = run(args + QStringList{"--site", site.path()});

@@ -78,8 +78,7 @@ private slots:
 
     void opacity()
     {
-        QFETCH(int, transparency);
-        QFETCH(bool, win2kPlus);
+        auto [transparency, win2kPlus] = fetch<int, bool>("transparency", "win2kPlus");
         gRun.gblnWin2kPlus = win2kPlus;
         for (AlertPopUp* popUp : QList<AlertPopUp*>{messagePopUp(), statusPopUp()}) {
             QCOMPARE(popUp->windowOpacity(), 1.0); // opaque until the bar moves
@@ -114,8 +113,7 @@ private slots:
     // Each load plays its own chime from the program's folder, which the build fills.
     void sound()
     {
-        QFETCH(bool, message);
-        QFETCH(QString, wave);
+        auto [message, wave] = fetch<bool, QString>("message", "wave");
         gRun.gstrApplicationPath = "/opt/veskor/";
         message ? static_cast<QWidget*>(messagePopUp()) : statusPopUp();
         QCOMPARE(gw->shell().calls, QStringList{"sound /opt/veskor/" + wave});
@@ -183,10 +181,8 @@ private slots:
     // Every pop-up goes, other screens stay, and no pop-up's own unload work runs.
     void closeAll()
     {
-        QFETCH(int, messages);
-        QFETCH(int, statuses);
-        QFETCH(int, others);
-        QFETCH(QString, button);
+        auto [messages, statuses, others, button] =
+            fetch<int, int, int, QString>("messages", "statuses", "others", "button");
         QList<AlertPopUp*> popUps;
         for (int i = 1; i <= messages; ++i) {
             popUps << messagePopUp(i);

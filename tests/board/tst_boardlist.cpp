@@ -111,9 +111,7 @@ private slots:
     }
     void groupQueries()
     {
-        QFETCH(QString, group);
-        QFETCH(QStringList, names);
-        QFETCH(QString, box);
+        auto [group, names, box] = fetch<QString, QStringList, QString>("group", "names", "box");
         Board b;
         frmMain& f = b.openOnEveryone();
         b.gw.boxes().answer(vbOK, box.isEmpty() ? 0 : 1);
@@ -143,8 +141,7 @@ private slots:
     }
     void sortByCollation()
     {
-        QFETCH(QString, column);
-        QFETCH(QStringList, sorted);
+        auto [column, sorted] = fetch<QString, QStringList>("column", "sorted");
         Board b;
         b.site.person("\u00c9milie Roux", "eroux", "99").person("Zachary Hume", "zhume", "1000");
         b.site.person("\u00d8ystein Berg", "oberg", "7").person("\u9648\u4f1f", "cwei", "50");
@@ -223,10 +220,8 @@ private slots:
     // 0 says so in panel 3 and stops TimerMain at its tick.
     void rightsAtFirstActivate()
     {
-        QFETCH(int, systemLevel);
-        QFETCH(int, userLevel);
-        QFETCH(bool, manager);
-        QFETCH(bool, mayChangeOthers);
+        auto [systemLevel, userLevel, manager, mayChangeOthers] =
+            fetch<int, int, bool, bool>("systemLevel", "userLevel", "manager", "mayChangeOthers");
         Board b;
         b.site.setting("SystemSecurityLevel", QString::number(systemLevel));
         b.site.execute(QStringLiteral("UPDATE EmployeeGroupTable SET GroupManager = %1").arg(manager ? 1 : 0));
@@ -310,8 +305,7 @@ private slots:
     // again; the person is marked inactive and the layout saved.
     void endOfRun()
     {
-        QFETCH(QString, status);
-        QFETCH(bool, forced);
+        auto [status, forced] = fetch<QString, bool>("status", "forced");
         Board b;
         b.site.status("Ann Lee", status);
         frmMain& f = b.open();

@@ -75,8 +75,7 @@ private slots:
     // the eight entries and their keys.
     void trayObject()
     {
-        QFETCH(int, minimizeSetting);
-        QFETCH(bool, tray);
+        auto [minimizeSetting, tray] = fetch<int, bool>("minimizeSetting", "tray");
         TrayBoard board(minimizeSetting);
         QCOMPARE(board.form->sysTrayIconExists(), tray);
         if (!tray) {
@@ -111,8 +110,7 @@ private slots:
     void menuClick()
     {
         const QString key = QTest::currentDataTag();
-        QFETCH(QString, status);
-        QFETCH(long long, code);
+        auto [status, code] = fetch<QString, long long>("status", "code");
         TrayBoard board(1);
         QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
         QVERIFY(!board.form->groupButtonEnabled());
@@ -204,8 +202,7 @@ private slots:
     // temporary folder; nothing of a board lies in the shared temporary folder itself.
     void socketFolder()
     {
-        QFETCH(int, runtimeMode);
-        QFETCH(bool, runtimeUsed);
+        auto [runtimeMode, runtimeUsed] = fetch<int, bool>("runtimeMode", "runtimeUsed");
         QTemporaryDir runtime;
         QTemporaryDir temp;
         qputenv("TMPDIR", QFile::encodeName(temp.path()));

@@ -151,8 +151,7 @@ private slots:
     // Written by Edit and by AddNew, read back by a fresh dynaset with its type.
     void valuesRoundTrip()
     {
-        QFETCH(QString, field);
-        QFETCH(QVariant, value);
+        auto [field, value] = fetch<QString, QVariant>("field", "value");
         auto rs = people();
         rs->Edit();
         rs->Fields(field) = value;
@@ -259,8 +258,7 @@ private slots:
 
     void misuse()
     {
-        QFETCH(int, number);
-        QFETCH(Action, action);
+        auto [number, action] = fetch<int, Action>("number", "action");
         auto rs = people();
         QCOMPARE(jetNumber([&] { action(*rs, *m_db); }), number);
         QCOMPARE(sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3")); // nothing of it ran
@@ -494,8 +492,7 @@ private slots:
     // the fold or not.
     void likeOfOneText()
     {
-        QFETCH(QString, name);
-        QFETCH(QStringList, found);
+        auto [name, found] = fetch<QString, QStringList>("name", "found");
         m_db->Execute("CREATE TABLE Staff (Name TEXT(50), Other TEXT(50))");
         for (const QString& staff : kStaff)
             m_db->Execute("INSERT INTO Staff (Name, Other) VALUES (" + quote(staff) + ", " + quote(staff) + ")");

@@ -115,13 +115,9 @@ private slots:
 
     void failedOpen()
     {
-        QFETCH(QString, broken);
-        QFETCH(QList<int>, answers);
-        QFETCH(QString, start);
-        QFETCH(QString, end);
-        QFETCH(int, flags);
-        QFETCH(QString, title);
-        QFETCH(int, unloads);
+        auto [broken, answers, start, end, flags, title, unloads] =
+            fetch<QString, QList<int>, QString, QString, int, QString, int>("broken", "answers", "start", "end",
+                                                                            "flags", "title", "unloads");
         if (broken == "folder")
             gRun.gstrCurrentDatabasePath = site->path() + "gone" + QDir::separator();
         if (broken != "folder")
@@ -202,9 +198,7 @@ private slots:
 
     void poll()
     {
-        QFETCH(Counters, file);
-        QFETCH(Counters, acted);
-        QFETCH(QList<int>, reactions);
+        auto [file, acted, reactions] = fetch<Counters, Counters, QList<int>>("file", "acted", "reactions");
         const QStringList names = {"Counter", "StatusTypeCounter", "GroupCounter", "SecurityCounter",
                                    "ExtraColumnsCounter"};
         for (int i = 0; i < 5; ++i)

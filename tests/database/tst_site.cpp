@@ -135,8 +135,7 @@ private slots:
     }
     void refusals()
     {
-        QFETCH(QString, message);
-        QFETCH(Attempt, attempt);
+        auto [message, attempt] = fetch<QString, Attempt>("message", "attempt");
         TempSite site;
         site.person("Ann Lee").group("Sales").member("Sales", "Ann Lee").column("New_Mobile");
         auto db = site.openDb();
@@ -191,8 +190,7 @@ private slots:
     }
     void boardOfAGroup()
     {
-        QFETCH(QString, group);
-        QFETCH(QStringList, names);
+        auto [group, names] = fetch<QString, QStringList>("group", "names");
         TempSite site;
         site.person("Bob").person("~Hidden").person("ann").person("Meeting Room 1");
         site.group("Sales*").group("Empty").member("Sales*", "Bob").member("Sales*", "~Hidden").member("Sales*", "ann");
@@ -300,9 +298,7 @@ private slots:
     }
     void validDatabase()
     {
-        QFETCH(SchemaRelease, release);
-        QFETCH(QString, change);
-        QFETCH(bool, valid);
+        auto [release, change, valid] = fetch<SchemaRelease, QString, bool>("release", "change", "valid");
         TestGateways gw;
         TempSite site(release);
         if (change.startsWith('='))
@@ -344,8 +340,7 @@ private slots:
     }
     void lookUpsUseAnIndex()
     {
-        QFETCH(QString, sql);
-        QFETCH(QString, plan);
+        auto [sql, plan] = fetch<QString, QString>("sql", "plan");
         TestGateways gw;
         const auto planOf = [&](const TempSite& site) {
             return sqliteColumn(site.dbPath(), "EXPLAIN QUERY PLAN " + dao::translateJet(sql).sql, 3).join(" / ");

@@ -197,8 +197,7 @@ private slots:
     // down from the new rate ("Never": refresh off) and puts the tray back or not.
     void board()
     {
-        QFETCH(Screen, chosen);
-        QFETCH(int, countDown);
+        auto [chosen, countDown] = fetch<Screen, int>("chosen", "countDown");
         Options o;
         o.setForAnn("MinimizeSetting = 2");
         frmMain& board = o.open();

@@ -130,12 +130,9 @@ private slots:
     }
     void messageBox()
     {
-        QFETCH(int, flags);
-        QFETCH(QList<int>, buttons);
-        QFETCH(QMessageBox::Icon, icon);
-        QFETCH(Button, defaultButton);
-        QFETCH(QString, press);
-        QFETCH(int, answer);
+        auto [flags, buttons, icon, defaultButton, press, answer] =
+            fetch<int, QList<int>, QMessageBox::Icon, Button, QString, int>("flags", "buttons", "icon", "defaultButton",
+                                                                            "press", "answer");
 
         QList<int> seen; // the answers of the buttons, the icon, the default button
         whenBoxShows([&](QMessageBox* box) {
@@ -190,9 +187,7 @@ private slots:
     }
     void realEnd()
     {
-        QFETCH(QString, mode);
-        QFETCH(int, exitCode);
-        QFETCH(QByteArray, output);
+        auto [mode, exitCode, output] = fetch<QString, int, QByteArray>("mode", "exitCode", "output");
         QProcess child;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QLatin1String(childMode), mode);

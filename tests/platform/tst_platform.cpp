@@ -89,10 +89,8 @@ private slots:
 
     void get()
     {
-        QFETCH(QString, section);
-        QFETCH(QString, key);
-        QFETCH(QString, defaultValue);
-        QFETCH(int, bufferSize);
+        auto [section, key, defaultValue, bufferSize] =
+            fetch<QString, QString, QString, int>("section", "key", "defaultValue", "bufferSize");
         const QString path = m_dir.filePath("sample.ini");
         QVERIFY(writeFile(path, sample));
         QTEST(GetPrivateProfileString(section, key, defaultValue, bufferSize, path), "expected");
@@ -118,10 +116,8 @@ private slots:
 
     void write()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QString, section);
-        QFETCH(QString, key);
-        QFETCH(QString, value);
+        auto [before, section, key, value] =
+            fetch<QByteArray, QString, QString, QString>("before", "section", "key", "value");
         const QString path = m_dir.filePath(QStringLiteral("w-%1.ini").arg(QTest::currentDataTag()));
         QVERIFY(before.isEmpty() || writeFile(path, before));
         QVERIFY(WritePrivateProfileString(section, key, value, path));
@@ -164,9 +160,7 @@ private slots:
     }
     void paths()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, other);
-        QFETCH(bool, toUnc);
+        auto [path, other, toUnc] = fetch<QString, QString, bool>("path", "other", "toUnc");
         setMountTable(parseMountInfo(QString::fromLatin1(kMountInfo)));
         QCOMPARE(toUnc ? platform::uncPathOf(path) : platform::nativePathOf(path), other);
     }
@@ -203,9 +197,7 @@ private slots:
     }
     void dateTimeNum()
     {
-        QFETCH(QDateTime, when);
-        QFETCH(double, number);
-        QFETCH(bool, both);
+        auto [when, number, both] = fetch<QDateTime, double, bool>("when", "number", "both");
         if (both)
             QCOMPARE(DateTimeNum(when), number);
         QCOMPARE(dateFromDateTimeNum(number), when);
@@ -243,10 +235,8 @@ private slots:
     }
     void format()
     {
-        QFETCH(QString, locale);
-        QFETCH(QDateTime, when);
-        QFETCH(QString, form);
-        QFETCH(QString, expected);
+        auto [locale, when, form, expected] =
+            fetch<QString, QDateTime, QString, QString>("locale", "when", "form", "expected");
         QLocale::setDefault(QLocale(locale));
         QCOMPARE(Format(when, form), expected);
     }

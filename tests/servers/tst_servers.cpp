@@ -66,8 +66,7 @@ private slots:
     }
     void switchAndHome()
     {
-        QFETCH(QString, folder);
-        QFETCH(QStringList, names);
+        auto [folder, names] = fetch<QString, QStringList>("folder", "names");
         Sites s;
         const bool guest = !names.contains("Ann Lee");
         s.connect(folder);
@@ -102,9 +101,7 @@ private slots:
     }
     void refusals()
     {
-        QFETCH(QString, folder);
-        QFETCH(QString, box);
-        QFETCH(bool, stays);
+        auto [folder, box, stays] = fetch<QString, QString, bool>("folder", "box", "stays");
         Sites s;
         s.connect(kOtherUnc);
         s.gw.boxes().answer(platform::vbOK);

@@ -61,9 +61,7 @@ private slots:
     }
     void photo()
     {
-        QFETCH(QString, photoPath);
-        QFETCH(QString, fileName);
-        QFETCH(bool, onDisk);
+        auto [photoPath, fileName, onDisk] = fetch<QString, QString, bool>("photoPath", "fileName", "onDisk");
         StatusFixture f;
         QTemporaryDir photos;
         const QString folder = QDir(photos.path()).absolutePath();
@@ -104,10 +102,8 @@ private slots:
     }
     void burst()
     {
-        QFETCH(int, rounds);
-        QFETCH(int, stopAfter);
-        QFETCH(QList<int>, selected);
-        QFETCH(int, ran);
+        auto [rounds, stopAfter, selected, ran] =
+            fetch<int, int, QList<int>, int>("rounds", "stopAfter", "selected", "ran");
         StatusFixture f;
         PressingBoard board;
         board.select(selected);
@@ -159,10 +155,7 @@ private slots:
     }
     void hiddenWays()
     {
-        QFETCH(QString, control);
-        QFETCH(int, keys);
-        QFETCH(bool, opened);
-        QFETCH(bool, fired);
+        auto [control, keys, opened, fired] = fetch<QString, int, bool, bool>("control", "keys", "opened", "fired");
         StatusFixture f;
         gblnStressTest = false;
         if (fired) {

@@ -84,8 +84,7 @@ private slots:
     // no byte of the file changes, no socket is left, and the run ends normally.
     void refusedFile()
     {
-        QFETCH(QString, refusal);
-        QFETCH(QString, box);
+        auto [refusal, box] = fetch<QString, QString>("refusal", "box");
         TempSite site;
         site.person("Jo Bloggs", "jo");
         if (refusal == "foreign")
@@ -157,9 +156,7 @@ private slots:
     // with AutoLogOut, Out; the process leaves normally and shows no box.
     void endFromOutside()
     {
-        QFETCH(int, signal);
-        QFETCH(bool, autoLogOut);
-        QFETCH(QString, status);
+        auto [signal, autoLogOut, status] = fetch<int, bool, QString>("signal", "autoLogOut", "status");
         TempSite site;
         site.person(kJo, "jo").status(kJo, "Busy");
         site.execute(QStringLiteral("UPDATE EmployeeSettingsTable SET AutoLogIn = False, AutoLogOut = %1")

@@ -124,12 +124,8 @@ private slots:
     }
     void initializeFailures()
     {
-        QFETCH(QString, damage);
-        QFETCH(QList<int>, answers);
-        QFETCH(QString, begins);
-        QFETCH(QString, prompt);
-        QFETCH(int, flags);
-        QFETCH(bool, ends);
+        auto [damage, answers, begins, prompt, flags, ends] = fetch<QString, QList<int>, QString, QString, int, bool>(
+            "damage", "answers", "begins", "prompt", "flags", "ends");
 
         TestGateways gw;
         TempSite site;
@@ -192,8 +188,7 @@ private slots:
     }
     void dataPath()
     {
-        QFETCH(QString, dataPath);
-        QFETCH(QString, expected);
+        auto [dataPath, expected] = fetch<QString, QString>("dataPath", "expected");
         TestGateways gw;
         TempSite site;
         const QString folder = site.path().chopped(1);
@@ -216,8 +211,7 @@ private slots:
     }
     void forcedShutDown()
     {
-        QFETCH(QString, value);
-        QFETCH(bool, shutDown);
+        auto [value, shutDown] = fetch<QString, bool>("value", "shutDown");
         TestGateways gw;
         TempSite site;
         gRun.gstrApplicationPath = site.path();
@@ -294,8 +288,7 @@ private slots:
     // Each kind gets one stop box and ends the run with code 1; none aborts.
     void failureReachingTheEventLoop()
     {
-        QFETCH(int, kind);
-        QFETCH(QString, prompt);
+        auto [kind, prompt] = fetch<int, QString>("kind", "prompt");
         TestGateways gw;
         gw.boxes().answer(platform::vbOK);
         QWidget window;

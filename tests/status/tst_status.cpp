@@ -233,8 +233,7 @@ private slots:
 
     void logColumns()
     {
-        QFETCH(QLocale, locale);
-        QFETCH(QStringList, logged);
+        auto [locale, logged] = fetch<QLocale, QStringList>("locale", "logged");
         StatusFixture f;
         QLocale::setDefault(locale);
         gSite.gblnTransactionLog = !logged.isEmpty();
@@ -338,9 +337,7 @@ private slots:
 
     void failedPartLeavesNothing()
     {
-        QFETCH(QByteArray, breakage);
-        QFETCH(bool, group);
-        QFETCH(int, boxes);
+        auto [breakage, group, boxes] = fetch<QByteArray, bool, int>("breakage", "group", "boxes");
         StatusFixture f;
         f.board.select(group ? QList<int>{1, 2} : QList<int>{0});
         for (const QString& name : f.board.names)
@@ -414,8 +411,7 @@ private slots:
     // UpdateStatusOnLock is read under a name no table has, so it stays False.
     void readOptions()
     {
-        QFETCH(QStringList, allowAndOverride);
-        QFETCH(QString, level);
+        auto [allowAndOverride, level] = fetch<QStringList, QString>("allowAndOverride", "level");
         StatusFixture f;
         const QString number = QString::number(QStringList{"LOW", "MEDIUM", "HIGH"}.indexOf(level));
         f.site.setting("AllowStatusAlerts", allowAndOverride[0]).setting("SystemSecurityLevel", number);
@@ -442,8 +438,7 @@ private slots:
     // "Everyone"; the screen place is read only where one was saved.
     void readUserSettings()
     {
-        QFETCH(QString, settings);
-        QFETCH(QString, group);
+        auto [settings, group] = fetch<QString, QString>("settings", "group");
         StatusFixture f;
         f.site.group("Sales");
         setForAnn(f, settings + ", AutoLogIn = Null, ScreenTop = Null, ScreenLeft = 40, UserSecurityLevel = 1");

@@ -144,8 +144,7 @@ private slots:
     // through the floating editor is stored trimmed, and erased as one blank.
     void customFieldEdit()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, stored);
+        auto [typed, stored] = fetch<QString, QString>("typed", "stored");
         StatusFixture f;
         addTrackersAndFields(f);
         frmStatus screen;
@@ -183,8 +182,7 @@ private slots:
     // counter and log are as they were, and the screen stays open.
     void failedPartLeavesNothing()
     {
-        QFETCH(QByteArray, breakage);
-        QFETCH(QString, box);
+        auto [breakage, box] = fetch<QByteArray, QString>("breakage", "box");
         StatusFixture f;
         addTrackersAndFields(f);
         const long long before = f.counter();
@@ -256,9 +254,7 @@ private slots:
 
     void activatePresetsOut()
     {
-        QFETCH(bool, viaOut);
-        QFETCH(bool, popUp);
-        QFETCH(QStringList, shown);
+        auto [viaOut, popUp, shown] = fetch<bool, bool, QStringList>("viaOut", "popUp", "shown");
         StatusFixture f;
         f.site.status("Ann Lee", "Busy", "3pm", "Lunch");
         gRun.gblnOutViaStatusScreen = viaOut;
@@ -312,8 +308,7 @@ private slots:
     // Esc is Cancel and F1 opens the screen's help topic.
     void keyboard()
     {
-        QFETCH(bool, group);
-        QFETCH(int, key);
+        auto [group, key] = fetch<bool, int>("group", "key");
         StatusFixture f;
         f.site.status("Ann Lee", "Out");
         f.board.select({0});
@@ -424,8 +419,7 @@ private slots:
     // and log as they were; the others are written and the counter rises once.
     void groupPassesOverAFailedPerson()
     {
-        QFETCH(QByteArray, breakage);
-        QFETCH(QString, box);
+        auto [breakage, box] = fetch<QByteArray, QString>("breakage", "box");
         StatusFixture f;
         addTrackersAndFields(f);
         f.board.select({0, 1, 2});
@@ -464,10 +458,8 @@ private slots:
     // Out command is taken once. A person deleted meanwhile unloads the screen.
     void groupLoad()
     {
-        QFETCH(QList<int>, selected);
-        QFETCH(QString, tag);
-        QFETCH(bool, loaded);
-        QFETCH(QStringList, shown);
+        auto [selected, tag, loaded, shown] =
+            fetch<QList<int>, QString, bool, QStringList>("selected", "tag", "loaded", "shown");
         StatusFixture f;
         f.site.status("Cy Dee", "Busy", "3pm", "Gym");
         f.site.execute("DELETE FROM EmployeeTable WHERE Name = \"Bob Ray\"");

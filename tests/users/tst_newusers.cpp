@@ -150,9 +150,7 @@ private slots:
     }
     void okDecides()
     {
-        QFETCH(QString, name);
-        QFETCH(int, answer);
-        QFETCH(QStringList, boxes);
+        auto [name, answer, boxes] = fetch<QString, int, QStringList>("name", "answer", "boxes");
         Setup s;
         s.gw.boxes().answer(answer ? answer : platform::vbOK).answer(platform::vbOK);
         frmNewUserSetup screen;

@@ -258,10 +258,8 @@ private slots:
     }
     void exitAsksWhenThereIsText()
     {
-        QFETCH(QString, action);
-        QFETCH(QString, subject);
-        QFETCH(int, answer);
-        QFETCH(bool, closes);
+        auto [action, subject, answer, closes] =
+            fetch<QString, QString, int, bool>("action", "subject", "answer", "closes");
         MessageFixture f;
         Screen s = f.open(action, f.bobToAnn);
         s->txtFrom->setText("Someone");
