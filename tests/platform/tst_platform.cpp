@@ -212,16 +212,12 @@ private slots:
                             const char* expected) {
             QTest::newRow(name) << locale << when << form << QString::fromUtf8(expected);
         };
-        row("stamp", "en_US", am, "yyyy-mm-dd hh:mm:ss", "2026-03-04 07:08:09");
         row("stamp, de", "de_DE", pm, "yyyy-mm-dd hh:mm:ss", "2026-11-22 14:05:09");
-        row("month name", "en_US", am, "mmm dd, yyyy hh:mm:ss", "Mar 04, 2026 07:08:09");
         row("long date", "en_US", pm, "Long Date", "Sunday, November 22, 2026");
         row("long date, de", "de_DE", pm, "Long Date", "Sonntag, 22. November 2026");
         row("long time", "en_US", pm, "Long Time", "2:05:09 PM");
-        row("long time, morning", "en_US", am, "Long Time", "7:08:09 AM");
         row("long time, de", "de_DE", pm, "Long Time", "14:05:09");
         row("short time, morning", "en_US", am, "Short Time", "07:08");
-        row("general", "en_US", pm, "General Date", "11/22/2026 2:05:09 PM");
         row("general, de", "de_DE", pm, "General Date", "22.11.2026 14:05:09");
         row("general, midnight", "en_US", QDateTime(QDate(2026, 11, 22), QTime(0, 0)), "General Date", "11/22/2026");
         row("general, day zero", "en_US", QDateTime(QDate(1899, 12, 30), QTime(14, 5, 9)), "General Date",
