@@ -1,5 +1,4 @@
-// The pop-up alerts offscreen: the see-through rule, sounds, places, one status
-// pop-up per person, the delete buttons, and Close ALL over a mix of windows.
+// The pop-up alerts offscreen: look, sound, place, the one per person, and their buttons.
 #include "alerts/frmnewmessagesalert.h"
 #include "alerts/frmstatuschangealert.h"
 #include "alerts/modalerts.h"

@@ -1,5 +1,4 @@
-// The board's decisions without a screen: the rights, the refresh and its
-// count-down, the columns, and lengths in twips.
+// The board's decisions without a screen: rights, refresh, columns and twips.
 #include "board/columnlayout.h"
 #include "board/refreshplan.h"
 #include "board/toolbarrights.h"

@@ -1,5 +1,4 @@
-// The board's list on real site files: the refresh and its cheap path, the group
-// queries, sort and columns, the timers, and the end of a run.
+// The board's list on real site files: refresh, groups, sort, timers and the end of a run.
 #include "board/grouptabbar.h"
 #include "boardfixture.h"
 #include "columns.h"

@@ -1,5 +1,4 @@
-// The tray: frmSysTray's record, frmMain's tray object and its reactions, the
-// pictures, and one board per person (the local socket's two ends).
+// The tray icon and its menu, and one board per person (the local socket's two ends).
 #include "board/frmsystray.h"
 #include "board/singleinstance.h"
 #include "board/statusicons.h"

@@ -1,8 +1,4 @@
-// Database and Recordset on a small table of people: Execute and the Jet numbers
-// of failing statements, the table list, the statement count and cache, quoted
-// texts going in and coming back unchanged; values by declared type, moving,
-// editing and adding rows, deletes, Seek, misuse, and writes while another
-// client or process holds the file.
+// Database and Recordset on a small table of people.
 #include "columns.h"
 #include "daotest.h"
 

@@ -1,8 +1,4 @@
-// DBEngine: opening and creating files, each open failure as the Jet number the
-// logic switches on, produced by the real condition; the maintenance lock; a
-// file busy in another process; a closed or read-only database. The Jet dialect:
-// translation to SQLite (table definitions also run by the engine), its refusals,
-// Jet's LIKE and the text of numbers.
+// DBEngine's opens and their Jet numbers, and the Jet dialect: translation, refusals, LIKE, numbers.
 #include "columns.h"
 #include "dao/jetsql.h"
 #include "daotest.h"

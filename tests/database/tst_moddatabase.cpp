@@ -1,6 +1,4 @@
-// The open-and-close regime of the shared file, the answers to a failed open,
-// the group look-up, and the change counters: what a poll reads and acts on, and
-// the raise of Counter.
+// The shared file's open-and-close regime, the answers to a failed open, and the change counters.
 #include "columns.h"
 #include "countingscreen.h"
 #include "dao/dao.h"

@@ -1,7 +1,4 @@
-// A new site's files and standing rows, the row functions the admin tool and the
-// test fixture share; bringing an older file up to date, leaving a present one
-// alone, the test that a file belongs to this system, and the check on the
-// counters' table.
+// A new site's files and rows, an older file brought up to date, and the checks on a site's file.
 #include "columns.h"
 #include "dao/dao.h"
 #include "dao/jetsql.h"

@@ -1,5 +1,4 @@
-// Messages on a real site file: the rows each send path writes, drafts, the
-// changes of a copy's category, the reply and forward bodies, and the watcher.
+// Messages on a real site file: sending, drafts, a copy's category, quoting, and the watcher.
 #include "messaging/messagestore.h"
 #include "messaging/newmessagewatcher.h"
 #include "messaging/storedmessage.h"

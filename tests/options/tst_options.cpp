@@ -1,5 +1,4 @@
-// The Options screen: what OK writes and the board shows, what Cancel and a
-// deleted person leave alone; on real site files, offscreen.
+// The Options screen on real site files: what OK writes and the board shows, what Cancel leaves alone.
 #include "boardfixture.h"
 #include "columns.h"
 #include "options/frmoptions.h"

@@ -1,8 +1,4 @@
-// The client's gateways for real, offscreen: QMessageBoxes looked at and answered
-// from a timer; and the real End seen from outside, as a copy of this program
-// started as a child runs a QApplication with a window, registers closing work
-// and ends, and the parent reads its exit code and output, the static objects'
-// destruction included.
+// The client's gateways for real, offscreen: message boxes, and the real End seen from a child process.
 #include "columns.h"
 #include "platform/gui/qtmessageboxes.h"
 #include "platform/process.h"

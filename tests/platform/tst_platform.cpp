@@ -1,6 +1,4 @@
-// The platform's parts without a screen: settings files read and written as
-// Windows' profile functions do, the mount table, the two spellings of a network
-// path; the engine's date numbers both ways and VB's date formats in two locales.
+// The platform's parts without a screen: profile files, mounts and network paths, dates.
 #include "columns.h"
 #include "ondisk.h"
 #include "platform/clock.h"

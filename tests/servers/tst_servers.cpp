@@ -1,5 +1,4 @@
-// The client moved to other sites' files and back: real site folders, reached by
-// UNC path through a mount table of the test's own (cifs shares and a GVfs one).
+// The client moved to other sites and back: real site folders behind a mount table of the test's own.
 #include "boardfixture.h"
 #include "columns.h"
 #include "platform/mounts.h"

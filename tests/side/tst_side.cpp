@@ -1,6 +1,4 @@
-// The photo viewer's list and pictures, and the stress test's bursts (each round's
-// writes with their counters and log rows, the countdown, the stop) on a real site
-// file, reached also through About's hidden ways.
+// The photo viewer, About's hidden ways, and the stress test's bursts on a real site file.
 #include "columns.h"
 #include "side/frmabout.h"
 #include "side/frmdisplayphoto.h"

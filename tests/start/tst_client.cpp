@@ -1,7 +1,4 @@
-// The real programs, run offscreen on a site: the client `user` writing a status
-// from its command line, refusing a file, ended from outside
-// and started twice; and inicheck waiting out a forced shutdown before it starts
-// the client again.
+// The real programs, run offscreen on a site: the client `user` and inicheck.
 #include "columns.h"
 #include "dao/dao.h"
 #include "database/site.h"

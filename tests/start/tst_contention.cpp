@@ -1,8 +1,5 @@
-// Many real clients on one site at once. Twenty start together, each writing the
-// status of its command line: every status lands, no box shows, and every change
-// raises the counter once. Clients killed at random moments of their writes
-// leave each person's row, tracking mirror and last log row in agreement, and the
-// counter's rise equal to the log rows added.
+// Many real clients on one site at once: twenty starting together, and clients killed at random
+// moments of their writes, leave every change whole and counted once.
 #include "realclient.h"
 #include "tempsite.h"
 

@@ -1,6 +1,5 @@
-// Start-up on real site files: veskor.ini and each failure's box, the forced
-// shutdown, who the person is and the -STS: token; and a failure that reaches the
-// client's event loop ends the run with its box and code 1, whatever its kind.
+// Start-up on real site files: veskor.ini, failed opens, forced shutdown, who the person is, and a
+// failure that reaches the client's event loop.
 #include "columns.h"
 #include "countingscreen.h"
 #include "dao/dao.h"

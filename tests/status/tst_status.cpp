@@ -1,7 +1,4 @@
-// The status writes and the log on a real site file: whose row a change goes to,
-// the code of the word, the comment rule, the mirror, the counter and log rows;
-// the system's and the person's settings read into run-wide values, and the
-// layout saved at the end of a run and read back at the next start.
+// The status writes, the log and the settings, on a real site file.
 #include "columns.h"
 #include "ondisk.h"
 #include "otherclient.h"

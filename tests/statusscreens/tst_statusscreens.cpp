@@ -1,6 +1,4 @@
-// The Change YOUR Status and Group Change screens on a real site file: what OK
-// writes (row, custom fields, mirror, log, counter), what it leaves alone, and
-// what a failure leaves behind.
+// The Change YOUR Status and Group Change screens on a real site file.
 #include "columns.h"
 #include "ondisk.h"
 #include "otherclient.h"

@@ -1,6 +1,4 @@
-// The message screen on a real site file: what each mode fills, locks and
-// offers, where Send goes by the screen's action, what stays on the screen when
-// a send or save fails, and what the closing writes.
+// The message screen on a real site file: its modes, its commands, and what stays when a write fails.
 #include "columns.h"
 #include "messaging/gui/frmmessage.h"
 #include "messaging/gui/messagescreens.h"

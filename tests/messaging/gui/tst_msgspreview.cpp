@@ -1,6 +1,4 @@
-// The Preview Messages screen and the Select Users screen, offscreen, on a real
-// site file: what each category lists, the row's columns, the buttons a row
-// allows, delete, the commands; the groups of the picker and the line it hands back.
+// The Preview Messages and Select Users screens, offscreen, on a real site file.
 #include "columns.h"
 #include "messaging/gui/frmmessagestoselection.h"
 #include "messaging/gui/frmmsgspreview.h"
