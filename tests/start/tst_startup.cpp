@@ -199,7 +199,6 @@ private slots:
         QCOMPARE(gRun.gstrDatabasePath, withFolder(expected, folder));
         QCOMPARE(gRun.gstrCurrentDatabasePath, gRun.gstrDatabasePath);
         QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen());
-        QCOMPARE(gw.boxes().count(), 0);
     }
 
     void forcedShutDown_data()

@@ -449,7 +449,6 @@ private slots:
         QVERIFY(!gPerson.glngScreenTop.has_value());
         QCOMPARE(f.board.normalGeometry().left(), 40);
         QCOMPARE(f.board.panelToolTip(5), "User Security is MEDIUM");
-        QCOMPARE(f.gw.boxes().count(), 0);
     }
 
     // Every layout value comes back from a save and a read. An extra column's layout
