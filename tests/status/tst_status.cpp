@@ -318,11 +318,7 @@ private slots:
     void failedPartLeavesNothing_data()
     {
         addColumns<QByteArray, bool, int>("breakage", "group", "boxes");
-        const QByteArray log =
-            "CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN SELECT RAISE(ABORT, 'no'); END";
-        const QByteArray counter =
-            "CREATE TRIGGER NoRaise BEFORE UPDATE ON StatusCounterTable BEGIN SELECT RAISE(ABORT, 'no'); END";
-        const QByteArray mirror = "ALTER TABLE EmployeeStatusTracking RENAME TO Gone";
+        const QByteArray log = kNoLogRow, counter = kNoCounter, mirror = kNoMirror;
         QTest::newRow("log row, own") << log << false << 1; // the log's box, at the run's third failure
         QTest::newRow("counter, own") << counter << false << 1;
         QTest::newRow("mirror, own") << mirror << false << 0; // goes up to the caller

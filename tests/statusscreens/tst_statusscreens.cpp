@@ -147,14 +147,9 @@ private slots:
     void failedPartLeavesNothing_data()
     {
         addColumns<QByteArray, QString>("breakage", "box");
-        QTest::newRow("mirror") << QByteArray("ALTER TABLE EmployeeStatusTracking RENAME TO Gone")
-                                << "Error=3078\r\n Error message=";
-        QTest::newRow("log row") << QByteArray("CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN "
-                                               "SELECT RAISE(ABORT, 'no'); END")
-                                 << "Cannot complete the current operation";
-        QTest::newRow("counter") << QByteArray("CREATE TRIGGER NoRaise BEFORE UPDATE ON StatusCounterTable BEGIN "
-                                               "SELECT RAISE(ABORT, 'no'); END")
-                                 << "Error=";
+        QTest::newRow("mirror") << kNoMirror << "Error=3078\r\n Error message=";
+        QTest::newRow("log row") << kNoLogRow << "Cannot complete the current operation";
+        QTest::newRow("counter") << kNoCounter << "Error=";
     }
 
     // One write of the change fails: its box, then the row, custom field, mirror,
