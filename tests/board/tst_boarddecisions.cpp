@@ -1,5 +1,4 @@
-// The board's decisions without a screen: the rights, the refresh and its
-// count-down, the columns, and lengths in twips.
+// The board's decisions without a screen: rights, refresh, columns and twips.
 #include "board/columnlayout.h"
 #include "board/refreshplan.h"
 #include "board/toolbarrights.h"
@@ -60,11 +59,8 @@ private slots:
     }
     void changeOthers()
     {
-        QFETCH(int, system);
-        QFETCH(int, user);
-        QFETCH(QString, group);
-        QFETCH(bool, held);
-        QFETCH(int, test);
+        auto [system, user, group, held, test] =
+            fetch<int, int, QString, bool, int>("system", "user", "group", "held", "test");
         QCOMPARE(int(changeOthersTest(system, user)), test);
         QTEST(mayChangeOthers(Test(test), held, group), "allowed");
     }
@@ -87,8 +83,7 @@ private slots:
     }
     void otherButtons()
     {
-        QFETCH(QString, site);
-        QFETCH(int, userLevel);
+        auto [site, userLevel] = fetch<QString, int>("site", "userLevel");
         const QStringList facts = site.split(QLatin1Char(' '));
         const QList<ButtonRight> rights =
             rights::otherButtons({facts.contains("remote"), facts.contains("servers"), facts.contains("row"), userLevel,
@@ -117,9 +112,7 @@ private slots:
     }
     void refreshPlan()
     {
-        QFETCH(QString, group);
-        QFETCH(LongList, read);
-        QFETCH(bool, columnsChanged);
+        auto [group, read, columnsChanged] = fetch<QString, LongList, bool>("group", "read", "columnsChanged");
         const refresh::Plan plan =
             refresh::plan({group, "Sales", {read[0], read[1], read[2]}, {5, 2, 1}, columnsChanged});
         QTEST(plan.rebuild, "rebuild");
@@ -139,10 +132,8 @@ private slots:
     }
     void countdownTick()
     {
-        QFETCH(long long, rate);
-        QFETCH(long long, before);
-        QFETCH(bool, minimized);
-        QFETCH(long long, after);
+        auto [rate, before, minimized, after] =
+            fetch<long long, long long, bool, long long>("rate", "before", "minimized", "after");
         const refresh::Tick tick = refresh::tick(rate, before, minimized);
         QTEST(QString::fromLatin1(tick.stopTimer ? "stop" : tick.refresh ? "refresh" : "count"), "outcome");
         QCOMPARE(tick.countDown, after);
@@ -212,8 +203,7 @@ private slots:
     }
     void find()
     {
-        QFETCH(QString, value);
-        QFETCH(QString, typed);
+        auto [value, typed] = fetch<QString, QString>("value", "typed");
         QTEST(columns::findMatches(value, typed), "found");
     }
 
@@ -231,9 +221,7 @@ private slots:
     }
     void columnSnapshot()
     {
-        QFETCH(int, rows);
-        QFETCH(LongList, places);
-        QFETCH(LongList, widths);
+        auto [rows, places, widths] = fetch<int, LongList, LongList>("rows", "places", "widths");
         const auto snapshot = columns::Snapshot::take(rows, {1, 2, 3}, {900, 1500, 3000});
         QTEST(snapshot.differs(rows, places, widths), "differs");
     }

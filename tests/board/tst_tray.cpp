@@ -1,5 +1,4 @@
-// The tray: frmSysTray's record, frmMain's tray object and its reactions, the
-// pictures, and one board per person (the local socket's two ends).
+// The tray icon and its menu, and one board per person (the local socket's two ends).
 #include "board/frmsystray.h"
 #include "board/singleinstance.h"
 #include "board/statusicons.h"
@@ -75,8 +74,7 @@ private slots:
     // the eight entries and their keys.
     void trayObject()
     {
-        QFETCH(int, minimizeSetting);
-        QFETCH(bool, tray);
+        auto [minimizeSetting, tray] = fetch<int, bool>("minimizeSetting", "tray");
         TrayBoard board(minimizeSetting);
         QCOMPARE(board.form->sysTrayIconExists(), tray);
         if (!tray) {
@@ -111,8 +109,7 @@ private slots:
     void menuClick()
     {
         const QString key = QTest::currentDataTag();
-        QFETCH(QString, status);
-        QFETCH(long long, code);
+        auto [status, code] = fetch<QString, long long>("status", "code");
         TrayBoard board(1);
         QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
         QVERIFY(!board.form->groupButtonEnabled());
@@ -191,12 +188,10 @@ private slots:
 
     void socketFolder_data()
     {
-        // runtimeMode: -1 for XDG_RUNTIME_DIR unset
-        addColumns<int, bool>("runtimeMode", "runtimeUsed");
-        QTest::newRow("the runtime directory") << 0700 << true;
-        QTest::newRow("a runtime directory others may enter") << 0755 << false;
-        QTest::newRow("a runtime directory others may write") << 0777 << false;
-        QTest::newRow("no runtime directory") << -1 << false;
+        QTest::addColumn<int>("runtimeMode"); // -1: XDG_RUNTIME_DIR unset; used only when 0700
+        QTest::newRow("the runtime directory") << 0700;
+        QTest::newRow("a runtime directory others may enter") << 0755;
+        QTest::newRow("no runtime directory") << -1;
     }
 
     // The socket and its lock lie in a folder only this account can enter: the
@@ -205,7 +200,7 @@ private slots:
     void socketFolder()
     {
         QFETCH(int, runtimeMode);
-        QFETCH(bool, runtimeUsed);
+        const bool runtimeUsed = runtimeMode == 0700;
         QTemporaryDir runtime;
         QTemporaryDir temp;
         qputenv("TMPDIR", QFile::encodeName(temp.path()));

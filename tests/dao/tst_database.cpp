@@ -1,8 +1,4 @@
-// Database and Recordset on a small table of people: Execute and the Jet numbers
-// of failing statements, the table list, the statement count and cache, quoted
-// texts going in and coming back unchanged; values by declared type, moving,
-// editing and adding rows, deletes, Seek, misuse, and writes while another
-// client or process holds the file.
+// Database and Recordset on a small table of people.
 #include "columns.h"
 #include "daotest.h"
 
@@ -151,8 +147,7 @@ private slots:
     // Written by Edit and by AddNew, read back by a fresh dynaset with its type.
     void valuesRoundTrip()
     {
-        QFETCH(QString, field);
-        QFETCH(QVariant, value);
+        auto [field, value] = fetch<QString, QVariant>("field", "value");
         auto rs = people();
         rs->Edit();
         rs->Fields(field) = value;
@@ -259,8 +254,7 @@ private slots:
 
     void misuse()
     {
-        QFETCH(int, number);
-        QFETCH(Action, action);
+        auto [number, action] = fetch<int, Action>("number", "action");
         auto rs = people();
         QCOMPARE(jetNumber([&] { action(*rs, *m_db); }), number);
         QCOMPARE(sqliteValue(m_file, "SELECT count(*) FROM People"), QString("3")); // nothing of it ran
@@ -494,8 +488,7 @@ private slots:
     // the fold or not.
     void likeOfOneText()
     {
-        QFETCH(QString, name);
-        QFETCH(QStringList, found);
+        auto [name, found] = fetch<QString, QStringList>("name", "found");
         m_db->Execute("CREATE TABLE Staff (Name TEXT(50), Other TEXT(50))");
         for (const QString& staff : kStaff)
             m_db->Execute("INSERT INTO Staff (Name, Other) VALUES (" + quote(staff) + ", " + quote(staff) + ")");

@@ -1,8 +1,4 @@
-// DBEngine: opening and creating files, each open failure as the Jet number the
-// logic switches on, produced by the real condition; the maintenance lock; a
-// file busy in another process; a closed or read-only database. The Jet dialect:
-// translation to SQLite (table definitions also run by the engine), its refusals,
-// Jet's LIKE and the text of numbers.
+// DBEngine's opens and their Jet numbers, and the Jet dialect: translation, refusals, LIKE, numbers.
 #include "columns.h"
 #include "dao/jetsql.h"
 #include "daotest.h"
@@ -78,9 +74,7 @@ private slots:
 
     void openFailures()
     {
-        QFETCH(QString, setup);
-        QFETCH(QString, file);
-        QFETCH(int, number);
+        auto [setup, file, number] = fetch<QString, QString, int>("setup", "file", "number");
         const QString target = file.isEmpty() ? QString() : path(file);
         if (setup == "plain") {
             QVERIFY(writeFile(path("plain.txt"), "text"));
@@ -270,8 +264,7 @@ private slots:
 
     void translate()
     {
-        QFETCH(QString, jet);
-        QFETCH(QString, sqlite);
+        auto [jet, sqlite] = fetch<QString, QString>("jet", "sqlite");
         QCOMPARE(dao::translateJet(jet).sql, sqlite);
         // A table definition must also run (on a table T that has a row).
         if (sqlite.startsWith(QLatin1String("CREATE")) || sqlite.startsWith(QLatin1String("ALTER"))) {
@@ -307,8 +300,7 @@ private slots:
 
     void refused()
     {
-        QFETCH(QString, jet);
-        QFETCH(int, number);
+        auto [jet, number] = fetch<QString, int>("jet", "number");
         try {
             const QString sql = dao::translateJet(jet).sql;
             QFAIL(qPrintable("translated to: " + sql));
@@ -357,9 +349,7 @@ private slots:
     // Each text twice: the second call uses the kept pattern.
     void like()
     {
-        QFETCH(QString, pattern);
-        QFETCH(QStringList, matching);
-        QFETCH(QStringList, other);
+        auto [pattern, matching, other] = fetch<QString, QStringList, QStringList>("pattern", "matching", "other");
         for (const QString& text : matching + matching)
             QVERIFY2(dao::jetLike(text, pattern), qPrintable(text));
         for (const QString& text : other + other)

@@ -1,5 +1,4 @@
-// Messages on a real site file: the rows each send path writes, drafts, the
-// changes of a copy's category, the reply and forward bodies, and the watcher.
+// Messages on a real site file: sending, drafts, a copy's category, quoting, and the watcher.
 #include "messaging/messagestore.h"
 #include "messaging/newmessagewatcher.h"
 #include "messaging/storedmessage.h"
@@ -77,22 +76,22 @@ private slots:
         const MessageText full{"Reception", "Call back", "Ring 555"};
         const auto ok = SendOutcome::Sent;
         const QString three = QStringLiteral("Ann Lee; Bob Ray; Cy Dee");
-        QTest::newRow("new, three") << Send{SendPath::New, three, full, ok, three.split("; "), full};
-        QTest::newRow("new, trailing separator") << Send{SendPath::New, "Bob Ray; ", full, ok, {"Bob Ray", ""}, full};
-        QTest::newRow("new, blanks filled")
-            << Send{SendPath::New, "Bob Ray", {"  ", "Hi", ""}, ok, {"Bob Ray"}, {" ", "Hi", " "}};
-        QTest::newRow("new, ';' inside a name")
-            << Send{SendPath::New, "Ray;Bob; Cy Dee", full, ok, {"Ray;Bob", "Cy Dee"}, full};
+        const auto row = [](const char* name, const Send& send) {
+            QTest::newRow(name) << send;
+        };
+        const auto New = SendPath::New;
+        row("new, three", {New, three, full, ok, three.split("; "), full});
+        row("new, trailing separator", {New, "Bob Ray; ", full, ok, {"Bob Ray", ""}, full});
+        row("new, blanks filled", {New, "Bob Ray", {"  ", "Hi", ""}, ok, {"Bob Ray"}, {" ", "Hi", " "}});
+        row("new, ';' inside a name", {New, "Ray;Bob; Cy Dee", full, ok, {"Ray;Bob", "Cy Dee"}, full});
         const MessageText odd{"O\"Neil", "\U0001F600", kOddBody};
-        QTest::newRow("new, odd texts, unknown name")
-            << Send{SendPath::New, "Zed Nobody", odd, ok, {"Zed Nobody"}, odd};
-        QTest::newRow("new, nothing but To")
-            << Send{SendPath::New, "Bob Ray", {" ", "", ""}, SendOutcome::FieldsRequired, {}, {}};
-        QTest::newRow("new, blank To") << Send{SendPath::New, "  ", full, SendOutcome::EmptyTo, {}, {}};
-        QTest::newRow("reply keeps the blank after ';'")
-            << Send{SendPath::Reply, three, {"", "", ""}, ok, {"Ann Lee", " Bob Ray", " Cy Dee"}, {"", "", ""}};
-        QTest::newRow("reply skips blank names") << Send{SendPath::Reply, "Bob Ray; ", full, ok, {"Bob Ray"}, full};
-        QTest::newRow("forward") << Send{SendPath::Forward, "Cy Dee", full, ok, {"Cy Dee"}, full};
+        row("new, odd texts, unknown name", {New, "Zed Nobody", odd, ok, {"Zed Nobody"}, odd});
+        row("new, nothing but To", {New, "Bob Ray", {" ", "", ""}, SendOutcome::FieldsRequired, {}, {}});
+        row("new, blank To", {New, "  ", full, SendOutcome::EmptyTo, {}, {}});
+        row("reply keeps the blank after ';'",
+            {SendPath::Reply, three, {"", "", ""}, ok, {"Ann Lee", " Bob Ray", " Cy Dee"}, {"", "", ""}});
+        row("reply skips blank names", {SendPath::Reply, "Bob Ray; ", full, ok, {"Bob Ray"}, full});
+        row("forward", {SendPath::Forward, "Cy Dee", full, ok, {"Cy Dee"}, full});
     }
     void sendWritesOneCopyEachAndTheSenders()
     {

@@ -1,8 +1,4 @@
-// The client's gateways for real, offscreen: QMessageBoxes looked at and answered
-// from a timer; and the real End seen from outside, as a copy of this program
-// started as a child runs a QApplication with a window, registers closing work
-// and ends, and the parent reads its exit code and output, the static objects'
-// destruction included.
+// The client's gateways for real, offscreen: message boxes, and the real End seen from a child process.
 #include "columns.h"
 #include "platform/gui/qtmessageboxes.h"
 #include "platform/process.h"
@@ -21,21 +17,6 @@ using namespace platform;
 using Button = QMessageBox::StandardButton;
 
 namespace {
-
-// The VB answers of a box's buttons, in code order.
-QList<int> answersOf(QMessageBox* box)
-{
-    static const QHash<int, int> codes = {{QMessageBox::Ok, vbOK},         {QMessageBox::Cancel, vbCancel},
-                                          {QMessageBox::Abort, vbAbort},   {QMessageBox::Retry, vbRetry},
-                                          {QMessageBox::Ignore, vbIgnore}, {QMessageBox::Yes, vbYes},
-                                          {QMessageBox::No, vbNo}};
-    QList<int> out;
-    for (QAbstractButton* b : box->buttons()) {
-        out.append(codes.value(box->standardButton(b), -1));
-    }
-    std::sort(out.begin(), out.end());
-    return out;
-}
 
 // Runs act on the next modal message box as soon as it is on screen.
 void whenBoxShows(std::function<void(QMessageBox*)> act)
@@ -106,61 +87,51 @@ private slots:
 
     void messageBox_data()
     {
-        // press: a button's name, or "Escape"
-        addColumns<int, QList<int>, QMessageBox::Icon, Button, QString, int>("flags", "buttons", "icon",
-                                                                             "defaultButton", "press", "answer");
+        // press: the button clicked, or none for the Escape key
+        addColumns<int, int, QMessageBox::Icon, Button, Button, int>("flags", "buttons", "icon", "defaultButton",
+                                                                     "press", "answer");
         using M = QMessageBox;
-        const auto row = [](const char* name, int flags, const QList<int>& buttons, M::Icon icon, Button defaultButton,
-                            const char* press, int answer) {
-            QTest::newRow(name) << flags << buttons << icon << defaultButton << QString(press) << answer;
+        const auto row = [](const char* name, int flags, M::StandardButtons buttons, M::Icon icon, Button defaultButton,
+                            Button press, int answer) {
+            QTest::newRow(name) << flags << int(buttons) << icon << defaultButton << press << answer;
         };
-        row("OK only, Escape", vbOKOnly | vbInformation, {vbOK}, M::Information, M::Ok, "Escape", vbOK);
-        row("retry cancel, Escape is Cancel", vbRetryCancel | vbCritical, {vbCancel, vbRetry}, M::Critical, M::Retry,
-            "Escape", vbCancel);
-        row("yes no, question, second default", vbYesNo | vbQuestion | vbDefaultButton2, {vbYes, vbNo}, M::Question,
-            M::No, "Yes", vbYes);
-        row("yes no, Escape is No", vbYesNo | vbExclamation, {vbYes, vbNo}, M::Warning, M::Yes, "Escape", vbNo);
-        row("yes no cancel, third default", vbYesNoCancel | vbDefaultButton3, {vbCancel, vbYes, vbNo}, M::NoIcon,
-            M::Cancel, "No", vbNo);
-        row("OK cancel, third default is the first", vbOKCancel | vbDefaultButton3, {vbOK, vbCancel}, M::NoIcon, M::Ok,
-            "Escape", vbCancel);
+        const Button escape = M::NoButton;
+        row("OK only, Escape", vbOKOnly | vbInformation, M::Ok, M::Information, M::Ok, escape, vbOK);
+        row("retry cancel, Escape is Cancel", vbRetryCancel | vbCritical, M::Retry | M::Cancel, M::Critical, M::Retry,
+            escape, vbCancel);
+        row("yes no, question, second default", vbYesNo | vbQuestion | vbDefaultButton2, M::Yes | M::No, M::Question,
+            M::No, M::Yes, vbYes);
+        row("yes no, Escape is No", vbYesNo | vbExclamation, M::Yes | M::No, M::Warning, M::Yes, escape, vbNo);
+        row("yes no cancel, third default", vbYesNoCancel | vbDefaultButton3, M::Yes | M::No | M::Cancel, M::NoIcon,
+            M::Cancel, M::No, vbNo);
+        row("OK cancel, third default is the first", vbOKCancel | vbDefaultButton3, M::Ok | M::Cancel, M::NoIcon, M::Ok,
+            escape, vbCancel);
         // VB's Abort/Retry/Ignore box has no Escape: the key does nothing, Ignore is pressed after it.
-        row("abort retry ignore, Escape does nothing", vbAbortRetryIgnore, {vbAbort, vbRetry, vbIgnore}, M::NoIcon,
-            M::Abort, "Escape", vbIgnore);
+        row("abort retry ignore, Escape does nothing", vbAbortRetryIgnore, M::Abort | M::Retry | M::Ignore, M::NoIcon,
+            M::Abort, escape, vbIgnore);
     }
     void messageBox()
     {
-        QFETCH(int, flags);
-        QFETCH(QList<int>, buttons);
-        QFETCH(QMessageBox::Icon, icon);
-        QFETCH(Button, defaultButton);
-        QFETCH(QString, press);
-        QFETCH(int, answer);
-
-        QList<int> seen; // the answers of the buttons, the icon, the default button
+        auto [flags, buttons, icon, defaultButton, press, answer] =
+            fetch<int, int, QMessageBox::Icon, Button, Button, int>("flags", "buttons", "icon", "defaultButton",
+                                                                    "press", "answer");
+        QList<int> seen; // the buttons, the icon, the default button
         whenBoxShows([&](QMessageBox* box) {
-            seen = answersOf(box) << box->icon() << box->standardButton(box->defaultButton());
-            if (press == QLatin1String("Escape")) {
-                QTest::keyClick(box, Qt::Key_Escape);
-                QPointer<QMessageBox> still(box);
-                QTimer::singleShot(50, box, [still] {
-                    if (still && still->isVisible()) {
-                        still->button(QMessageBox::Ignore)->click();
-                    }
-                });
+            seen = {int(box->standardButtons()), box->icon(), box->standardButton(box->defaultButton())};
+            if (press != QMessageBox::NoButton) {
+                box->button(press)->click();
                 return;
             }
-            for (QAbstractButton* b : box->buttons()) {
-                if (b->text().remove(QLatin1Char('&')).compare(press, Qt::CaseInsensitive) == 0) {
-                    b->click();
-                    return;
-                }
-            }
-            box->button(QMessageBox::Ignore)->click();
+            QTest::keyClick(box, Qt::Key_Escape);
+            QPointer<QMessageBox> still(box);
+            QTimer::singleShot(50, box, [still] {
+                if (still && still->isVisible())
+                    still->button(QMessageBox::Ignore)->click();
+            });
         });
         QtMessageBoxes boxes;
         QCOMPARE(boxes.show("Proceed?", flags, "T"), answer);
-        QCOMPARE(seen, buttons + QList<int>({icon, defaultButton}));
+        QCOMPARE(seen, (QList<int>{buttons, icon, defaultButton}));
     }
 
     void messageBox_textLinesAndTitle()
@@ -190,9 +161,7 @@ private slots:
     }
     void realEnd()
     {
-        QFETCH(QString, mode);
-        QFETCH(int, exitCode);
-        QFETCH(QByteArray, output);
+        auto [mode, exitCode, output] = fetch<QString, int, QByteArray>("mode", "exitCode", "output");
         QProcess child;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QLatin1String(childMode), mode);

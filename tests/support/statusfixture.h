@@ -9,6 +9,7 @@
 #include "tempsite.h"
 #include "testgateways.h"
 
+#include <QByteArray>
 #include <QTimer>
 
 // ListViewMain with the headers "Status" and "Name", and the Group button.
@@ -69,6 +70,13 @@ public:
         gBoard.gintNameColumn = 1; // as the board finds its Name column
     }
 };
+
+// Breakages of one write of a status change, by SQLite's own statements on the file.
+inline const QByteArray kNoLogRow =
+    "CREATE TRIGGER NoLog BEFORE INSERT ON TransactionLogTable BEGIN SELECT RAISE(ABORT, 'no'); END";
+inline const QByteArray kNoCounter =
+    "CREATE TRIGGER NoRaise BEFORE UPDATE ON StatusCounterTable BEGIN SELECT RAISE(ABORT, 'no'); END";
+inline const QByteArray kNoMirror = "ALTER TABLE EmployeeStatusTracking RENAME TO Gone";
 
 // Ann Lee (this client's person), Bob Ray and Cy Dee on a site, the log on.
 struct StatusFixture

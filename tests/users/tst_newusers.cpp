@@ -1,5 +1,4 @@
-// New people's rows, the New User Setup screen's decisions, and the launchers
-// that start the client for a person, on real site files.
+// New people's rows, the New User Setup screen, and the launchers, on real site files.
 #include "boardfixture.h"
 #include "columns.h"
 #include "kernel/mainscreen.h"
@@ -150,9 +149,7 @@ private slots:
     }
     void okDecides()
     {
-        QFETCH(QString, name);
-        QFETCH(int, answer);
-        QFETCH(QStringList, boxes);
+        auto [name, answer, boxes] = fetch<QString, int, QStringList>("name", "answer", "boxes");
         Setup s;
         s.gw.boxes().answer(answer ? answer : platform::vbOK).answer(platform::vbOK);
         frmNewUserSetup screen;

@@ -1,6 +1,4 @@
-// The message screen on a real site file: what each mode fills, locks and
-// offers, where Send goes by the screen's action, what stays on the screen when
-// a send or save fails, and what the closing writes.
+// The message screen on a real site file: its modes, its commands, and what stays when a write fails.
 #include "columns.h"
 #include "messaging/gui/frmmessage.h"
 #include "messaging/gui/messagescreens.h"
@@ -258,10 +256,8 @@ private slots:
     }
     void exitAsksWhenThereIsText()
     {
-        QFETCH(QString, action);
-        QFETCH(QString, subject);
-        QFETCH(int, answer);
-        QFETCH(bool, closes);
+        auto [action, subject, answer, closes] =
+            fetch<QString, QString, int, bool>("action", "subject", "answer", "closes");
         MessageFixture f;
         Screen s = f.open(action, f.bobToAnn);
         s->txtFrom->setText("Someone");

@@ -1,6 +1,4 @@
-// The Preview Messages screen and the Select Users screen, offscreen, on a real
-// site file: what each category lists, the row's columns, the buttons a row
-// allows, delete, the commands; the groups of the picker and the line it hands back.
+// The Preview Messages and Select Users screens, offscreen, on a real site file.
 #include "columns.h"
 #include "messaging/gui/frmmessagestoselection.h"
 #include "messaging/gui/frmmsgspreview.h"
@@ -138,8 +136,7 @@ private slots:
     // Bob's copies of every kind are never mine; the forwarded copy stands only under All.
     void listPerCategory()
     {
-        QFETCH(QStringList, clicks);
-        QFETCH(QStringList, listed);
+        auto [clicks, listed] = fetch<QStringList, QStringList>("clicks", "listed");
         Fixture f;
         for (const QString& owner : {QString("Bob Ray"), kMe}) {
             for (const char* category : {"New", "Read", "Sent", "Deleted", "Draft", "Forward"}) {
@@ -170,9 +167,7 @@ private slots:
 
     void row()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, preview);
-        QFETCH(QString, from);
+        auto [body, preview, from] = fetch<QString, QString, QString>("body", "preview", "from");
         Fixture f;
         const long long id = f.add("New", body);
         if (from == "Bob Ray") {
@@ -203,8 +198,7 @@ private slots:
 
     void buttons()
     {
-        QFETCH(QString, category);
-        QFETCH(QList<bool>, states);
+        auto [category, states] = fetch<QString, QList<bool>>("category", "states");
         Fixture f;
         f.add(category);
         f.add("Read");
@@ -270,9 +264,7 @@ private slots:
 
     void deleteRows()
     {
-        QFETCH(QList<int>, selected);
-        QFETCH(int, answer);
-        QFETCH(QStringList, stored);
+        auto [selected, answer, stored] = fetch<QList<int>, int, QStringList>("selected", "answer", "stored");
         Fixture f;
         const QList<long long> ids{f.add("New"), f.add("New"), f.add("New")};
         const long long counterBefore = f.counter();
@@ -307,8 +299,7 @@ private slots:
     // list again (a copy that came in meanwhile shows).
     void commands()
     {
-        QFETCH(QString, key);
-        QFETCH(bool, reloads);
+        auto [key, reloads] = fetch<QString, bool>("key", "reloads");
         Fixture f;
         f.add("New");
         frmMsgsPreview* screen = shown();
@@ -371,9 +362,7 @@ private slots:
 
     void pickerIncludes()
     {
-        QFETCH(QString, toLine);
-        QFETCH(QStringList, include);
-        QFETCH(QStringList, names);
+        auto [toLine, include, names] = fetch<QString, QStringList, QStringList>("toLine", "include", "names");
         Fixture f;
         f.site.group("Sales").group("Support").group("Empty");
         // Everyone is built from the people themselves, not from rows of its own.
@@ -411,10 +400,8 @@ private slots:
 
     void pickerDelivers()
     {
-        QFETCH(QString, toLine);
-        QFETCH(int, removals);
-        QFETCH(bool, escape);
-        QFETCH(std::optional<QString>, delivered);
+        auto [toLine, removals, escape, delivered] =
+            fetch<QString, int, bool, std::optional<QString>>("toLine", "removals", "escape", "delivered");
         Fixture f;
         QWidget caller;
         std::optional<QString> got;
