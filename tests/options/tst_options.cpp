@@ -97,10 +97,9 @@ private slots:
         QTest::newRow("15 minutes") << Screen{"11000011", 4, 1, 1, 1, 12, "8"} << 15 << 0;
         QTest::newRow("30 minutes") << Screen{"00111100", 5, 2, 0, 0, 14, "9"} << 30 << 2;
     }
-    // OK writes every control into the row (the numbers the board reads) and the
-    // phone into EmployeeTable, raises Counter once, and the next run reads them
-    // back onto the screen. A null flag shows unchecked and clears the run's value,
-    // which OK then writes, also for AutoMinimize, which the screen does not show.
+    // OK writes every control into the row and the phone into EmployeeTable, raises Counter
+    // once, and the next run reads them back. A null flag shows unchecked and clears the
+    // run's value, which OK then writes, also for AutoMinimize, which is not shown.
     void roundTrip()
     {
         QFETCH(Screen, chosen);
@@ -186,9 +185,9 @@ private slots:
         QTest::newRow("tabs, small, never, task bar only") << Screen{"00000000", 1, 1, 1, 0, 8, ""} << 0 << false;
         QTest::newRow("every minute, both") << Screen{"00000100", 2, 2, 1, 1, 10, ""} << 60 << true;
     }
-    // The board's Options command: the screen modal with the tray icon taken down;
-    // after OK the board shows the choices at once, and its next Activate counts
-    // down from the new rate ("Never": refresh off) and puts the tray back or not.
+    // The board's Options command: the screen modal, the tray icon down; after OK the board
+    // shows the choices, and its next Activate counts down from the new rate and puts the
+    // tray back or not.
     void board()
     {
         auto [chosen, countDown] = fetch<Screen, int>("chosen", "countDown");

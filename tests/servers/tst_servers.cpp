@@ -1,5 +1,6 @@
 // The client moved to other sites and back: real site folders behind a mount table of the test's own.
 #include "boardfixture.h"
+#include "columns.h"
 #include "platform/mounts.h"
 #include "servers/frmservers.h"
 #include "status/statuswrite.h"

@@ -107,17 +107,11 @@ private slots:
             "Please ask your VESK-OR Administrator to correct this problem.\r\nUnable to continue. Press OK to exit.";
         row("53 no veskor.ini", "no ini", {vbOK}, "",
             "The VESKOR.INI file is missing from the Application Path.\r\n" + askAdmin, vbCritical, true);
-        row("3343 garbage file", "garbage", {vbOK}, "",
-            "\rPlease inform the Network Supervisor that the database is damaged and must be repaired. Probable cause "
-            "- someone switched off or crashed their PC whilst updating the database on the server.",
-            vbExclamation, false);
         row("3024 Retry, then Cancel", "no database", {vbRetry, vbCancel}, "", cannotConnect,
             vbRetryCancel + vbCritical, true);
         row("3044 no such folder", "no folder", {vbOK}, "Error: 3044 - ", "\r\rPress OK to exit.", vbCritical, true);
         row("3055 a folder named veskor.mdb", "folder", {vbOK}, "",
             QString(cannotConnect).replace("continue.", "continue. Press OK to exit."), vbCritical, true);
-        row("not a 2005 database", "version", {vbOK}, "",
-            "%1veskor.mdb\r\nis not a VESK-OR 2005 database.\r\n\r\n" + askAdmin, vbCritical, true);
         row("3050 three times", "locked", {vbOK}, "Error (3050 ) in modDatabase - subInitializeLocalDatabase event\r",
             "\rUnable to start VESK-OR at this time. Please try again...", vbOKOnly, false);
     }
@@ -134,16 +128,12 @@ private slots:
         std::optional<OtherClient> otherClient;
         if (damage == "no ini")
             QVERIFY(QFile::remove(site.iniPath()));
-        if (damage == "garbage")
-            QVERIFY(writeFile(site.dbPath(), QByteArray(4096, 'x')));
         if (damage == "no database" || damage == "folder")
             QVERIFY(QFile::remove(site.dbPath()));
         if (damage == "folder")
             QVERIFY(QDir().mkdir(site.dbPath()));
         if (damage == "no folder")
             QVERIFY(writeIni(site, site.path() + "gone/"));
-        if (damage == "version")
-            site.setting("DatabaseVersion", "2004");
         if (damage == "locked")
             QVERIFY(otherClient.emplace(site).begin("BEGIN EXCLUSIVE"));
         for (int a : answers) {

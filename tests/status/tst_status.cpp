@@ -245,11 +245,9 @@ private slots:
                                    "10.0.0.5"}));
     }
 
-    // Three changes each fail once and succeed on the retry, but the third failure
-    // of the run is reported and loses its row. A timer that runs between the tries
-    // leaves another statement in gstrSQL: the retry still writes its own row. A
-    // lasting failure then gives up after bounded, pausing retries, with no second
-    // message.
+    // Three changes each fail once and succeed on the retry (its own row, whatever a
+    // timer left in gstrSQL meanwhile), but the run's third failure is reported and loses
+    // its row. A lasting failure gives up after bounded, pausing retries, silently.
     void thirdLogFailureOfTheRunIsReported()
     {
         StatusFixture f;
@@ -355,10 +353,8 @@ private slots:
         QCOMPARE(f.logRows(), 0);
     }
 
-    // Another client holds the write lock: the change waits, with timers running,
-    // and lands whole. A tick of the close timer meanwhile leaves the file open; a
-    // timer that opens the file afresh (as the group read does) makes the change
-    // begin again on the new open.
+    // Another client holds the write lock: the change waits, with timers running, and
+    // lands whole, the file left open by a close tick, or begun again on a fresh open.
     void changeWaitsOutAnotherClientsLock_data()
     {
         QTest::addColumn<bool>("reopen");
