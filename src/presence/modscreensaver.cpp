@@ -80,11 +80,6 @@ void UpdateIconToReflectLockedWorkStation()
     }
 }
 
-void UpdateIconToReflectStatusBeforeLockedWorkStation()
-{
-    UpdateIconToReflectLockedWorkStation();
-}
-
 void UpdateUserStatusForLockedWorkStation()
 {
     if (gSite.gblnUpdateStatusOnLock && !gRun.gblnLockSetStatusOut) {

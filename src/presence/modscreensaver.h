@@ -24,8 +24,6 @@ void tmrDetectLockedWorkStation_Timer();
 bool CheckForLockedWorkStation();
 // Marks the own row locked, once.
 void UpdateIconToReflectLockedWorkStation();
-// The same mark, under the name the lock's first half has always had.
-void UpdateIconToReflectStatusBeforeLockedWorkStation();
 // With UpdateStatusOnLock: the status "Out", once per lock.
 void UpdateUserStatusForLockedWorkStation();
 // The whole of an unlock: the status "In" owed by the lock, or the own code restored.
